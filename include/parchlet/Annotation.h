@@ -1,0 +1,155 @@
+// Annotation.h - one mark on a page, and the record of its identity and style.
+#pragma once
+
+#include <cstdint>
+#include <map>
+#include <memory>
+#include <string>
+#include <vector>
+
+#include <parchlet/AnnotationTypes.h>
+#include <parchlet/Mutex.h>
+#include <parchlet/Platform.h>
+
+// Identity and style of an annotation. The fields are public: a host fills them in a mark that it
+// rebuilds from a message, before it hands the mark to the engine. Once a page owns the mark, the
+// refresh thread reads them while it paints; writing a field then is the host's own affair, while the
+// functions of Annotation are safe at any time.
+class PARCHLET_API AnnotationHeader {
+ public:
+  AnnotationHeader();
+  AnnotationHeader(const AnnotationHeader& other);
+  AnnotationHeader& operator=(const AnnotationHeader& other);
+  ~AnnotationHeader();
+
+  std::string annotationId;     // the page gives local marks a fresh GUID text
+  std::string userId;           // the author; pages group marks by it
+  std::string userSubId;        // the author's second identity string
+  std::string nickname;         // the author's display name, UTF-8, shown beside a fresh mark
+  std::string pictureProperty;  // the string given to SetPicture
+  std::int32_t hostData1 = 4;   // carried and copied, never interpreted
+  std::int32_t hostData2 = 0;
+  std::int32_t hostData3 = 0;
+  std::int32_t subModelIndex = -1;  // which sub-model this fragment's points are; see AddPoint
+  std::int32_t order = 0;           // paint order on the page, ascending
+  std::int32_t erased = 0;          // 1: neither drawn nor hit; the mark stays in its page
+  std::int32_t tipVisible = 1;      // non-zero while the author's name is to be shown
+  AnnotationType type = AnnotationTypeDrawing;
+  AnnotationSubType subType = AnnotationSubTypePath;
+  AnnotationPen pen = {0xFF000000, 6, 0};
+  // 0: permanent. Else a time of GetTickCount64: a mark drawn here and not confirmed yet is erased
+  // 8000 ms after it.
+  std::uint64_t tempStartTick = 0;
+};
+
+// One mark: a free-hand path, a shape or a placed picture.
+//
+// Points are kept in sub-models, numbered lists 0, 1, 2, ... without gaps. A mark drawn here has
+// sub-model 0 alone; a mark that arrives in fragments gets one sub-model a fragment. A path's
+// sub-models are drawn as one line.
+//
+// Owner: whoever made it, until a page adopts it; from then on the page, for the rest of its life.
+// Threads: every function may be called at any time from the host thread while the refresh thread
+// paints the mark; each takes the mark's own lock for as long as it runs.
+class PARCHLET_API Annotation : public AnnotationHeader {
+ public:
+  using SubModels = std::map<unsigned int, std::vector<AnnotationPoint>>;
+
+  Annotation();
+  // A copy has the header (without pictureProperty and tempStartTick), the drag state, the frame, the
+  // non-empty sub-models of the unbroken run from 0, and the same image, which both then share.
+  Annotation(const Annotation& other);
+  // As copying; this mark keeps its own pictureProperty and tempStartTick.
+  Annotation& operator=(const Annotation& other);
+  ~Annotation();
+
+  // Sets the six fields; nothing else changes.
+  void Init(AnnotationPen pen, AnnotationType type, AnnotationSubType subType,
+            const std::string& userId, const std::string& userSubId, const std::string& nickname);
+
+  // Adds a point to sub-model 0. A mark of two points (type 3, sub-types 10, 14, 15, 19 and 20) keeps
+  // its first point and replaces the second one.
+  void AddPoint(AnnotationPoint point);
+  // Sub-model `subModel` becomes `newPoints`.
+  void InsertPoints(unsigned int subModel, std::vector<AnnotationPoint> newPoints);
+  // Removes all sub-models.
+  void ClearPoints();
+  // A copy of all sub-models.
+  SubModels GetPoints() const;
+  // 1 when the sub-model exists, an empty one included, else 0.
+  int IsSubModelExist(unsigned int subModel) const;
+
+  void SetAnnotationId(const std::string& newId);
+  std::string GetAnnotationId() const;
+
+  // Stores `value`: 1 erases, 0 restores.
+  void Erase(int value);
+  int IsErased() const;
+
+  // Remembers where a drag starts, or has got to.
+  void StartMoving(AnnotationPoint point);
+  // Shifts the fractions of every point by the way from the remembered position to `point`, and
+  // remembers `point`. Pixels follow with the next drawing.
+  void Moving(AnnotationPoint point);
+
+  // Loads the picture from a file; an empty path changes nothing. A file that cannot be read or
+  // decoded leaves a picture that draws nothing and sub-type -1. Sets `subType` from the file's
+  // content (21 JPEG, 22 PNG, 23 BMP, else -1) and `pictureProperty`.
+  void SetPicture(const std::wstring& path, const std::string& property);
+  // The same from a stream, read from its present position; a null stream changes nothing. Takes over
+  // one reference of the stream.
+  void SetPicture(IStream* stream, const std::string& property);
+
+  // Drops the picture and all points; the mark stays usable.
+  void Destroy();
+
+  // Paints the mark on a surface of `size` pixels and stores the pixel positions of the points it
+  // painted; gives 0 for null graphics, else 1. Points the mark must have to show: two in sub-model 0.
+  // `lock` says that another thread may be adding points; the mark's lock is taken either way, because
+  // a host may read any mark at any time.
+  int Draw(Gdiplus::Graphics* graphics, CurrentAnnotPageSize size, bool lock);
+  // Outlines the selection frame, computed anew; 0 for null graphics, an erased mark or one without a
+  // frame, else 1.
+  int DrawRectEx(Gdiplus::Graphics* graphics, CurrentAnnotPageSize size);
+  // Computes the selection frame: the box of the points' centres, at least 2 pixels each way. 0 for a
+  // mark with fewer than two points in sub-model 0, else 1.
+  int SetRectEx(CurrentAnnotPageSize size);
+
+ private:
+  friend class AnnotationPage;
+  friend struct AnnotationTestAccess;
+
+  struct Snapshot;  // what a copy takes over, read under the source's lock
+
+  Snapshot TakeSnapshot() const PARCHLET_EXCLUDES(mutex);
+  void CopyAnnotation(const Annotation& source) PARCHLET_EXCLUDES(mutex);
+  void SetPictureProperty(const std::string& property) PARCHLET_REQUIRES(mutex);
+  bool IsTwoPointKind() const PARCHLET_REQUIRES(mutex);
+  int CalcPenWidth(int width) const;
+
+  void DrawShapeAnnotation(Gdiplus::Graphics* graphics, CurrentAnnotPageSize size)
+      PARCHLET_REQUIRES(mutex);
+  void DrawPictureAnnotation(Gdiplus::Graphics* graphics, CurrentAnnotPageSize size)
+      PARCHLET_REQUIRES(mutex);
+  void DrawShapeLine(Gdiplus::Graphics* graphics, CurrentAnnotPageSize size)
+      PARCHLET_REQUIRES(mutex);
+  void DrawShapeEllipse(Gdiplus::Graphics* graphics, CurrentAnnotPageSize size)
+      PARCHLET_REQUIRES(mutex);
+  void DrawShapeRectangle(Gdiplus::Graphics* graphics, CurrentAnnotPageSize size)
+      PARCHLET_REQUIRES(mutex);
+  void DrawShapeTriangle(Gdiplus::Graphics* graphics, CurrentAnnotPageSize size)
+      PARCHLET_REQUIRES(mutex);
+  void DrawShapePath(Gdiplus::Graphics* graphics, CurrentAnnotPageSize size)
+      PARCHLET_REQUIRES(mutex);
+  bool HasTwoPoints() const PARCHLET_REQUIRES(mutex);
+  // The box that the first two points span, after their conversion to pixels of `size`.
+  RECT ConvertTwoPoints(CurrentAnnotPageSize size) PARCHLET_REQUIRES(mutex);
+  int UpdateFrame(CurrentAnnotPageSize size) PARCHLET_REQUIRES(mutex);
+
+  AnnotationPoint moveOrigin PARCHLET_GUARDED_BY(mutex) = {0, 0, -1.0, -1.0};
+  SubModels points PARCHLET_GUARDED_BY(mutex);
+  mutable Mutex mutex;
+  RECT frame PARCHLET_GUARDED_BY(mutex) = {0, 0, 0, 0};
+  // Shared by the copies of a mark; the last of them releases it.
+  std::shared_ptr<Gdiplus::Image> picture PARCHLET_GUARDED_BY(mutex);
+};

@@ -1,0 +1,37 @@
+#!/usr/bin/env bash
+# Installs the Debian packages that are still missing. Usage: install-deps.sh demo|test
+# As root, or with sudo.
+set -euo pipefail
+
+purpose=${1:-test}
+packages=(g++ cmake ninja-build pkg-config libcairo2-dev libpng-dev libcli11-dev nlohmann-json3-dev)
+if [[ $purpose == test ]]; then
+  packages+=(git clang clang-format clang-tidy libgtest-dev libgmock-dev libbenchmark-dev)
+fi
+
+missing=()
+for package in "${packages[@]}"; do
+  status=$(dpkg-query -W -f '${Status}' "$package" 2>/dev/null || true)
+  [[ $status == 'install ok installed' ]] || missing+=("$package")
+done
+[[ ${#missing[@]} -eq 0 ]] && exit 0
+
+echo "Installing: ${missing[*]}"
+as_root=()
+if [[ $EUID -ne 0 ]]; then
+  if ! command -v sudo >/dev/null; then
+    echo "These Debian packages are missing, and neither root nor sudo is at hand to install them:" >&2
+    echo "  ${missing[*]}" >&2
+    exit 1
+  fi
+  as_root=(sudo)
+fi
+log=$(mktemp)
+trap 'rm -f "$log"' EXIT
+if ! { "${as_root[@]}" env DEBIAN_FRONTEND=noninteractive apt-get update &&
+       "${as_root[@]}" env DEBIAN_FRONTEND=noninteractive apt-get install -y \
+         --no-install-recommends "${missing[@]}"; } >"$log" 2>&1; then
+  tail -20 "$log" >&2
+  echo "The packages could not be installed; apt-get's last words are above." >&2
+  exit 1
+fi

@@ -1,0 +1,39 @@
+#!/usr/bin/env bash
+# Builds and runs the tests. On a fresh Debian 12 machine it first installs what is missing.
+#   scripts/test.sh         the tests, as built for development
+#   scripts/test.sh --all   also: format check, clang with its analyses, sanitizers
+set -euo pipefail
+cd "$(dirname "$0")/.."
+
+all=false
+case "${1:-}" in
+  '') ;;
+  --all) all=true ;;
+  *) echo "usage: scripts/test.sh [--all]" >&2; exit 2 ;;
+esac
+
+step() { printf '\n== %s\n' "$1"; }
+
+preset() {
+  step "$1: build"
+  cmake --preset "$1" >"build/$1.configure.log" 2>&1 || { cat "build/$1.configure.log" >&2; exit 1; }
+  cmake --build --preset "$1"
+  step "$1: tests"
+  ctest --preset "$1" --parallel "$(nproc)"
+}
+
+mkdir -p build
+step "packages"
+scripts/install-deps.sh test
+if $all; then
+  step "format"
+  git ls-files '*.h' '*.cpp' | xargs clang-format --dry-run --Werror
+fi
+preset dev
+if $all; then
+  preset clang
+  preset asan
+  preset tsan
+fi
+echo
+echo "All is well."

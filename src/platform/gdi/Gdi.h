@@ -1,0 +1,80 @@
+// Device contexts and the pixel sections selected into them.
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <memory>
+
+#include <parchlet/Platform.h>
+
+inline constexpr DWORD BI_RGB = 0;
+inline constexpr UINT DIB_RGB_COLORS = 0;
+
+struct BITMAPINFOHEADER {
+  DWORD biSize;
+  LONG biWidth;
+  LONG biHeight;
+  WORD biPlanes;
+  WORD biBitCount;
+  DWORD biCompression;
+  DWORD biSizeImage;
+  LONG biXPelsPerMeter;
+  LONG biYPelsPerMeter;
+  DWORD biClrUsed;
+  DWORD biClrImportant;
+};
+
+struct RGBQUAD {
+  BYTE rgbBlue;
+  BYTE rgbGreen;
+  BYTE rgbRed;
+  BYTE rgbReserved;
+};
+
+struct BITMAPINFO {
+  BITMAPINFOHEADER bmiHeader;
+  RGBQUAD bmiColors[1];
+};
+
+// A view of pixels: premultiplied 0xAARRGGBB, rows top-down, no gap between rows.
+struct PixelView {
+  std::uint32_t* pixels = nullptr;
+  int width = 0;
+  int height = 0;
+
+  std::ptrdiff_t StrideBytes() const { return static_cast<std::ptrdiff_t>(width) * 4; }
+};
+
+// A pixel section. The maker deletes it with DeleteObject, not while it is selected.
+struct HBITMAP__ {
+  int width = 0;
+  int height = 0;
+  std::unique_ptr<std::uint32_t[]> pixels;
+};
+using HBITMAP = HBITMAP__*;
+using HGDIOBJ = void*;
+
+// A device context: a memory context draws on the bitmap selected into it; a window's context is only
+// a proof that the window lives.
+struct HDC__ {
+  HBITMAP__ initial;  // what a memory context holds before anything is selected: no pixels
+  HBITMAP selected = nullptr;
+};
+using HDC = HDC__*;
+
+// A memory context like `dc`; null for a null `dc`. The caller ends it with DeleteDC.
+HDC CreateCompatibleDC(HDC dc);
+BOOL DeleteDC(HDC dc);
+
+// Selects a bitmap and gives the one selected before.
+HGDIOBJ SelectObject(HDC dc, HGDIOBJ bitmap);
+BOOL DeleteObject(HGDIOBJ bitmap);
+
+// Makes a zeroed section, 32 bits a pixel, top-down, and stores its memory in `*bits`. Null, and null
+// bits, for any other format and for a size that cannot be had: a side of more than 32767 pixels or
+// more than 1 GiB. `section` is null and `offset` 0.
+HBITMAP CreateDIBSection(HDC dc, const BITMAPINFO* info, UINT usage, void** bits, void* section,
+                         DWORD offset);
+
+// The pixels that drawing on `dc` writes; empty for a context without any.
+PixelView GetPixels(HDC dc);

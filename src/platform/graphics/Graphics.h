@@ -1,0 +1,125 @@
+// The painter's classes, as much of them as the engine calls. Each keeps the status of its last failed
+// call; nothing throws but std::bad_alloc.
+//
+// Pixel rules: integer coordinates of a stroke name pixel centres; a filled rectangle (x, y, w, h)
+// covers exactly the pixels x .. x+w-1, y .. y+h-1. Flat caps, mitred joins with limit 10 (bevelled past
+// it), coverage anti-aliasing, source-over. A stroke all of whose points fall on one pixel is a dot: a
+// disc of the pen's width. Every coordinate, size and count is legal input.
+#pragma once
+
+#include <cstdint>
+#include <memory>
+
+#include <parchlet/Platform.h>
+
+#include "platform/com/Com.h"
+#include "platform/gdi/Gdi.h"
+
+struct Picture;
+
+namespace Gdiplus {
+
+using ARGB = std::uint32_t;
+using REAL = float;
+
+enum Status { Ok = 0, GenericError = 1, InvalidParameter = 2, OutOfMemory = 3 };
+enum Unit { UnitWorld = 0, UnitPixel = 2 };
+enum SmoothingMode { SmoothingModeAntiAlias = 4 };
+
+class Color {
+ public:
+  explicit Color(ARGB argb) : argb(argb) {}
+  ARGB GetValue() const { return argb; }
+
+ private:
+  ARGB argb;
+};
+
+struct Point {
+  Point() = default;
+  Point(INT x, INT y) : X(x), Y(y) {}
+  INT X = 0;
+  INT Y = 0;
+};
+
+struct Rect {
+  Rect(INT x, INT y, INT width, INT height) : X(x), Y(y), Width(width), Height(height) {}
+  INT X, Y, Width, Height;
+};
+
+class Pen {
+ public:
+  explicit Pen(const Color& color, REAL width = 1.0F) : color(color), width(width) {}
+  ARGB Argb() const { return color.GetValue(); }
+  REAL Width() const { return width; }
+
+ private:
+  Color color;
+  REAL width;
+};
+
+class SolidBrush {
+ public:
+  explicit SolidBrush(const Color& color) : color(color) {}
+  ARGB Argb() const { return color.GetValue(); }
+
+ private:
+  Color color;
+};
+
+// A picture loaded from a file or a stream. One that could not be loaded has a failed status and the
+// size 0 x 0, and draws nothing.
+class Image {
+ public:
+  explicit Image(const wchar_t* path);
+  // Reads the stream from its present position to its end; keeps no reference.
+  explicit Image(IStream* stream);
+  ~Image();
+  Image(const Image&) = delete;
+  Image& operator=(const Image&) = delete;
+
+  UINT GetWidth();
+  UINT GetHeight();
+  // Writes the identifier of the format that the picture was stored in.
+  Status GetRawFormat(GUID* format);
+  Status GetLastStatus();
+
+  const Picture& Pixels() const { return *picture; }
+
+ private:
+  std::unique_ptr<Picture> picture;
+  Status lastStatus = Ok;
+};
+
+// Draws on the bitmap selected into a device context. The bitmap must outlive it.
+class Graphics {
+ public:
+  explicit Graphics(HDC dc);
+  ~Graphics();
+  Graphics(const Graphics&) = delete;
+  Graphics& operator=(const Graphics&) = delete;
+
+  Status SetSmoothingMode(SmoothingMode mode);
+  Status Clear(const Color& color);
+  Status DrawLine(const Pen* pen, INT x1, INT y1, INT x2, INT y2);
+  Status DrawLines(const Pen* pen, const Point* points, INT count);
+  Status DrawPolygon(const Pen* pen, const Point* points, INT count);
+  Status DrawRectangle(const Pen* pen, INT x, INT y, INT width, INT height);
+  Status DrawEllipse(const Pen* pen, INT x, INT y, INT width, INT height);
+  Status FillRectangle(const SolidBrush* brush, INT x, INT y, INT width, INT height);
+  // Stretches the source rectangle, in pixels, into `destination`.
+  Status DrawImage(Image* image, const Rect& destination, INT sourceX, INT sourceY, INT sourceWidth,
+                   INT sourceHeight, Unit unit);
+  // The status of the last failed call since it was last asked for.
+  Status GetLastStatus();
+
+ private:
+  class Painter;
+
+  Status Keep(Status status);
+
+  std::unique_ptr<Painter> painter;
+  Status lastStatus = Ok;
+};
+
+}  // namespace Gdiplus

@@ -1,0 +1,36 @@
+// Pictures: decoding by content and encoding to files. This room knows nothing of the rest of the
+// layer; it keeps no state, and every function may be called from any thread.
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <span>
+#include <string>
+#include <vector>
+
+enum class PictureFormat { kUnknown, kPng, kJpeg, kBmp, kGif };
+
+// Decoded pixels: premultiplied 0xAARRGGBB, row by row, top row first. Width and height are 0 for what
+// could not be decoded; the format is then kUnknown.
+struct Picture {
+  PictureFormat format = PictureFormat::kUnknown;
+  int width = 0;
+  int height = 0;
+  std::vector<std::uint32_t> pixels;
+};
+
+// Decodes the bytes of an image file, whatever its name was.
+Picture DecodePicture(std::span<const std::byte> bytes);
+
+// Pixels to encode: premultiplied 0xAARRGGBB, `stride` bytes from one row to the next.
+struct PictureView {
+  const std::uint32_t* pixels = nullptr;
+  int width = 0;
+  int height = 0;
+  std::ptrdiff_t stride = 0;
+};
+
+// Writes a PNG file (8 bits a channel, alpha kept, not premultiplied): first a temporary file beside
+// `path` (UTF-8), then a rename, so that a failure harms no existing file and leaves nothing behind.
+// False for empty pixels or when the file cannot be written.
+bool SavePng(const PictureView& view, const std::string& path);
