@@ -1,0 +1,58 @@
+// Turns the points of a stroke into coverage, chunk by chunk: no outline, no copy of the stroke.
+#pragma once
+
+#include <span>
+
+#include "platform/graphics/raster/CoveragePlane.h"
+#include "platform/graphics/raster/StrokeChunk.h"
+
+namespace raster {
+
+// Owned by one Rasterizer; used by one thread at a time.
+class Stroker {
+ public:
+  explicit Stroker(CoveragePlane& plane) : plane(plane) {}
+
+  // Starts a stroke on a surface of `bounds`; points may lie anywhere.
+  void Begin(const PixelRect& bounds, float width);
+
+  // Covers the polyline through `points`; a closed one returns to its first point. Gives false and covers
+  // nothing when all points fall on one pixel.
+  bool Cover(std::span<const GridPoint> points, bool closed);
+
+  // Covers the outline of the ellipse inscribed in the box from (x, y), `width` x `height` pixels further.
+  void CoverEllipse(double x, double y, double width, double height);
+
+ private:
+  struct Vertex {
+    double x, y;
+  };
+
+  bool InGuard(double x, double y) const {
+    return x >= guardLeft && x <= guardRight && y >= guardTop && y <= guardBottom;
+  }
+  void CoverOpen(std::span<const GridPoint> points);
+  void CoverClosed(std::span<const GridPoint> points);
+  void FollowArc(const Vertex& center, const Vertex& radius, int first, int last, int steps);
+
+  // The pen that walks from vertex to vertex; what lies outside the guard is left out.
+  void Walk(Vertex from, Vertex to);
+  void MoveTo(float x, float y);
+  void LineTo(float x, float y);
+  void LiftPen();
+
+  // A closed run: its last vertex first, and in the end the one after the first.
+  void MoveToFrom(Vertex before, Vertex first);
+  void LiftPenTowards(Vertex next);
+  void Flush(int segments);
+
+  CoveragePlane& plane;
+  float halfWidth = 0.5F;
+  double guardLeft = 0, guardTop = 0, guardRight = 0, guardBottom = 0;
+  ChunkPoints points = {};
+  ChunkGeometry geometry;
+  int count = 0;           // points of the run in the chunk, at 1 .. count; 0: no run
+  bool startKnown = false;  // points[0] is the stroke's own point, not to be made up for a flat cap
+};
+
+}  // namespace raster
