@@ -87,7 +87,7 @@ HWY_INLINE void BlendEight(std::uint32_t* HWY_RESTRICT pixels, std::uint64_t cov
   }
 }
 
-constexpr std::size_t kAhead = 12;
+constexpr std::size_t kAhead = 64;
 
 template <bool kOpaque>
 HWY_INLINE void BlendList(const GroupList& groups, const Ink& ink, std::uint32_t* pixels) {

@@ -28,7 +28,6 @@ constexpr D8 k8;
 // A pair of vectors holds kPairRows rows of 8 pixels: the first vector the even ones, the second the odd
 // ones, so that packing the two puts the rows in order.
 constexpr int kPairRows = static_cast<int>(hn::MaxLanes(k16)) / 4;
-constexpr int kPairsPerBlock = kBlockRows / kPairRows;
 static_assert(kBlockRows % kPairRows == 0);
 
 HWY_INLINE V16 Set(int value) { return hn::Set(k16, static_cast<std::int16_t>(value)); }
@@ -94,6 +93,14 @@ HWY_INLINE V8 Product(V8 a, V8 b) {
                     high(hn::InterleaveUpper(k8, a, a), hn::InterleaveUpper(k8, b, b)));
 }
 
+// A bit for every row of a pair: set when its eight pixels are all 0.
+HWY_INLINE std::uint64_t EmptyRows(V8 coverage) {
+  const hn::Repartition<std::uint64_t, D8> d64;
+  std::uint8_t bits[8] = {};
+  hn::StoreMaskBits(d64, hn::Eq(hn::BitCast(d64, coverage), hn::Zero(d64)), bits);
+  return bits[0];
+}
+
 // The lanes of a piece, ready to cover any stretch of a column.
 template <bool kThin>
 class PieceLanes {
@@ -105,22 +112,27 @@ class PieceLanes {
         outer(Set(outer)),
         inner(Set(inner)) {}
 
-  // Covers `blocks` blocks from `bytes` on; the bases are the planes' values at the first pixel.
-  HWY_INLINE void Cover(std::uint8_t* HWY_RESTRICT bytes, int stripBase, int startBase, int endBase,
+  // Covers `blocks` blocks, at most 16, from `bytes` on; the bases are the planes' values at the first
+  // pixel. Gives a bit for every row that is not left empty.
+  HWY_INLINE std::uint64_t Cover(std::uint8_t* HWY_RESTRICT bytes, int stripBase, int startBase, int endBase,
                         int blocks) const {
     PlaneValues d(strip, stripBase);
     PlaneValues s(start, startBase);
     PlaneValues e(end, endBase);
-    for (int pair = 0; pair < blocks * kPairsPerBlock; ++pair) {
+    std::uint64_t empty = 0;
+    const int rows = blocks * kBlockRows;
+    for (int row = 0; row < rows; row += kPairRows) {
       // Start ramp less end ramp: the share of a seam that the neighbour takes is left out exactly.
       const V8 between = hn::SaturatedSub(s.Ramp(), e.Ramp());
       const V8 coverage = Product(StripCoverage<kThin>(outer, inner, d), between);
       hn::StoreU(hn::SaturatedAdd(hn::LoadU(k8, bytes), coverage), k8, bytes);
+      empty |= EmptyRows(coverage) << row;
       bytes += kPairRows * kGroup;
       d.Advance(strip);
       s.Advance(start);
       e.Advance(end);
     }
+    return ~empty & (~std::uint64_t{0} >> (64 - rows));
   }
 
  private:
@@ -130,38 +142,76 @@ class PieceLanes {
 
 HWY_INLINE Plane At(const PlaneArrays& arrays, int i) { return {arrays.a[i], arrays.b[i], arrays.c[i]}; }
 
-HWY_INLINE int Value(const Plane& plane, int x, int y) { return plane.a * x + plane.b * y + plane.c; }
-
 template <bool kThin>
 HWY_INLINE void CoverSegment(const ChunkGeometry& g, int i, CoveragePlane& plane) {
-  const int column = g.column[i];
-  const int columns = g.columns[i];
-  const int row = g.row[i];
-  const int blocks = g.blocks[i];
   const Plane strip = At(g.strip, i);
   const Plane start = At(g.start, i);
   const Plane end = At(g.end, i);
   const PieceLanes<kThin> lanes(strip, start, end, g.outer[i], g.inner[i]);
-  int stripBase = Value(strip, column * kGroup, row);
-  int startBase = Value(start, column * kGroup, row);
-  int endBase = Value(end, column * kGroup, row);
-  std::uint8_t* bytes = plane.Group(column, row);
-  plane.Mark(column, columns, row, blocks * kBlockRows);
-  for (int k = 0; k < columns; ++k) {
-    lanes.Cover(bytes, stripBase, startBase, endBase, blocks);
-    bytes += plane.ColumnStride();
+  const int blocks = g.blocks[i];
+  const int index = plane.Index(g.row[i]);
+  const std::ptrdiff_t bytesStride = plane.ColumnStride();
+  const std::ptrdiff_t bitsStride = plane.BitsStride();
+  std::uint8_t* bytes = plane.Group(g.column[i], g.row[i]);
+  std::uint64_t* bits = plane.Bits(g.column[i]);
+  int stripBase = g.stripBase[i];
+  int startBase = g.startBase[i];
+  int endBase = g.endBase[i];
+  for (int columns = g.columns[i]; columns > 0; --columns) {
+    CoveragePlane::NoteRows(bits, index, lanes.Cover(bytes, stripBase, startBase, endBase, blocks));
+    bytes += bytesStride;
+    bits += bitsStride;
     stripBase += strip.a * kGroup;
     startBase += start.a * kGroup;
     endBase += end.a * kGroup;
   }
 }
 
+constexpr int kShapes = 64;
+
+// Columns and blocks, as far as they matter for telling one loop from another.
+HWY_INLINE int ShapeOf(const ChunkGeometry& g, int i) {
+  return std::min(g.columns[i], 4) * 16 + std::min(g.blocks[i], 16) - 17;
+}
+
+// Lists the narrow pieces in sight, those of one shape together: their loops are then as long as the ones
+// before, which the processor guesses right. Coverage adds up the same in any order.
+int SortByShape(const ChunkGeometry& g, std::uint8_t* order) {
+  std::uint8_t first[kShapes + 1] = {};
+  std::uint8_t seen[kChunkSegments];
+  int count = 0;
+  for (int i = 1; i <= g.segments; ++i) {
+    seen[count] = static_cast<std::uint8_t>(i);
+    const bool visible = (g.narrow[i] != 0) & (g.columns[i] > 0) & (g.blocks[i] > 0);
+    count += visible ? 1 : 0;
+  }
+  for (int k = 0; k < count; ++k) {
+    ++first[ShapeOf(g, seen[k]) + 1];
+  }
+  for (int shape = 1; shape < kShapes; ++shape) {
+    first[shape] = static_cast<std::uint8_t>(first[shape] + first[shape - 1]);
+  }
+  for (int k = 0; k < count; ++k) {
+    order[first[ShapeOf(g, seen[k])]++] = seen[k];
+  }
+  return count;
+}
+
 template <bool kThin>
 void CoverSegments(const ChunkGeometry& g, CoveragePlane& plane) {
-  for (int i = 1; i <= g.segments; ++i) {
-    if (g.narrow[i] != 0 && g.columns[i] > 0 && g.blocks[i] > 0) {
-      CoverSegment<kThin>(g, i, plane);
-    }
+  std::uint8_t order[kChunkSegments];
+  const int count = SortByShape(g, order);
+  PixelRect box = {INT32_MAX, INT32_MAX, INT32_MIN, INT32_MIN};
+  for (int k = 0; k < count; ++k) {
+    const int i = order[k];
+    CoverSegment<kThin>(g, i, plane);
+    box.left = std::min(box.left, g.column[i]);
+    box.right = std::max(box.right, g.column[i] + g.columns[i]);
+    box.top = std::min(box.top, g.row[i]);
+    box.bottom = std::max(box.bottom, g.row[i] + g.blocks[i] * kBlockRows);
+  }
+  if (!box.IsEmpty()) {
+    plane.NoteBox(box);
   }
 }
 
@@ -202,7 +252,9 @@ HWY_INLINE void CoverCell(const LoosePiece& p, const PieceLanes<kThin>& lanes, i
   const auto end = [&](const Plane& q) {
     return Near(static_cast<double>(q.a) * x + static_cast<double>(q.b) * row + q.c);
   };
-  lanes.Cover(plane.Group(column, row), stripBase, end(p.start), end(p.end), blocks);
+  const std::uint64_t rows =
+      lanes.Cover(plane.Group(column, row), stripBase, end(p.start), end(p.end), blocks);
+  CoveragePlane::NoteRows(plane.Bits(column), plane.Index(row), rows);
 }
 
 template <bool kThin>
@@ -223,7 +275,7 @@ void CoverCells(const LoosePiece& piece, CoveragePlane& plane) {
       continue;
     }
     const int end = (last | (kBlockRows - 1)) + 1;
-    plane.Mark(column, 1, first, end - first);
+    plane.NoteBox({column, first, column + 1, end});
     for (int row = first; row < end;) {
       const int cellEnd = std::min((row & ~(kCellRows - 1)) + kCellRows, end);
       CoverCell<kThin>(piece, lanes, column, row, (cellEnd - row) / kBlockRows, plane);

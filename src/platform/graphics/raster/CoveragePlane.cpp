@@ -12,7 +12,7 @@ void CoveragePlane::SetClip(const PixelRect& newClip) {
   columnCount = ((clip.right - 1) >> 3) - firstColumn + 1;
   const int rows = clip.Height() + 2 * kSlackRows;
   columnStride = static_cast<std::ptrdiff_t>(rows) * kGroup;
-  wordsPerColumn = (rows + 63) / 64;
+  wordsPerColumn = (rows + 63) / 64 + 1;
   const auto needed = static_cast<std::size_t>(columnStride) * columnCount;
   if (bytes.size() < needed) {
     bytes.resize(needed);
@@ -25,53 +25,51 @@ void CoveragePlane::SetClip(const PixelRect& newClip) {
   lastWord = lastTouched = -1;
 }
 
-void CoveragePlane::MarkAcrossWords(std::uint64_t* word, int columns, int bit, int rows) {
-  for (int i = 0; i < columns; ++i, word += wordsPerColumn) {
-    std::uint64_t* next = word;
-    *next |= ~std::uint64_t{0} << bit;
-    int rest = rows - (64 - bit);
-    for (++next; rest >= 64; rest -= 64, ++next) {
-      *next = ~std::uint64_t{0};
-    }
-    if (rest > 0) {
-      *next |= ~std::uint64_t{0} >> (64 - rest);
-    }
-  }
-}
-
 void CoveragePlane::ExtractColumn(int column, std::ptrdiff_t stride, std::uint64_t keep,
                                   GroupList& groups) {
-  std::uint8_t* const top = bytes.data() + column * columnStride;
-  const std::ptrdiff_t first = (firstColumn + column) * kGroup + (clip.top - kSlackRows) * stride;
-  std::uint64_t* const words = bits.data() + static_cast<std::ptrdiff_t>(column) * wordsPerColumn;
-  const std::size_t room = static_cast<std::size_t>(clip.Height());
+  const std::ptrdiff_t room = clip.Height();
   if (groups.offsets.size() < groups.count + room) {
     groups.offsets.resize(groups.count + room + groups.count / 2);
     groups.coverage.resize(groups.offsets.size());
   }
-  std::uint32_t* const offsets = groups.offsets.data();
-  std::uint64_t* const coverage = groups.coverage.data();
-  std::size_t count = groups.count;
+  std::uint32_t* offset = groups.offsets.data() + groups.count;
+  std::uint64_t* coverage = groups.coverage.data() + groups.count;
+  std::uint64_t* const words = bits.data() + column * static_cast<std::ptrdiff_t>(wordsPerColumn);
+  const auto step = static_cast<std::uint32_t>(stride);
   for (int w = firstWord; w <= lastWord; ++w) {
     std::uint64_t rest = words[w];
     words[w] = 0;
+    std::uint8_t* const top = bytes.data() + column * columnStride + w * 64 * kGroup;
+    ClearSlack(top, w, rest);
+    const std::ptrdiff_t row = clip.top - kSlackRows + w * 64;
+    const auto first = static_cast<std::uint32_t>((firstColumn + column) * kGroup + row * stride);
     while (rest != 0) {
-      const int row = w * 64 + std::countr_zero(rest);
+      const auto bit = static_cast<std::uint32_t>(std::countr_zero(rest));
       rest &= rest - 1;
       std::uint64_t value;
-      std::memcpy(&value, top + row * kGroup, sizeof value);
-      std::memset(top + row * kGroup, 0, sizeof value);
-      if (row < kSlackRows || row >= kSlackRows + clip.Height()) {
-        continue;
-      }
-      // An empty group is overwritten by the next one: no branch that would be guessed wrong.
-      value &= keep;
-      offsets[count] = static_cast<std::uint32_t>(first + row * stride);
-      coverage[count] = value;
-      count += value != 0 ? 1 : 0;
+      std::memcpy(&value, top + bit * kGroup, sizeof value);
+      std::memset(top + bit * kGroup, 0, sizeof value);
+      *offset++ = first + bit * step;
+      *coverage++ = value & keep;
     }
   }
-  groups.count = count;
+  groups.count = static_cast<std::size_t>(offset - groups.offsets.data());
+}
+
+// Blocks may reach past the clip's rows: those are cleared and taken out of the word's bits.
+void CoveragePlane::ClearSlack(std::uint8_t* top, int word, std::uint64_t& wordBits) const {
+  const int above = std::clamp(kSlackRows - word * 64, 0, 64);
+  const int inside = std::clamp(kSlackRows + clip.Height() - word * 64, 0, 64);
+  if (above == 0 && inside == 64) {
+    return;
+  }
+  const std::uint64_t all = ~std::uint64_t{0};
+  const std::uint64_t below = inside == 64 ? 0 : all << inside;
+  const std::uint64_t outside = wordBits & (below | (above == 0 ? 0 : all >> (64 - above)));
+  wordBits &= ~outside;
+  for (std::uint64_t rest = outside; rest != 0; rest &= rest - 1) {
+    std::memset(top + std::countr_zero(rest) * kGroup, 0, kGroup);
+  }
 }
 
 void CoveragePlane::Extract(std::ptrdiff_t stride, GroupList& groups, GroupList& cutGroups) {

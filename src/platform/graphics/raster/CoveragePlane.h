@@ -2,7 +2,7 @@
 //
 // Pixels stand in columns of 8: the bytes of column c, row y follow those of column c, row y - 1, so that
 // a block of 8 x 4 pixels is 32 bytes in a row, whatever the width of the page. The plane is zero between
-// marks. Beside it, one bit tells for every 8-pixel group whether a mark came near it, so that only those
+// marks. Beside it, one bit tells for every 8-pixel group whether the mark touched it, so that only those
 // groups are looked at again.
 #pragma once
 
@@ -36,26 +36,34 @@ class CoveragePlane {
 
   // The bytes of a group; rows from clip.top - kSlackRows to clip.bottom + kSlackRows - 1.
   std::uint8_t* Group(int column, int row) {
-    return bytes.data() + (column - firstColumn) * columnStride +
-           (row - clip.top + kSlackRows) * kGroup;
+    return bytes.data() + (column - firstColumn) * columnStride + Index(row) * kGroup;
   }
   std::ptrdiff_t ColumnStride() const { return columnStride; }
 
-  // Notes that rows `row` .. `row + rows - 1` of `columns` columns may no longer be zero.
-  void Mark(int column, int columns, int row, int rows) {
-    const int index = row - clip.top + kSlackRows;
-    firstWord = std::min(firstWord, index >> 6);
-    lastWord = std::max(lastWord, (index + rows - 1) >> 6);
-    firstTouched = std::min(firstTouched, column - firstColumn);
-    lastTouched = std::max(lastTouched, column - firstColumn + columns - 1);
-    std::uint64_t* word = bits.data() + (column - firstColumn) * wordsPerColumn + (index >> 6);
-    if ((index & 63) + rows <= 64) {
-      const std::uint64_t mask = (~std::uint64_t{0} >> (64 - rows)) << (index & 63);
-      for (int i = 0; i < columns; ++i, word += wordsPerColumn) {
-        *word |= mask;
-      }
-    } else {
-      MarkAcrossWords(word, columns, index & 63, rows);
+  // Notes that the box may no longer be zero; which of its groups, NoteRows tells. Rows may reach into
+  // the slack.
+  void NoteBox(const PixelRect& columnsAndRows) {
+    firstWord = std::min(firstWord, Index(columnsAndRows.top) >> 6);
+    lastWord = std::max(lastWord, (Index(columnsAndRows.bottom) - 1) >> 6);
+    firstTouched = std::min(firstTouched, columnsAndRows.left - firstColumn);
+    lastTouched = std::max(lastTouched, columnsAndRows.right - 1 - firstColumn);
+  }
+
+  // The bits of a column, of which NoteRows sets some.
+  std::uint64_t* Bits(int column) {
+    return bits.data() + static_cast<std::ptrdiff_t>(column - firstColumn) * wordsPerColumn;
+  }
+  std::ptrdiff_t BitsStride() const { return wordsPerColumn; }
+  int Index(int row) const { return row - clip.top + kSlackRows; }
+
+  // Notes in a column's bits the groups that are not zero: bit i of `rows` stands for row `index + i`.
+  static void NoteRows(std::uint64_t* columnBits, int index, std::uint64_t rows) {
+    std::uint64_t* const word = columnBits + (index >> 6);
+    const int shift = index & 63;
+    word[0] |= rows << shift;
+    const std::uint64_t rest = rows >> 1 >> (63 - shift);
+    if (rest != 0) {
+      word[1] |= rest;
     }
   }
 
@@ -64,7 +72,7 @@ class CoveragePlane {
   void Extract(std::ptrdiff_t stride, GroupList& groups, GroupList& cutGroups);
 
  private:
-  void MarkAcrossWords(std::uint64_t* word, int columns, int bit, int rows);
+  void ClearSlack(std::uint8_t* top, int word, std::uint64_t& wordBits) const;
   void ExtractColumn(int column, std::ptrdiff_t stride, std::uint64_t keep, GroupList& groups);
 
   PixelRect clip;

@@ -38,8 +38,12 @@ void CoverDot(GridPoint center, float radius, CoveragePlane& plane) {
   if (left >= right || top >= bottom) {
     return;
   }
-  plane.Mark(left >> 3, ((right - 1) >> 3) - (left >> 3) + 1, top, bottom - top);
+  const int columns = ((right - 1) >> 3) - (left >> 3) + 1;
+  plane.NoteBox({left >> 3, top, (left >> 3) + columns, bottom});
   for (int y = top; y < bottom; ++y) {
+    for (int column = 0; column < columns; ++column) {
+      CoveragePlane::NoteRows(plane.Bits((left >> 3) + column), plane.Index(y), 1);
+    }
     for (int x = left; x < right; ++x) {
       const double coverage = Coverage(x - center.x, y - center.y, radius);
       plane.Group(x >> 3, y)[x & 7] = static_cast<std::uint8_t>(std::lround(coverage * 255));

@@ -54,8 +54,8 @@ void Stroker::FollowArc(const Vertex& center, const Vertex& radius, int first, i
   const Vertex end = at(last);
   const double half = std::numbers::pi * (last - first) / steps;
   const double bulge = (1 - std::cos(std::min(half, std::numbers::pi))) * std::max(radius.x, radius.y);
-  if (std::max(start.x, end.x) + bulge < guardLeft || std::min(start.x, end.x) - bulge > guardRight ||
-      std::max(start.y, end.y) + bulge < guardTop || std::min(start.y, end.y) - bulge > guardBottom) {
+  if (std::max(start.x, end.x) + bulge < guard.left || std::min(start.x, end.x) - bulge > guard.right ||
+      std::max(start.y, end.y) + bulge < guard.top || std::min(start.y, end.y) - bulge > guard.bottom) {
     LiftPen();
     return;
   }

@@ -38,7 +38,7 @@ void SetStrip(LoosePiece& piece, Vector point, Vector tangent, float halfWidth) 
   piece.c = -(piece.a * point.x + piece.b * point.y);
   piece.strip.a = static_cast<std::int32_t>(std::nearbyint(piece.a));
   piece.strip.b = static_cast<std::int32_t>(std::nearbyint(piece.b));
-  const double edge = halfWidth * scale + kPlaneUnit / 2.0;
+  const double edge = halfWidth * scale + kEdgeOffset;
   const double quarter = std::min(absX, absY) * scale * 0.25;
   piece.outer = static_cast<std::int32_t>(std::nearbyint(edge + quarter));
   piece.inner = static_cast<std::int32_t>(std::nearbyint(edge - quarter));

@@ -29,7 +29,8 @@ constexpr float kLongestBackOff = 24.0F;
 // A mitre of 10 times the half width: 1 + cos(turn) = 2 / 10^2.
 constexpr float kMitreLimit = 0.02F;
 constexpr float kLongestNarrow = 16.0F;
-constexpr float kWidestNarrowBox = 108.0F;
+constexpr float kWidestNarrowBox = 108.0F;  // width and height together
+constexpr float kHighestNarrowBox = 60.0F;  // one bit a row in 64
 
 HWY_INLINE F Set(float value) { return hn::Set(kFloats, value); }
 HWY_INLINE I Rounded(F value) { return hn::NearestInt(value); }
@@ -54,8 +55,15 @@ HWY_INLINE void Store(const Plane& plane, PlaneArrays& arrays, int i) {
   hn::StoreU(plane.c, kInts, arrays.c + i);
 }
 
-HWY_INLINE I Choose(I good, const std::int32_t* seam, I square) {
-  return hn::IfThenElse(hn::MaskFromVec(good), hn::LoadU(kInts, seam), square);
+HWY_INLINE Plane Choose(I good, const PlaneArrays& seam, int i, const Plane& square) {
+  const auto mask = hn::MaskFromVec(good);
+  return {hn::IfThenElse(mask, hn::LoadU(kInts, seam.a + i), square.a),
+          hn::IfThenElse(mask, hn::LoadU(kInts, seam.b + i), square.b),
+          hn::IfThenElse(mask, hn::LoadU(kInts, seam.c + i), square.c)};
+}
+
+HWY_INLINE I Value(const Plane& plane, I x, I y) {
+  return hn::Add(hn::Add(hn::Mul(plane.a, x), hn::Mul(plane.b, y)), plane.c);
 }
 
 void MeasureTangents(const ChunkPoints& points, ChunkGeometry& out) {
@@ -153,23 +161,22 @@ void MeasurePieces(const ChunkPoints& points, float halfWidth, const PixelRect& 
     const F y1 = hn::LoadU(kFloats, points.y + i + 1);
     const F middleX = hn::Mul(hn::Add(x0, x1), halfPixel);
     const F middleY = hn::Mul(hn::Add(y0, y1), halfPixel);
-    Store(PlaneThrough(middleX, middleY, hn::Neg(ty), tx, 0), out.strip, i);
+    const Plane strip = PlaneThrough(middleX, middleY, hn::Neg(ty), tx, 0);
+    Store(strip, out.strip, i);
 
     const Plane square0 = PlaneThrough(x0, y0, tx, ty, kPlaneUnit / 2);
     const Plane square1 = PlaneThrough(x1, y1, tx, ty, kPlaneUnit / 2);
     const I good0 = hn::LoadU(kInts, out.good + i);
     const I good1 = hn::LoadU(kInts, out.good + i + 1);
-    Store({Choose(good0, out.seam.a + i, square0.a), Choose(good0, out.seam.b + i, square0.b),
-           Choose(good0, out.seam.c + i, square0.c)},
-          out.start, i);
-    Store({Choose(good1, out.seam.a + i + 1, square1.a), Choose(good1, out.seam.b + i + 1, square1.b),
-           Choose(good1, out.seam.c + i + 1, square1.c)},
-          out.end, i);
+    const Plane start = Choose(good0, out.seam, i, square0);
+    const Plane end = Choose(good1, out.seam, i + 1, square1);
+    Store(start, out.start, i);
+    Store(end, out.end, i);
 
     const F absX = hn::Abs(tx);
     const F absY = hn::Abs(ty);
     const F scale = hn::Div(Set(kPlaneUnit), hn::Max(hn::Max(absX, absY), Set(1e-6F)));
-    const F edge = hn::Add(hn::Mul(Set(halfWidth), scale), Set(kPlaneUnit / 2.0F));
+    const F edge = hn::Add(hn::Mul(Set(halfWidth), scale), Set(kEdgeOffset));
     const F quarter = hn::Mul(hn::Mul(hn::Min(absX, absY), scale), Set(0.25F));
     hn::StoreU(Rounded(hn::Add(edge, quarter)), kInts, out.outer + i);
     hn::StoreU(Rounded(hn::Sub(edge, quarter)), kInts, out.inner + i);
@@ -179,13 +186,20 @@ void MeasurePieces(const ChunkPoints& points, float halfWidth, const PixelRect& 
     const Span across = Extent(points.x + i, out.reachX + i, out.good + i, squareX);
     const Span down = Extent(points.y + i, out.reachY + i, out.good + i, squareY);
     StoreBox(across, down, clip, i, out);
+    const I firstX = hn::ShiftLeft<3>(hn::LoadU(kInts, out.column + i));
+    const I firstY = hn::LoadU(kInts, out.row + i);
+    hn::StoreU(Value(strip, firstX, firstY), kInts, out.stripBase + i);
+    hn::StoreU(Value(start, firstX, firstY), kInts, out.startBase + i);
+    hn::StoreU(Value(end, firstX, firstY), kInts, out.endBase + i);
     hn::StoreU(across.low, kFloats, out.left + i);
     hn::StoreU(across.high, kFloats, out.right + i);
     hn::StoreU(down.low, kFloats, out.top + i);
     hn::StoreU(down.high, kFloats, out.bottom + i);
     const F box = hn::Add(hn::Sub(across.high, across.low), hn::Sub(down.high, down.low));
-    const auto narrow = hn::And(hn::Le(hn::LoadU(kFloats, out.length + i), Set(kLongestNarrow)),
-                                hn::Le(box, Set(kWidestNarrowBox)));
+    const auto small = hn::And(hn::Le(box, Set(kWidestNarrowBox)),
+                               hn::Le(hn::Sub(down.high, down.low), Set(kHighestNarrowBox)));
+    const auto narrow =
+        hn::And(hn::Le(hn::LoadU(kFloats, out.length + i), Set(kLongestNarrow)), small);
     hn::StoreU(hn::VecFromMask(kInts, hn::RebindMask(kInts, narrow)), kInts, out.narrow + i);
   }
 }

@@ -16,6 +16,8 @@
 namespace raster {
 
 inline constexpr int kPlaneUnit = 256;
+// Where an edge's ramp stands on the edge itself: half, less what averaging in whole bytes rounds up.
+inline constexpr float kEdgeOffset = 127;
 inline constexpr int kChunkSegments = 64;
 inline constexpr int kChunkRoom = kChunkSegments + 32;  // vectors may run past the last one
 
@@ -55,6 +57,9 @@ struct ChunkGeometry {
   alignas(64) std::int32_t columns[kChunkRoom];  // below 1: nothing within the clip
   alignas(64) std::int32_t row[kChunkRoom];
   alignas(64) std::int32_t blocks[kChunkRoom];   // below 1: nothing within the clip
+  alignas(64) std::int32_t stripBase[kChunkRoom];  // the planes at the first pixel of column and row
+  alignas(64) std::int32_t startBase[kChunkRoom];
+  alignas(64) std::int32_t endBase[kChunkRoom];
   alignas(64) float left[kChunkRoom];  // the same box, fringe included, before it is cut to the clip
   alignas(64) float top[kChunkRoom];
   alignas(64) float right[kChunkRoom];

@@ -9,7 +9,7 @@ namespace raster {
 namespace {
 
 // Nothing further from the surface than this matters, the longest mitre of the widest pen included.
-constexpr double kGuard = 512;
+constexpr int kGuard = 512;
 
 // Cuts the parameter range `low` .. `high` of from + t delta to `least` .. `most` along one axis.
 void CutRange(double from, double delta, double least, double most, double& low, double& high) {
@@ -29,10 +29,7 @@ void CutRange(double from, double delta, double least, double most, double& low,
 
 void Stroker::Begin(const PixelRect& bounds, float width) {
   halfWidth = width / 2;
-  guardLeft = bounds.left - kGuard;
-  guardTop = bounds.top - kGuard;
-  guardRight = bounds.right + kGuard;
-  guardBottom = bounds.bottom + kGuard;
+  guard = {bounds.left - kGuard, bounds.top - kGuard, bounds.right + kGuard, bounds.bottom + kGuard};
   count = 0;
 }
 
@@ -110,8 +107,8 @@ void Stroker::CoverClosed(std::span<const GridPoint> line) {
 void Stroker::Walk(Vertex from, Vertex to) {
   double low = 0;
   double high = 1;
-  CutRange(from.x, to.x - from.x, guardLeft, guardRight, low, high);
-  CutRange(from.y, to.y - from.y, guardTop, guardBottom, low, high);
+  CutRange(from.x, to.x - from.x, guard.left, guard.right, low, high);
+  CutRange(from.y, to.y - from.y, guard.top, guard.bottom, low, high);
   if (low >= high) {
     LiftPen();
     return;

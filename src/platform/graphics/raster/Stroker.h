@@ -28,8 +28,9 @@ class Stroker {
     double x, y;
   };
 
-  bool InGuard(double x, double y) const {
-    return x >= guardLeft && x <= guardRight && y >= guardTop && y <= guardBottom;
+  template <class T>
+  bool InGuard(T x, T y) const {
+    return x >= guard.left && x <= guard.right && y >= guard.top && y <= guard.bottom;
   }
   void CoverOpen(std::span<const GridPoint> points);
   void CoverClosed(std::span<const GridPoint> points);
@@ -48,7 +49,7 @@ class Stroker {
 
   CoveragePlane& plane;
   float halfWidth = 0.5F;
-  double guardLeft = 0, guardTop = 0, guardRight = 0, guardBottom = 0;
+  PixelRect guard;  // the surface and what lies so near that it may matter
   ChunkPoints points = {};
   ChunkGeometry geometry;
   int count = 0;           // points of the run in the chunk, at 1 .. count; 0: no run
