@@ -9,6 +9,7 @@ namespace {
 
 constexpr float kFringe = 0.8F;
 constexpr float kMitreLimit = 0.02F;  // 1 + cos(turn) at 10 times the half width
+constexpr float kSharpTurn = 1.0F;    // 1 + cos(turn) of the sharpest joint whose halves a seam parts well
 
 struct Vector {
   float x = 0;
@@ -84,21 +85,38 @@ void CoverMitre(const Corner& corner, const Plane& seam, float halfWidth, Covera
   CoverLoosePiece(half, plane);
 }
 
-// The triangle between the joint and the outer ends: its third side lies hw cos(theta / 2) from the
-// joint, where 1 + cos theta = 2 cos^2(theta / 2).
-void CoverBevel(const Corner& corner, float halfWidth, CoveragePlane& plane) {
+// The triangle between the joint and the outer ends, and with `mitred` the one between those and the tip.
+// They part at the line through the outer ends, hw cos(theta / 2) from the joint, where
+// 1 + cos theta = 2 cos^2(theta / 2). A sharp tip is thinner than a pixel, so that both of its edges must
+// count in every pixel: they stand in for the two ends of its piece.
+void CoverSharpCorner(const Corner& corner, bool mitred, float halfWidth, CoveragePlane& plane) {
   const Vector across = corner.edgeBefore + corner.edgeAfter;
   const float length = std::hypot(across.x, across.y);
   if (length < 0.01F * halfWidth) {
     return;
   }
-  LoosePiece triangle;
   const Vector outward = (1 / length) * across;
-  SetStrip(triangle, corner.at, {outward.y, -outward.x}, halfWidth * std::sqrt(corner.turn / 2));
+  const Vector along = {outward.y, -outward.x};
+  const float height = halfWidth * std::sqrt(corner.turn / 2);
+  const Vector endBefore = corner.at + corner.edgeBefore;
+  const Vector endAfter = corner.at + corner.edgeAfter;
+  LoosePiece triangle;
+  SetStrip(triangle, corner.at, along, height);
   triangle.start = PlaneThrough(corner.at, corner.before);
   triangle.end = PlaneThrough(corner.at, corner.after);
-  SetBox(triangle, {corner.at, corner.at + corner.edgeBefore, corner.at + corner.edgeAfter});
+  SetBox(triangle, {corner.at, endBefore, endAfter});
   CoverLoosePiece(triangle, plane);
+  if (!mitred) {
+    return;
+  }
+  const Vector tip = corner.at + (1 / corner.turn) * across;
+  const float beyond = (length / corner.turn - height) / 2 + 1;
+  LoosePiece top;
+  SetStrip(top, corner.at + (height + beyond) * outward, along, beyond);
+  top.start = PlaneThrough(endBefore, -1 * corner.edgeBefore);
+  top.end = PlaneThrough(endAfter, corner.edgeAfter);
+  SetBox(top, {endBefore, endAfter, tip});
+  CoverLoosePiece(top, plane);
 }
 
 }  // namespace
@@ -127,10 +145,10 @@ void CoverCorner(const ChunkPoints& points, const ChunkGeometry& geometry, int i
   const float outer = cross > 0 ? -halfWidth : halfWidth;
   corner.edgeBefore = outer * LeftNormal(corner.before);
   corner.edgeAfter = outer * LeftNormal(corner.after);
-  if (corner.turn >= kMitreLimit) {
+  if (corner.turn >= kSharpTurn) {
     CoverMitre(corner, At(geometry.seam, i), halfWidth, plane);
   } else {
-    CoverBevel(corner, halfWidth, plane);
+    CoverSharpCorner(corner, corner.turn >= kMitreLimit, halfWidth, plane);
   }
 }
 

@@ -26,8 +26,8 @@ constexpr float kFringe = 0.8F;
 // A mitre that reaches further along the stroke than this would make boxes large; such a joint ends
 // square and gets its corner from a wedge.
 constexpr float kLongestBackOff = 24.0F;
-// A mitre of 10 times the half width: 1 + cos(turn) = 2 / 10^2.
-constexpr float kMitreLimit = 0.02F;
+// 1 + cos(turn) of the sharpest good joint.
+constexpr float kSharpTurn = 1.0F;
 constexpr float kLongestNarrow = 16.0F;
 constexpr float kWidestNarrowBox = 108.0F;  // width and height together
 constexpr float kHighestNarrowBox = 60.0F;  // one bit a row in 64
@@ -96,7 +96,7 @@ void MeasureJoints(const ChunkPoints& points, float halfWidth, ChunkGeometry& ou
     const F room = hn::Min(hn::Mul(shorter, Set(0.5F)), Set(kLongestBackOff));
     const F backOff = hn::Mul(hn::Mul(half, half), hn::Sub(Set(1), dot));
     const auto good = hn::And(hn::Le(backOff, hn::Mul(hn::Mul(room, room), turn)),
-                              hn::Ge(turn, Set(kMitreLimit)));
+                              hn::Ge(turn, Set(kSharpTurn)));
     const F reach = hn::Div(half, turn);
     // The fringe grows as the corner sharpens: by 1 / cos(theta / 2) <= 2 / turn.
     const F fringe = hn::Div(Set(2 * kFringe), turn);
