@@ -35,11 +35,12 @@ std::uint32_t RandomColor(Random& random, std::uint32_t alpha) {
   return alpha << 24U | random.Below(kColors);
 }
 
-// Turns the heading a little further, and once in a while sharply.
+// Turns the heading by a bend that drifts around straight on, and once in a while sharply.
 void TurnSmoothly(Random& random, Heading& heading, double& bend) {
   constexpr std::uint32_t kStepsPerSharpTurn = 80;
-  constexpr double kMaxBend = 0.12;  // half a turn's tangent, so about 14 degrees a step
-  bend = std::clamp(bend + random.Uniform(-0.02, 0.02), -kMaxBend, kMaxBend);
+  constexpr double kKeptBend = 0.95;
+  constexpr double kMaxDrift = 0.025;
+  bend = kKeptBend * bend + random.Uniform(-kMaxDrift, kMaxDrift);
   heading.Turn(bend);
   if (random.Below(kStepsPerSharpTurn) == 0) {
     const double side = random.Below(2) == 0 ? -1.0 : 1.0;
