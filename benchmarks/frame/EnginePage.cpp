@@ -10,8 +10,8 @@ std::unique_ptr<Annotation> MakeAnnotation(const Workload& workload, std::size_t
   const BenchMark& mark = workload.marks[index];
   auto annotation = std::make_unique<Annotation>();
   annotation->Init({mark.color, mark.width, 0}, AnnotationTypeDrawing, mark.kind,
-                   "author-" + std::to_string(index % kAuthors), "", "");
-  annotation->SetAnnotationId("mark-" + std::to_string(index));
+                   std::string("author-") + std::to_string(index % kAuthors), "", "");
+  annotation->SetAnnotationId(std::string("mark-") + std::to_string(index));
   annotation->subModelIndex = 0;
   annotation->order = static_cast<std::int32_t>(index);
   for (const POINT& point : mark.points) {

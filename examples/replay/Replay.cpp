@@ -43,7 +43,7 @@ Replay::Replay(PageSize size, double pace)
 }
 
 MemoryFrame Replay::Draw(const Board& board, Progress& progress) {
-  const std::string pageId = "page-" + std::to_string(++pages);
+  const std::string pageId = std::string("page-") + std::to_string(++pages);
   OpenPage(pageId);
   progress.Begin(board.name, board.PointCount());
   pacer.Restart();
