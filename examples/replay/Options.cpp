@@ -18,9 +18,7 @@ constexpr const char* kDescription =
     "a\n"
     "given pace, and writes the last frame of every page as a PNG picture.";
 constexpr const char* kOutHelp =
-    "The picture to write. With several boards the pages' numbers go before the extension: "
-    "page-1.png, "
-    "page-2.png, ...";
+    "The picture; several boards write FILE with -1, -2, ... before its extension";
 
 // Reads a whole number of 1 or more; 0 for anything else.
 int ParseExtent(std::string_view text) {

@@ -2,6 +2,8 @@
 
 #include <unistd.h>
 
+#include <cerrno>
+#include <cstdlib>
 #include <filesystem>
 #include <system_error>
 
@@ -23,9 +25,14 @@ void CheckFolder(const std::string& path) {
   if (!fs::is_directory(folder, error)) {
     throw Failure(path + ": there is no folder " + folder.string());
   }
-  if (::access(folder.c_str(), W_OK | X_OK) != 0) {
-    throw Failure(path + ": no right to write to the folder " + folder.string());
+  // Only a try tells: rights say nothing to root, nor about a read-only disk.
+  std::string probe = (folder / ".parchlet-replay-XXXXXX").string();
+  const int file = ::mkstemp(probe.data());
+  if (file < 0) {
+    throw Failure(path + ": cannot be written: " + std::generic_category().message(errno));
   }
+  ::close(file);
+  ::unlink(probe.c_str());
 }
 
 }  // namespace

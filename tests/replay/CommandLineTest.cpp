@@ -114,7 +114,7 @@ TEST(CommandLineTest, AMistakeIsOneMessageAndStatusTwoAndNothingIsWritten) {
       {"--out folder/ good.jsonl", "not the name of a file\n"},
       {"--out '' good.jsonl", "not the name of a file\n"},
       {"--out ./good.jsonl good.jsonl", "./good.jsonl: is one of the boards\n"},
-      {"--out /proc/new.png good.jsonl", "/proc/new.png: "},
+      {"--out /proc/new.png good.jsonl", "/proc/new.png: cannot be written: "},
       {"--out old.png", "boards is required"},
       {"--out old.png --fast good.jsonl", "--fast"},
       {"--out old.png --size 0x10 good.jsonl", "--size must be"},
