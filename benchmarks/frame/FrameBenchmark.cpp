@@ -57,7 +57,7 @@ void DrawWithEngine(benchmark::State& state, const WorkloadMaker& make) {
     state.SkipWithError("the engine's page and Cairo's image differ");
     return;
   }
-  for (auto _ : state) {
+  while (state.KeepRunning()) {
     benchmark::DoNotOptimize(page.Draw());
   }
   Describe(state, workload);
@@ -67,7 +67,7 @@ void DrawWithCairo(benchmark::State& state, const WorkloadMaker& make) {
   const Workload workload = make();
   CairoRival rival(workload);
   rival.Draw();
-  for (auto _ : state) {
+  while (state.KeepRunning()) {
     rival.Draw();
     benchmark::ClobberMemory();
   }
