@@ -1,6 +1,7 @@
 // Annotation.h - one mark on a page, and the record of its identity and style.
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
 #include <map>
 #include <memory>
@@ -11,10 +12,12 @@
 #include <parchlet/Mutex.h>
 #include <parchlet/Platform.h>
 
+class ReachTable;
+
 // Identity and style of an annotation. The fields are public: a host fills them in a mark that it
 // rebuilds from a message, before it hands the mark to the engine. Once a page owns the mark, the
-// refresh thread reads them while it paints; writing a field then is the host's own affair, while the
-// functions of Annotation are safe at any time.
+// refresh thread reads them while it paints; writing a field then is the host's own affair, while
+// the functions of Annotation are safe at any time.
 class PARCHLET_API AnnotationHeader {
  public:
   AnnotationHeader();
@@ -56,8 +59,8 @@ class PARCHLET_API Annotation : public AnnotationHeader {
   using SubModels = std::map<unsigned int, std::vector<AnnotationPoint>>;
 
   Annotation();
-  // A copy has the header (without pictureProperty and tempStartTick), the drag state, the frame, the
-  // non-empty sub-models of the unbroken run from 0, and the same image, which both then share.
+  // A copy has the header (without pictureProperty and tempStartTick), the drag state, the frame,
+  // the non-empty sub-models of the unbroken run from 0, and the same image, which both then share.
   Annotation(const Annotation& other);
   // As copying; this mark keeps its own pictureProperty and tempStartTick.
   Annotation& operator=(const Annotation& other);
@@ -67,8 +70,8 @@ class PARCHLET_API Annotation : public AnnotationHeader {
   void Init(AnnotationPen pen, AnnotationType type, AnnotationSubType subType,
             const std::string& userId, const std::string& userSubId, const std::string& nickname);
 
-  // Adds a point to sub-model 0. A mark of two points (type 3, sub-types 10, 14, 15, 19 and 20) keeps
-  // its first point and replaces the second one.
+  // Adds a point to sub-model 0. A mark of two points (type 3, sub-types 10, 14, 15, 19 and 20)
+  // keeps its first point and replaces the second one.
   void AddPoint(AnnotationPoint point);
   // Sub-model `subModel` becomes `newPoints`.
   void InsertPoints(unsigned int subModel, std::vector<AnnotationPoint> newPoints);
@@ -96,23 +99,35 @@ class PARCHLET_API Annotation : public AnnotationHeader {
   // decoded leaves a picture that draws nothing and sub-type -1. Sets `subType` from the file's
   // content (21 JPEG, 22 PNG, 23 BMP, else -1) and `pictureProperty`.
   void SetPicture(const std::wstring& path, const std::string& property);
-  // The same from a stream, read from its present position; a null stream changes nothing. Takes over
-  // one reference of the stream.
+  // The same from a stream, read from its present position; a null stream changes nothing. Takes
+  // over one reference of the stream.
   void SetPicture(IStream* stream, const std::string& property);
 
   // Drops the picture and all points; the mark stays usable.
   void Destroy();
 
   // Paints the mark on a surface of `size` pixels and stores the pixel positions of the points it
-  // painted; gives 0 for null graphics, else 1. Points the mark must have to show: two in sub-model 0.
-  // `lock` says that another thread may be adding points; the mark's lock is taken either way, because
-  // a host may read any mark at any time.
+  // painted; gives 0 for null graphics, else 1. Points the mark must have to show: two in sub-model
+  // 0. `lock` says that another thread may be adding points; the mark's lock is taken either way,
+  // because a host may read any mark at any time.
   int Draw(Gdiplus::Graphics* graphics, CurrentAnnotPageSize size, bool lock);
-  // Outlines the selection frame, computed anew; 0 for null graphics, an erased mark or one without a
-  // frame, else 1.
+  // Outlines the selection frame, computed anew; 0 for null graphics, an erased mark or one without
+  // a frame, else 1.
   int DrawRectEx(Gdiplus::Graphics* graphics, CurrentAnnotPageSize size);
-  // Computes the selection frame: the box of the points' centres, at least 2 pixels each way. 0 for a
-  // mark with fewer than two points in sub-model 0, else 1.
+  // These two answer for the pixels as last drawn, and look at nothing but x and y of their
+  // arguments. An erased mark answers like any other.
+  //
+  // 1 when an eraser that moves straight from p1 to p2 touches the mark: it crosses the centre line
+  // (of an ellipse, the diamond within it, or it ends inside), else 0.
+  int FindAnnotation(const AnnotationPoint& p1, const AnnotationPoint& p2) const;
+  // 1 when the point hits the mark, with the pen's width counted in, else 0. With `useFrame`: when
+  // it lies in the selection frame as last computed.
+  int FindAnnotation(const AnnotationPoint& p, bool useFrame) const;
+  // 1 when the mark, not erased, lies entirely inside the rectangle, edges included, whichever way
+  // that was dragged out; else 0. The pen's width does not count.
+  int IsInSelectRect(const RECT& rect) const;
+  // Computes the selection frame: the box of the points' centres, at least 2 pixels each way. 0 for
+  // a mark with fewer than two points in sub-model 0, else 1.
   int SetRectEx(CurrentAnnotPageSize size);
 
  private:
@@ -120,6 +135,19 @@ class PARCHLET_API Annotation : public AnnotationHeader {
   friend struct AnnotationTestAccess;
 
   struct Snapshot;  // what a copy takes over, read under the source's lock
+
+  // Whether the map has the mark's present id for a key.
+  bool IsNamedIn(const std::map<std::string, Annotation*>& annotations) const
+      PARCHLET_EXCLUDES(mutex);
+  // Makes the mark report to the table, under `slot`, how far it reaches, from now on.
+  void ReportReach(ReachTable& table, std::size_t slot) PARCHLET_EXCLUDES(mutex);
+  std::size_t ReachSlot() const PARCHLET_EXCLUDES(mutex);
+  // A copy of sub-model 0, empty when there is none.
+  std::vector<AnnotationPoint> FirstSubModel() const PARCHLET_EXCLUDES(mutex);
+  // The pixel of the first point of sub-model 0, which there must be.
+  POINT AnchorPixel() const PARCHLET_EXCLUDES(mutex);
+  // Renumbers the points of sub-model 0; nothing without one.
+  void MoveFirstSubModelTo(unsigned int subModel) PARCHLET_EXCLUDES(mutex);
 
   Snapshot TakeSnapshot() const PARCHLET_EXCLUDES(mutex);
   void CopyAnnotation(const Annotation& source) PARCHLET_EXCLUDES(mutex);
@@ -144,7 +172,35 @@ class PARCHLET_API Annotation : public AnnotationHeader {
   bool HasTwoPoints() const PARCHLET_REQUIRES(mutex);
   // The box that the first two points span, after their conversion to pixels of `size`.
   RECT ConvertTwoPoints(CurrentAnnotPageSize size) PARCHLET_REQUIRES(mutex);
+  // Brings the pixels of the connected sub-models up to date with `size`.
+  void ConvertPath(CurrentAnnotPageSize size) PARCHLET_REQUIRES(mutex);
+  void ConvertPathTail(CurrentAnnotPageSize size) PARCHLET_REQUIRES(mutex);
   int UpdateFrame(CurrentAnnotPageSize size) PARCHLET_REQUIRES(mutex);
+
+  // Declares the pixels of all points out of date, and their box.
+  void PointsReplaced() PARCHLET_REQUIRES(mutex);
+  void RecomputePixelBox() PARCHLET_REQUIRES(mutex);
+  void PublishReach() PARCHLET_REQUIRES(mutex);
+
+  int FindShapeAnnotation(POINT from, POINT to) const PARCHLET_REQUIRES(mutex);
+  int FindShapeAnnotation(POINT at, bool useFrame) const PARCHLET_REQUIRES(mutex);
+  int FindPictureAnnotation(POINT from, POINT to) const PARCHLET_REQUIRES(mutex);
+  int FindPictureAnnotation(POINT at, bool useFrame) const PARCHLET_REQUIRES(mutex);
+  int FindLine(POINT from, POINT to) const PARCHLET_REQUIRES(mutex);
+  int FindLine(POINT at) const PARCHLET_REQUIRES(mutex);
+  int FindEllipse(POINT from, POINT to) const PARCHLET_REQUIRES(mutex);
+  int FindEllipse(POINT at) const PARCHLET_REQUIRES(mutex);
+  int FindRectangle(POINT from, POINT to) const PARCHLET_REQUIRES(mutex);
+  int FindRectangle(POINT at) const PARCHLET_REQUIRES(mutex);
+  int FindTriangle(POINT from, POINT to) const PARCHLET_REQUIRES(mutex);
+  int FindTriangle(POINT at) const PARCHLET_REQUIRES(mutex);
+  int FindPath(POINT from, POINT to) const PARCHLET_REQUIRES(mutex);
+  int FindPath(POINT at) const PARCHLET_REQUIRES(mutex);
+  int IsShapeInSelectRect(const RECT& rect) const PARCHLET_REQUIRES(mutex);
+  int IsPictureInSelectRect(const RECT& rect) const PARCHLET_REQUIRES(mutex);
+  int IsPointInRectEx(POINT point) const PARCHLET_REQUIRES(mutex);
+  POINT FirstPixel() const PARCHLET_REQUIRES(mutex);
+  POINT SecondPixel() const PARCHLET_REQUIRES(mutex);
 
   AnnotationPoint moveOrigin PARCHLET_GUARDED_BY(mutex) = {0, 0, -1.0, -1.0};
   SubModels points PARCHLET_GUARDED_BY(mutex);
@@ -152,4 +208,16 @@ class PARCHLET_API Annotation : public AnnotationHeader {
   RECT frame PARCHLET_GUARDED_BY(mutex) = {0, 0, 0, 0};
   // Shared by the copies of a mark; the last of them releases it.
   std::shared_ptr<Gdiplus::Image> picture PARCHLET_GUARDED_BY(mutex);
+
+  // The box of all points' stored pixels, ends included; left > right without points.
+  RECT pixelBox PARCHLET_GUARDED_BY(mutex) = {INT32_MAX, INT32_MAX, INT32_MIN, INT32_MIN};
+  // The pixels of a path's connected sub-models are those of this surface size, but for the points
+  // of sub-model 0 past the first `convertedPoints`; {0, 0} when they are not.
+  CurrentAnnotPageSize convertedSize PARCHLET_GUARDED_BY(mutex) = {0, 0};
+  std::size_t convertedPoints PARCHLET_GUARDED_BY(mutex) = 0;
+
+  // Where the page that owns the mark looks before it asks the mark. Null until then.
+  ReachTable* reachTable PARCHLET_GUARDED_BY(mutex) = nullptr;
+  std::size_t reachSlot PARCHLET_GUARDED_BY(mutex) = 0;
+  bool isOwned = false;  // a page owns the mark; the host thread's
 };

@@ -10,8 +10,8 @@
 
 enum class PictureFormat { kUnknown, kPng, kJpeg, kBmp, kGif };
 
-// Decoded pixels: premultiplied 0xAARRGGBB, row by row, top row first. Width and height are 0 for what
-// could not be decoded; the format is then kUnknown.
+// Decoded pixels: premultiplied 0xAARRGGBB, row by row, top row first. Width and height are 0 for
+// what could not be decoded; the format is then kUnknown.
 struct Picture {
   PictureFormat format = PictureFormat::kUnknown;
   int width = 0;
@@ -30,7 +30,7 @@ struct PictureView {
   std::ptrdiff_t stride = 0;
 };
 
-// Writes a PNG file (8 bits a channel, alpha kept, not premultiplied): first a temporary file beside
-// `path` (UTF-8), then a rename, so that a failure harms no existing file and leaves nothing behind.
-// False for empty pixels or when the file cannot be written.
+// Writes a PNG file (8 bits a channel, alpha kept, not premultiplied): first a temporary file
+// beside `path` (UTF-8), then a rename, so that a failure harms no existing file and leaves nothing
+// behind. False for empty pixels or when the file cannot be written.
 bool SavePng(const PictureView& view, const std::string& path);

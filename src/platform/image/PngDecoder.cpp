@@ -1,0 +1,125 @@
+#include "platform/image/PngDecoder.h"
+
+#include <algorithm>
+#include <csetjmp>
+#include <cstring>
+
+#include <png.h>
+
+#include "platform/image/Limits.h"
+#include "platform/image/PixelMath.h"
+
+namespace {
+
+constexpr std::size_t kChannels = 4;
+constexpr png_alloc_size_t kMaxChunkBytes = 8U << 20;
+// Deflate packs at most 258 bytes into 2 bits.
+constexpr std::uint64_t kMaxInflation = 1032;
+
+void Fail(png_structp png, png_const_charp /*message*/) {
+  png_longjmp(png, 1);
+}
+
+void Ignore(png_structp /*png*/, png_const_charp /*message*/) {}
+
+void ReadBytes(png_structp png, png_bytep destination, png_size_t size) {
+  auto& rest = *static_cast<std::span<const std::byte>*>(png_get_io_ptr(png));
+  if (size > rest.size()) {
+    png_error(png, "");
+  }
+  std::memcpy(destination, rest.data(), size);
+  rest = rest.subspan(size);
+}
+
+// Owns libpng's state. The functions below that call setjmp keep no object with a destructor and
+// change no local variable after it, so a jump out of libpng skips nothing.
+struct Reader {
+  explicit Reader(std::span<const std::byte> bytes) : rest(bytes) {
+    png = png_create_read_struct(PNG_LIBPNG_VER_STRING, nullptr, Fail, Ignore);
+    info = png == nullptr ? nullptr : png_create_info_struct(png);
+  }
+  ~Reader() { png_destroy_read_struct(&png, &info, nullptr); }
+  Reader(const Reader&) = delete;
+  Reader& operator=(const Reader&) = delete;
+
+  std::span<const std::byte> rest;
+  png_structp png = nullptr;
+  png_infop info = nullptr;
+};
+
+bool ReadHeader(Reader& reader) {
+  if (setjmp(png_jmpbuf(reader.png)) != 0) {
+    return false;
+  }
+  png_set_read_fn(reader.png, &reader.rest, ReadBytes);
+  png_set_user_limits(reader.png, kMaxPictureSide, kMaxPictureSide);
+  png_set_chunk_malloc_max(reader.png, kMaxChunkBytes);
+  png_read_info(reader.png, reader.info);
+  return true;
+}
+
+// Asks for 8 bits of red, green, blue and alpha, whatever the file holds.
+bool PrepareRows(Reader& reader) {
+  if (setjmp(png_jmpbuf(reader.png)) != 0) {
+    return false;
+  }
+  png_set_scale_16(reader.png);
+  png_set_expand(reader.png);
+  png_set_gray_to_rgb(reader.png);
+  png_set_add_alpha(reader.png, 0xFF, PNG_FILLER_AFTER);
+  png_set_interlace_handling(reader.png);
+  png_read_update_info(reader.png, reader.info);
+  return true;
+}
+
+bool ReadRows(Reader& reader, png_bytepp rows) {
+  if (setjmp(png_jmpbuf(reader.png)) != 0) {
+    return false;
+  }
+  png_read_image(reader.png, rows);
+  png_read_end(reader.png, nullptr);
+  return true;
+}
+
+// False for a header that promises more than its few bytes can hold: no memory is spent on those.
+bool IsSizePlausible(const Reader& reader, std::size_t fileSize) {
+  const std::uint64_t width = png_get_image_width(reader.png, reader.info);
+  const std::uint64_t height = png_get_image_height(reader.png, reader.info);
+  return IsPictureSizeAllowed(width, height) &&
+         png_get_rowbytes(reader.png, reader.info) * height / kMaxInflation <= fileSize;
+}
+
+// Turns the channels that libpng left, four bytes a pixel, into pixels, in place.
+void ConvertInPlace(std::vector<std::uint32_t>& pixels) {
+  for (std::uint32_t& pixel : pixels) {
+    std::uint8_t channels[kChannels];
+    std::memcpy(channels, &pixel, kChannels);
+    pixel = Premultiply({channels[0], channels[1], channels[2], channels[3]});
+  }
+}
+
+}  // namespace
+
+Picture DecodePng(std::span<const std::byte> bytes) {
+  Reader reader(bytes);
+  if (reader.info == nullptr || !ReadHeader(reader) || !IsSizePlausible(reader, bytes.size()) ||
+      !PrepareRows(reader)) {
+    return {};
+  }
+  const std::size_t width = png_get_image_width(reader.png, reader.info);
+  const std::size_t height = png_get_image_height(reader.png, reader.info);
+  if (png_get_rowbytes(reader.png, reader.info) != width * kChannels) {
+    return {};
+  }
+  Picture picture{PictureFormat::kPng, static_cast<int>(width), static_cast<int>(height),
+                  std::vector<std::uint32_t>(width * height)};
+  std::vector<png_bytep> rows(height);
+  for (std::size_t y = 0; y < height; ++y) {
+    rows[y] = reinterpret_cast<png_bytep>(picture.pixels.data() + y * width);
+  }
+  if (!ReadRows(reader, rows.data())) {
+    return {};
+  }
+  ConvertInPlace(picture.pixels);
+  return picture;
+}
