@@ -4,7 +4,7 @@
 set -euo pipefail
 
 purpose=${1:-test}
-packages=(g++ cmake ninja-build pkg-config libcairo2-dev libpng-dev libcli11-dev nlohmann-json3-dev)
+packages=(g++ cmake ninja-build pkg-config libcairo2-dev libhwy-dev libpng-dev libcli11-dev nlohmann-json3-dev)
 if [[ $purpose == test ]]; then
   packages+=(git clang clang-format clang-tidy libgtest-dev libgmock-dev libbenchmark-dev)
 fi

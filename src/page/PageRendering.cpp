@@ -16,6 +16,8 @@ int AnnotationPage::DrawPage() {
   DrawConfirmed();
   DrawPending();
   DrawRubberBand();
+  // Whoever reads the surface, with the page lock or after it, finds this frame.
+  graphics->Flush(Gdiplus::FlushIntentionSync);
   return 1;
 }
 

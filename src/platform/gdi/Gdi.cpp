@@ -1,11 +1,17 @@
 #include "platform/gdi/Gdi.h"
 
+#include <atomic>
 #include <new>
 
 namespace {
 
 constexpr int kMaxSide = 32767;
 constexpr std::size_t kMaxPixels = std::size_t{1} << 28;  // 1 GiB
+
+std::uint64_t NextSerial() {
+  static std::atomic<std::uint64_t> last{0};
+  return ++last;
+}
 
 bool IsUsableSize(LONG width, LONG height) {
   return width >= 1 && height >= 1 && width <= kMaxSide && height <= kMaxSide &&
@@ -57,6 +63,7 @@ HBITMAP CreateDIBSection(HDC dc, const BITMAPINFO* info, UINT usage, void** bits
   if (bitmap == nullptr) {
     return nullptr;
   }
+  bitmap->serial = NextSerial();
   bitmap->width = header.biWidth;
   bitmap->height = -header.biHeight;
   const auto count =

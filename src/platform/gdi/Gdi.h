@@ -4,6 +4,7 @@
 #include <cstddef>
 #include <cstdint>
 #include <memory>
+#include <vector>
 
 #include <parchlet/Platform.h>
 
@@ -50,6 +51,9 @@ struct PixelSection {
   int width = 0;
   int height = 0;
   std::unique_ptr<std::uint32_t[]> pixels;
+  std::uint64_t serial = 0;   // never given to another section
+  std::uint64_t version = 0;  // grows whenever the painter changes pixels
+  std::vector<RECT> changed;  // what may differ from the version before
 };
 using HBITMAP = PixelSection*;
 using HGDIOBJ = void*;

@@ -1,13 +1,26 @@
 #include "platform/graphics/Graphics.h"
 
+#include <span>
+#include <type_traits>
+
 #include "platform/graphics/Painter.h"
 #include "platform/image/Picture.h"
 
 namespace Gdiplus {
 
-Graphics::Graphics(HDC dc) : painter(std::make_unique<Painter>(GetPixels(dc))) {
-  if (!painter->IsUsable()) {
-    painter.reset();
+namespace {
+
+std::span<const raster::GridPoint> AsGridPoints(const Point* points, INT count) {
+  static_assert(sizeof(Point) == sizeof(raster::GridPoint) && std::is_standard_layout_v<Point>);
+  return {reinterpret_cast<const raster::GridPoint*>(points), static_cast<std::size_t>(count)};
+}
+
+}  // namespace
+
+Graphics::Graphics(HDC dc) {
+  if (GetPixels(dc).pixels != nullptr) {
+    painter = std::make_unique<Painter>(*dc->selected);
+  } else {
     lastStatus = InvalidParameter;
   }
 }
@@ -35,7 +48,7 @@ Status Graphics::Clear(const Color& color) {
   if (painter == nullptr) {
     return Keep(InvalidParameter);
   }
-  painter->Clear(color.GetValue());
+  painter->Frame().Clear(color.GetValue());
   return Ok;
 }
 
@@ -56,44 +69,36 @@ Status Graphics::StrokePoints(const Pen* pen, const Point* points, INT count, bo
   if (painter == nullptr || pen == nullptr || points == nullptr || count < 2) {
     return Keep(InvalidParameter);
   }
-  Outline& outline = painter->BeginStroke(pen->Width());
-  for (INT i = 0; i < count; ++i) {
-    outline.Add({static_cast<double>(points[i].X), static_cast<double>(points[i].Y)});
-  }
-  return Keep(painter->Stroke(pen->Argb(), pen->Width(), closed));
+  painter->Frame().Stroke(AsGridPoints(points, count), closed, pen->Width(), pen->Argb());
+  return Ok;
 }
 
 Status Graphics::DrawRectangle(const Pen* pen, INT x, INT y, INT width, INT height) {
   if (painter == nullptr || pen == nullptr || width < 0 || height < 0) {
     return Keep(InvalidParameter);
   }
-  const double left = x;
-  const double top = y;
-  const double right = left + width;
-  const double bottom = top + height;
-  Outline& outline = painter->BeginStroke(pen->Width());
-  outline.Add({left, top});
-  outline.Add({right, top});
-  outline.Add({right, bottom});
-  outline.Add({left, bottom});
-  return Keep(painter->Stroke(pen->Argb(), pen->Width(), true));
+  const INT right = x + width;
+  const INT bottom = y + height;
+  const Point corners[] = {{x, y}, {right, y}, {right, bottom}, {x, bottom}};
+  // Without an extent it is a line, not a line there and back.
+  const bool flat = width == 0 || height == 0;
+  return flat ? DrawLine(pen, x, y, right, bottom) : StrokePoints(pen, corners, 4, true);
 }
 
 Status Graphics::DrawEllipse(const Pen* pen, INT x, INT y, INT width, INT height) {
   if (painter == nullptr || pen == nullptr || width < 0 || height < 0) {
     return Keep(InvalidParameter);
   }
-  const double radiusX = width / 2.0;
-  const double radiusY = height / 2.0;
-  painter->BeginStroke(pen->Width()).AddEllipse({x + radiusX, y + radiusY}, radiusX, radiusY);
-  return Keep(painter->Stroke(pen->Argb(), pen->Width(), true));
+  painter->Frame().StrokeEllipse({x, y, width, height}, pen->Width(), pen->Argb());
+  return Ok;
 }
 
 Status Graphics::FillRectangle(const SolidBrush* brush, INT x, INT y, INT width, INT height) {
   if (painter == nullptr || brush == nullptr) {
     return Keep(InvalidParameter);
   }
-  return Keep(painter->FillRectangle(brush->Argb(), Rect(x, y, width, height)));
+  painter->Frame().Fill({x, y, width, height}, brush->Argb());
+  return Ok;
 }
 
 Status Graphics::DrawImage(Image* image, const Rect& destination, INT sourceX, INT sourceY,
@@ -101,9 +106,16 @@ Status Graphics::DrawImage(Image* image, const Rect& destination, INT sourceX, I
   if (painter == nullptr || image == nullptr || unit != UnitPixel || image->Pixels().width == 0) {
     return Keep(InvalidParameter);
   }
-  painter->DrawPicture(image->Pixels(), Rect(sourceX, sourceY, sourceWidth, sourceHeight),
-                       destination);
+  painter->Frame().DrawPicture(
+      image->SharedPixels(), {sourceX, sourceY, sourceWidth, sourceHeight},
+      {destination.X, destination.Y, destination.Width, destination.Height});
   return Ok;
+}
+
+void Graphics::Flush(FlushIntention /*intention*/) {
+  if (painter != nullptr) {
+    painter->Flush();
+  }
 }
 
 }  // namespace Gdiplus

@@ -25,6 +25,7 @@ using REAL = float;
 enum Status { Ok = 0, GenericError = 1, InvalidParameter = 2, OutOfMemory = 3 };
 enum Unit { UnitWorld = 0, UnitPixel = 2 };
 enum SmoothingMode { SmoothingModeAntiAlias = 4 };
+enum FlushIntention { FlushIntentionFlush = 0, FlushIntentionSync = 1 };
 
 class Color {
  public:
@@ -85,13 +86,15 @@ class Image {
   Status GetLastStatus();
 
   const Picture& Pixels() const { return *picture; }
+  std::shared_ptr<const Picture> SharedPixels() const { return picture; }
 
  private:
-  std::unique_ptr<Picture> picture;
+  std::shared_ptr<const Picture> picture;
   Status lastStatus = Ok;
 };
 
-// Draws on the bitmap selected into a device context. The bitmap must outlive it.
+// Draws on the bitmap selected into a device context. The bitmap must outlive it. What is drawn is
+// sure to be in the bitmap's pixels after a Flush.
 class Graphics {
  public:
   explicit Graphics(HDC dc);
@@ -110,6 +113,8 @@ class Graphics {
   // Stretches the source rectangle, in pixels, into `destination`.
   Status DrawImage(Image* image, const Rect& destination, INT sourceX, INT sourceY, INT sourceWidth,
                    INT sourceHeight, Unit unit);
+  // Completes all drawing under way; with either intention, before it returns.
+  void Flush(FlushIntention intention = FlushIntentionFlush);
   // The status of the last failed call since it was last asked for.
   Status GetLastStatus();
 

@@ -84,11 +84,11 @@ GUID RawFormatOf(PictureFormat format) {
 }  // namespace
 
 Image::Image(const wchar_t* path)
-    : picture(std::make_unique<Picture>(DecodePicture(ReadFile(path)))),
+    : picture(std::make_shared<const Picture>(DecodePicture(ReadFile(path)))),
       lastStatus(picture->width > 0 ? Ok : InvalidParameter) {}
 
 Image::Image(IStream* stream)
-    : picture(std::make_unique<Picture>(DecodePicture(ReadStream(stream)))),
+    : picture(std::make_shared<const Picture>(DecodePicture(ReadStream(stream)))),
       lastStatus(picture->width > 0 ? Ok : InvalidParameter) {}
 
 Image::~Image() = default;

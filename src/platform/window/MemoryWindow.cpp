@@ -28,13 +28,24 @@ struct MemoryWindow::State final : LayeredWindow {
   }
 
   void Copy(const LayeredFrame& pushed) {
-    const auto columns = static_cast<std::size_t>(pushed.width);
-    frame.width = pushed.width;
-    frame.height = pushed.height;
-    frame.pixels.resize(columns * static_cast<std::size_t>(pushed.height));
-    for (int y = 0; y < pushed.height; ++y) {
+    const RECT whole = {0, 0, pushed.width, pushed.height};
+    if (frame.width != pushed.width || frame.height != pushed.height) {
+      frame.width = pushed.width;
+      frame.height = pushed.height;
+      frame.pixels.resize(static_cast<std::size_t>(pushed.width) * pushed.height);
+      CopyArea(pushed, whole);
+      return;
+    }
+    for (std::size_t i = 0; i < pushed.changedCount; ++i) {
+      CopyArea(pushed, pushed.changed[i]);
+    }
+  }
+
+  void CopyArea(const LayeredFrame& pushed, const RECT& area) {
+    for (LONG y = area.top; y < area.bottom; ++y) {
       const std::uint32_t* row = pushed.pixels + y * (pushed.stride / 4);
-      std::copy_n(row, columns, frame.pixels.data() + static_cast<std::size_t>(y) * columns);
+      std::copy(row + area.left, row + area.right,
+                frame.pixels.data() + static_cast<std::ptrdiff_t>(y) * frame.width + area.left);
     }
   }
 

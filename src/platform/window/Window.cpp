@@ -2,7 +2,6 @@
 
 #include <algorithm>
 #include <condition_variable>
-#include <cstring>
 #include <map>
 #include <memory>
 #include <vector>
@@ -13,6 +12,14 @@ namespace {
 
 constexpr std::int64_t kMaxSide = 32767;
 
+// The frame that a window shows.
+struct ShownFrame {
+  std::uint64_t serial = 0;  // of its section; 0: none
+  std::uint64_t version = 0;
+  int width = 0;
+  int height = 0;
+};
+
 // A registered window. `users` counts the calls into it under way; it is guarded by the registry's
 // lock. The rest belongs to the one refresh thread that pushes to it.
 struct Registration {
@@ -21,6 +28,8 @@ struct Registration {
   LayeredWindow& window;
   int users = 0;
   bool closed = false;
+  ShownFrame shown;
+  std::vector<RECT> changed;
   std::vector<std::uint32_t> padded;  // a frame larger than the surface, kept for the next push
 };
 
@@ -111,22 +120,56 @@ HDC WindowContext() {
   return &context;
 }
 
-// The surface's rows in a buffer of the window's size, transparent past the surface.
-const std::uint32_t* Pad(const PixelView& surface, int width, int height,
-                         std::vector<std::uint32_t>& padded) {
-  const auto columns = static_cast<std::size_t>(width);
-  padded.assign(columns * static_cast<std::size_t>(height), 0);
-  const auto shared = static_cast<std::size_t>(std::min(width, surface.width));
-  for (int y = 0; y < std::min(height, surface.height); ++y) {
-    const auto row = static_cast<std::size_t>(y);
-    std::memcpy(padded.data() + row * columns,
-                surface.pixels + row * static_cast<std::size_t>(surface.width),
-                shared * sizeof(std::uint32_t));
+// Copies the surface's rows within `area` into a buffer of the window's size.
+void CopyArea(const PixelView& surface, const RECT& area, int width,
+              std::vector<std::uint32_t>& padded) {
+  const int right = std::min<int>(area.right, surface.width);
+  for (int y = area.top; y < std::min<int>(area.bottom, surface.height); ++y) {
+    if (area.left < right) {
+      std::copy_n(surface.pixels + std::ptrdiff_t{y} * surface.width + area.left,
+                  right - area.left, padded.data() + std::ptrdiff_t{y} * width + area.left);
+    }
   }
-  return padded.data();
 }
 
-bool Push(Registration& registration, const PixelView& surface, int width, int height) {
+// What of a window's frame differs from the one that it was shown before.
+void FindChanged(const Registration& registration, const PixelSection& section, int width,
+                 int height, std::vector<RECT>& changed) {
+  changed.clear();
+  const ShownFrame& shown = registration.shown;
+  const bool known = shown.serial == section.serial && shown.width == width &&
+                     shown.height == height;
+  if (!known || section.version > shown.version + 1) {
+    changed.push_back({0, 0, width, height});
+  } else if (section.version > shown.version) {
+    for (const RECT& area : section.changed) {
+      const RECT seen = {area.left, area.top, std::min<LONG>(area.right, width),
+                         std::min<LONG>(area.bottom, height)};
+      if (seen.left < seen.right && seen.top < seen.bottom) {
+        changed.push_back(seen);
+      }
+    }
+  }
+}
+
+// Brings the buffer that stands in for a surface smaller than the window up to date; past the
+// surface it is transparent.
+void UpdatePadded(Registration& registration, const PixelView& surface, int width, int height) {
+  std::vector<std::uint32_t>& padded = registration.padded;
+  const auto count = static_cast<std::size_t>(width) * static_cast<std::size_t>(height);
+  if (padded.size() != count || registration.shown.serial == 0) {
+    padded.assign(count, 0);
+    CopyArea(surface, {0, 0, width, height}, width, padded);
+    return;
+  }
+  for (const RECT& area : registration.changed) {
+    CopyArea(surface, area, width, padded);
+  }
+}
+
+bool Push(Registration& registration, const PixelSection& section, int width, int height) {
+  const PixelView surface = {section.pixels.get(), section.width, section.height};
+  FindChanged(registration, section, width, height, registration.changed);
   LayeredFrame frame{};
   frame.width = width;
   frame.height = height;
@@ -135,13 +178,21 @@ bool Push(Registration& registration, const PixelView& surface, int width, int h
     frame.stride = surface.StrideBytes();
     std::vector<std::uint32_t>().swap(registration.padded);
   } else {
-    frame.pixels = Pad(surface, width, height, registration.padded);
+    if (registration.shown.serial != section.serial) {
+      registration.padded.clear();
+    }
+    UpdatePadded(registration, surface, width, height);
+    frame.pixels = registration.padded.data();
     frame.stride = static_cast<std::ptrdiff_t>(width) * 4;
   }
-  const RECT whole = {0, 0, width, height};
-  frame.changed = &whole;
-  frame.changedCount = 1;
-  return registration.window.Present(frame);
+  frame.changed = registration.changed.data();
+  frame.changedCount = registration.changed.size();
+  registration.shown = {section.serial, section.version, width, height};
+  const bool presented = registration.window.Present(frame);
+  if (!presented) {
+    registration.shown = {};  // nobody knows what the window shows now
+  }
+  return presented;
 }
 
 }  // namespace
@@ -184,5 +235,5 @@ BOOL UpdateLayeredWindow(HWND window, HDC /*destination*/, POINT* /*position*/, 
       size->cx > kMaxSide || size->cy > kMaxSide) {
     return 0;
   }
-  return Push(*use.Get(), surface, size->cx, size->cy) ? 1 : 0;
+  return Push(*use.Get(), *source->selected, size->cx, size->cy) ? 1 : 0;
 }

@@ -7,13 +7,10 @@
 #include "platform/graphics/raster/Dot.h"
 
 namespace raster {
-namespace {
 
 float UsableWidth(float penWidth) {
   return std::isnan(penWidth) ? kThinnestPen : std::clamp(penWidth, kThinnestPen, kWidestPen);
 }
-
-}  // namespace
 
 void Rasterizer::SetTarget(const PixelSurface& newSurface, const PixelRect& newClip) {
   surface = newSurface;
@@ -40,7 +37,12 @@ void Rasterizer::Stroke(std::span<const GridPoint> points, bool closed, float pe
 void Rasterizer::StrokeEllipse(std::int32_t x, std::int32_t y, std::int32_t width,
                                std::int32_t height, float penWidth, std::uint32_t argb) {
   const Ink ink = MakeInk(argb);
-  if (clip.IsEmpty() || ink.invisible) {
+  if (clip.IsEmpty() || ink.invisible || width < 0 || height < 0) {
+    return;
+  }
+  if (width == 0 || height == 0) {
+    const GridPoint ends[] = {{x, y}, {x + width, y + height}};
+    Stroke(ends, false, penWidth, argb);
     return;
   }
   stroker.Begin(surface.Bounds(), UsableWidth(penWidth));

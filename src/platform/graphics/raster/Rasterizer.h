@@ -17,6 +17,7 @@ namespace raster {
 // The pens that can be told apart on a page; others are brought within.
 inline constexpr float kThinnestPen = 1;
 inline constexpr float kWidestPen = 30;
+float UsableWidth(float penWidth);
 
 // Keeps its scratch memory between marks. One thread at a time; several rasterizers may paint on one
 // surface when their clips do not overlap.

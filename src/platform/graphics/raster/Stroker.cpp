@@ -176,12 +176,31 @@ void Stroker::LiftPenTowards(Vertex next) {
   count = 0;
 }
 
+// Whether anything of the chunk can touch the clip, the longest mitre included.
+bool Stroker::IsInSight() const {
+  const float margin = 10 * halfWidth + 2;
+  const auto reaches = [&](const float* values, int low, int high) {
+    float least = values[1];
+    float most = values[1];
+    for (int i = 2; i <= points.segments + 1; ++i) {
+      least = std::min(least, values[i]);
+      most = std::max(most, values[i]);
+    }
+    return least - margin <= static_cast<float>(high) && most + margin >= static_cast<float>(low);
+  };
+  const PixelRect& clip = plane.Clip();
+  return reaches(points.x, clip.left, clip.right) && reaches(points.y, clip.top, clip.bottom);
+}
+
 void Stroker::Flush(int segments) {
   if (!startKnown) {
     points.x[0] = 2 * points.x[1] - points.x[2];
     points.y[0] = 2 * points.y[1] - points.y[2];
   }
   points.segments = segments;
+  if (!IsInSight()) {
+    return;
+  }
   MeasureChunk(points, halfWidth, plane.Clip(), geometry);
   CoverChunk(geometry, halfWidth < kThickHalfWidth, plane);
   for (int i = 1; i <= segments; ++i) {

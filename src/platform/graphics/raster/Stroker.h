@@ -46,6 +46,7 @@ class Stroker {
   void MoveToFrom(Vertex before, Vertex first);
   void LiftPenTowards(Vertex next);
   void Flush(int segments);
+  bool IsInSight() const;
 
   CoveragePlane& plane;
   float halfWidth = 0.5F;
