@@ -153,7 +153,11 @@ void Frame::NotePart(Command& command, std::size_t first, std::size_t last) {
 void Frame::StrokeEllipse(const Box& box, float penWidth, std::uint32_t argb) {
   Command& command = Add(Shape::kEllipse, argb, penWidth);
   command.box = box;
-  NoteBox(command, 1, command.penWidth / 2 + kFringe);
+  // Where the outline bends tighter than the pen is wide, its joints may be as sharp as any.
+  const double wide = std::max(box.width, box.height) / 2.0;
+  const double narrow = std::min(box.width, box.height) / 2.0;
+  const bool sharp = narrow * narrow < 2 * command.penWidth * wide;
+  NoteBox(command, 1, command.penWidth / 2 * (sharp ? 10 : 1.5) + kFringe);
 }
 
 void Frame::Fill(const Box& box, std::uint32_t argb) {

@@ -1,6 +1,8 @@
 #include <algorithm>
 #include <cmath>
 #include <numbers>
+#include <span>
+#include <vector>
 
 #include "platform/graphics/raster/Stroker.h"
 
@@ -18,6 +20,26 @@ int StepsFor(double radius) {
   return static_cast<int>(std::exp2(std::ceil(std::log2(std::max(steps, 16.0)))));
 }
 
+constexpr int kTurns = 64;
+
+// Even steps of the circle that the ellipse is squeezed from keep to the chord error. A flat ellipse turns
+// about within a few of them, which would leave sharp corners: even steps of the normal's angle as well.
+std::vector<double> VertexAngles(double radiusX, double radiusY, int steps) {
+  std::vector<double> angles;
+  for (int step = 0; step < steps; ++step) {
+    angles.push_back(2 * std::numbers::pi * step / steps);
+  }
+  if (4 * std::min(radiusX, radiusY) < std::max(radiusX, radiusY)) {
+    for (int turn = 0; turn < kTurns; ++turn) {
+      const double normal = 2 * std::numbers::pi * (turn + 0.5) / kTurns;
+      const double angle = std::atan2(radiusY * std::sin(normal), radiusX * std::cos(normal));
+      angles.push_back(angle < 0 ? angle + 2 * std::numbers::pi : angle);
+    }
+    std::sort(angles.begin(), angles.end());
+  }
+  return angles;
+}
+
 constexpr int kWholeArc = 32;  // arcs of this many steps or less are followed step by step
 
 }  // namespace
@@ -26,22 +48,23 @@ void Stroker::CoverEllipse(double x, double y, double width, double height) {
   const Vertex radius{width / 2, height / 2};
   const Vertex center{x + radius.x, y + radius.y};
   const int steps = StepsFor(std::max(radius.x, radius.y) + halfWidth);
-  const auto at = [&](int step) {
-    const double angle = 2 * std::numbers::pi * step / steps;
-    return Vertex{center.x + radius.x * std::cos(angle), center.y + radius.y * std::sin(angle)};
-  };
   if (!InGuard(x, y) || !InGuard(x + width, y + height)) {
     FollowArc(center, radius, 0, steps, steps);
     LiftPen();
     return;
   }
-  MoveToFrom(at(steps - 1), at(0));
-  for (int step = 1; step < steps; ++step) {
-    const Vertex vertex = at(step);
-    LineTo(static_cast<float>(vertex.x), static_cast<float>(vertex.y));
+  const std::vector<double> angles = VertexAngles(radius.x, radius.y, steps);
+  const auto vertex = [&](double angle) {
+    return Vertex{center.x + radius.x * std::cos(angle), center.y + radius.y * std::sin(angle)};
+  };
+  MoveToFrom(vertex(angles.back()), vertex(angles.front()));
+  for (const double angle : std::span(angles).subspan(1)) {
+    const Vertex next = vertex(angle);
+    LineTo(static_cast<float>(next.x), static_cast<float>(next.y));
   }
-  LineTo(static_cast<float>(at(0).x), static_cast<float>(at(0).y));
-  LiftPenTowards(at(1));
+  const Vertex first = vertex(angles.front());
+  LineTo(static_cast<float>(first.x), static_cast<float>(first.y));
+  LiftPenTowards(vertex(angles[1]));
 }
 
 // An arc lies within the box of its ends and middle, grown by its sagitta.
