@@ -24,7 +24,9 @@ std::unique_ptr<Annotation> MakeAnnotation(const Workload& workload, std::size_t
 }  // namespace
 
 EnginePage::EnginePage(const Workload& workload)
-    : window(RECT{0, 0, workload.width, workload.height}) {
+    : window(RECT{0, 0, workload.width, workload.height}),
+      width(workload.width),
+      height(workload.height) {
   AnnotationPageInfo info = {};
   info.width = workload.width;
   info.height = workload.height;
@@ -35,6 +37,31 @@ EnginePage::EnginePage(const Workload& workload)
     // Every id is new, so the page adopts every mark.
     page.AddAnnotation(MakeAnnotation(workload, i).release(), true);
   }
+}
+
+// Another background is another page, pixel by pixel, and the same work.
+bool EnginePage::ShowAnew() {
+  page.SetPageBackgroundColor(++frames % 2 == 0 ? 0xFFFFFFFF : 0xFFFEFEFE);
+  return page.UpdateLayeredContent() != 0;
+}
+
+bool EnginePage::ShowLive() {
+  if (live == nullptr || livePoints == kLivePoints) {
+    auto path = std::make_unique<Annotation>();
+    path->Init({0xFF205080, 6, 0}, AnnotationTypeDrawing, AnnotationSubTypePath, "author-0", "",
+               "");
+    if (live != nullptr) {
+      live->Erase(1);
+    }
+    live = path.release();
+    livePoints = 0;
+    page.AddAnnotation(live, false);
+  }
+  const auto step = static_cast<int>(livePoints++);
+  const int x = width / 4 + 3 * step;
+  const int y = height / 2 + (step % 40 < 20 ? step % 20 : 20 - step % 20);
+  live->AddPoint({x, y, static_cast<double>(x) / width, static_cast<double>(y) / height});
+  return page.UpdateLayeredContent() != 0;
 }
 
 std::vector<std::uint32_t> EnginePage::CopyPixels() {

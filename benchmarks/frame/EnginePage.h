@@ -15,13 +15,23 @@ class EnginePage {
  public:
   explicit EnginePage(const Workload& workload);
 
-  // Renders the page once; false when it has no surface.
-  bool Draw() { return page.DrawPage() == 1; }
+  // Renders and pushes one frame: nothing in it is as before, the path that is being drawn has one
+  // point more, or nothing has changed. False when the window was not reached.
+  bool ShowAnew();
+  bool ShowLive();
+  bool ShowIdle() { return page.UpdateLayeredContent() != 0; }
 
   // Renders the page once more and gives what it pushes to its window.
   std::vector<std::uint32_t> CopyPixels();
 
  private:
+  static constexpr std::size_t kLivePoints = 200;
+
   MemoryWindow window;  // outlives the page
   AnnotationPage page;
+  int width;
+  int height;
+  std::uint32_t frames = 0;
+  Annotation* live = nullptr;  // the page's
+  std::size_t livePoints = 0;
 };

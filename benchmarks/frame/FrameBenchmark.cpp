@@ -1,5 +1,7 @@
-// FrameBenchmark.cpp - what one rendering of a page costs, beside the same marks drawn straight
-// with Cairo. ratios.py makes a table of the results.
+// FrameBenchmark.cpp - what one frame of a page costs, rendered and pushed to a window in memory,
+// beside the same marks drawn straight with Cairo: painted from scratch, with one point added to
+// one path, and with nothing changed. ratios.py makes a table of the results. Bound to one
+// processor (taskset -c 0), the painter uses one thread.
 #include <benchmark/benchmark.h>
 
 #include <algorithm>
@@ -50,7 +52,9 @@ bool ShowTheSame(const Workload& workload, EnginePage& page) {
   return static_cast<double>(differing) <= kToleratedShare * static_cast<double>(actual.size());
 }
 
-void DrawWithEngine(benchmark::State& state, const WorkloadMaker& make) {
+using Show = bool (EnginePage::*)();
+
+void DrawWithEngine(benchmark::State& state, const WorkloadMaker& make, Show show) {
   const Workload workload = make();
   EnginePage page(workload);
   if (!ShowTheSame(workload, page)) {
@@ -58,7 +62,7 @@ void DrawWithEngine(benchmark::State& state, const WorkloadMaker& make) {
     return;
   }
   while (state.KeepRunning()) {
-    benchmark::DoNotOptimize(page.Draw());
+    benchmark::DoNotOptimize((page.*show)());
   }
   Describe(state, workload);
 }
@@ -75,11 +79,15 @@ void DrawWithCairo(benchmark::State& state, const WorkloadMaker& make) {
 }
 
 void Register(const std::string& name, const WorkloadMaker& make) {
-  for (const bool engine : {true, false}) {
-    benchmark::RegisterBenchmark((name + (engine ? "/engine" : "/cairo")).c_str(),
-                                 engine ? DrawWithEngine : DrawWithCairo, make)
-        ->Unit(benchmark::kMillisecond);
-  }
+  const auto add = [&](const std::string& side, auto... arguments) {
+    benchmark::RegisterBenchmark((name + "/" + side).c_str(), arguments...)
+        ->Unit(benchmark::kMillisecond)
+        ->UseRealTime();
+  };
+  add("cairo", DrawWithCairo, make);
+  add("scratch", DrawWithEngine, make, &EnginePage::ShowAnew);
+  add("live", DrawWithEngine, make, &EnginePage::ShowLive);
+  add("idle", DrawWithEngine, make, &EnginePage::ShowIdle);
 }
 
 void RegisterPaths(const std::string& name, int width, int height, const PathStyle& style) {
@@ -93,6 +101,7 @@ void RegisterAll() {
   Register("W4", [] { return MakeShapes("W4", 1920, 1080, 1000, 6); });
   RegisterPaths("W5", 1920, 1080, {1, 100'000, 6, 0xFF});
   RegisterPaths("W7", 1920, 1080, {300, 200, 20, 0x80});
+  Register("T", [] { return MakeTorture("T", 1920, 1080, 400); });
 }
 
 }  // namespace

@@ -5,7 +5,7 @@
         --benchmark_enable_random_interleaving=true --benchmark_format=json |
       python3 benchmarks/frame/ratios.py
 
-Times are medians of the repetitions' CPU times, in milliseconds a frame.
+Times are medians of the repetitions' wall-clock times, in milliseconds a frame.
 """
 
 import json
@@ -27,14 +27,19 @@ def main():
             continue
         times.setdefault(workload, {}).setdefault(side, []).append(run["cpu_time"])
         sizes[workload] = run["marks"], run["points"]
-    print("| workload | marks | points | engine ms | Cairo ms | engine / Cairo |")
-    print("| --- | ---: | ---: | ---: | ---: | ---: |")
+    columns = ("scratch", "live", "idle")
+    print("| workload | marks | points | Cairo ms | " + " | ".join(f"{c} ms | x" for c in columns) + " |")
+    print("| --- |" + " ---: |" * (3 + 2 * len(columns)))
     for workload, sides in sorted(times.items()):
-        if {"engine", "cairo"} <= sides.keys():
-            engine, cairo = (statistics.median(sides[side]) for side in ("engine", "cairo"))
-            marks, points = sizes[workload]
-            print(f"| {workload} | {marks:.0f} | {points:.0f} | {engine:.2f} | {cairo:.2f} "
-                  f"| {engine / cairo:.3f} |")
+        if "cairo" not in sides:
+            continue
+        cairo = statistics.median(sides["cairo"])
+        marks, points = sizes[workload]
+        cells = [workload, f"{marks:.0f}", f"{points:.0f}", f"{cairo:.1f}"]
+        for column in columns:
+            value = statistics.median(sides.get(column, [float("nan")]))
+            cells += [f"{value:.3f}", f"{cairo / value:.1f}"]
+        print("| " + " | ".join(cells) + " |")
     return 1 if failed else 0
 
 

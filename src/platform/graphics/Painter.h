@@ -1,9 +1,10 @@
-// What a Graphics paints with: a frame of recorded commands on the section selected into its context.
+// What a Graphics paints with: a frame of recorded commands on the section selected into its
+// context.
 #pragma once
 
 #include "platform/gdi/Gdi.h"
-#include "platform/graphics/Graphics.h"
 #include "platform/graphics/canvas/Frame.h"
+#include "platform/graphics/Graphics.h"
 
 // Owned by one Graphics; one thread at a time. The section must outlive it.
 class Gdiplus::Graphics::Painter {

@@ -126,8 +126,8 @@ void CopyArea(const PixelView& surface, const RECT& area, int width,
   const int right = std::min<int>(area.right, surface.width);
   for (int y = area.top; y < std::min<int>(area.bottom, surface.height); ++y) {
     if (area.left < right) {
-      std::copy_n(surface.pixels + std::ptrdiff_t{y} * surface.width + area.left,
-                  right - area.left, padded.data() + std::ptrdiff_t{y} * width + area.left);
+      std::copy_n(surface.pixels + std::ptrdiff_t{y} * surface.width + area.left, right - area.left,
+                  padded.data() + std::ptrdiff_t{y} * width + area.left);
     }
   }
 }
@@ -137,8 +137,8 @@ void FindChanged(const Registration& registration, const PixelSection& section, 
                  int height, std::vector<RECT>& changed) {
   changed.clear();
   const ShownFrame& shown = registration.shown;
-  const bool known = shown.serial == section.serial && shown.width == width &&
-                     shown.height == height;
+  const bool known =
+      shown.serial == section.serial && shown.width == width && shown.height == height;
   if (!known || section.version > shown.version + 1) {
     changed.push_back({0, 0, width, height});
   } else if (section.version > shown.version) {

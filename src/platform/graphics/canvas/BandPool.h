@@ -10,8 +10,8 @@
 
 namespace canvas {
 
-// Owned by one Frame and entered by one thread at a time. The helpers start with the first job that is
-// worth it and end with the pool; a pool of one thread never starts any.
+// Owned by one Frame and entered by one thread at a time. The helpers start with the first job that
+// is worth it and end with the pool; a pool of one thread never starts any.
 class BandPool {
  public:
   // `threads`: the caller's own included; 0: one a processor, at most four.
@@ -22,8 +22,8 @@ class BandPool {
 
   int Threads() const { return threads; }
 
-  // Runs work(thread, item) for every item below `items` and returns when all are done. `thread` is below
-  // Threads(); items of one thread run one after the other.
+  // Runs work(thread, item) for every item below `items` and returns when all are done. `thread` is
+  // below Threads(); items of one thread run one after the other.
   void Run(int items, const std::function<void(int thread, int item)>& work);
 
  private:

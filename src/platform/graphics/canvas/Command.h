@@ -23,12 +23,12 @@ struct Command {
   Shape shape = Shape::kPolyline;
   std::uint32_t argb = 0;  // not premultiplied
   float penWidth = 1;
-  Box box;                      // of everything but lines: where it is drawn
-  std::size_t firstPoint = 0;   // of lines: their points in the frame's list
+  Box box;                     // of everything but lines: where it is drawn
+  std::size_t firstPoint = 0;  // of lines: their points in the frame's list
   std::size_t pointCount = 0;
-  Box part;                     // of a picture: what of it is drawn
+  Box part;  // of a picture: what of it is drawn
   std::shared_ptr<const Picture> picture;
-  raster::PixelRect reach;      // no pixel outside is touched
+  raster::PixelRect reach;  // no pixel outside is touched
 };
 
 }  // namespace canvas

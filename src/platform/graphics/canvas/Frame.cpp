@@ -102,8 +102,8 @@ void Frame::Stroke(std::span<const raster::GridPoint> line, bool closed, float p
   NoteLine(command);
 }
 
-// A long line is noted part by part, so that a point added to its end changes the tiles around that end
-// alone.
+// A long line is noted part by part, so that a point added to its end changes the tiles around that
+// end alone.
 void Frame::NoteLine(Command& command) {
   const std::size_t last = command.pointCount - 1;
   const std::size_t step = command.shape == Shape::kPolygon ? command.pointCount : kPartSegments;
@@ -122,10 +122,9 @@ void Frame::NotePart(Command& command, std::size_t first, std::size_t last) {
   raster::GridPoint low = line[first];
   raster::GridPoint high = low;
   std::uint64_t hash = first;
-  // Where the line turns by more than a right angle, a mitre may reach ten times the half width. A part
-  // that cannot see which way the line came expects it.
-  bool sharp =
-      command.shape == Shape::kPolygon || (first > 0 && line[first - 1] == line[first]);
+  // Where the line turns by more than a right angle, a mitre may reach ten times the half width. A
+  // part that cannot see which way the line came expects it.
+  bool sharp = command.shape == Shape::kPolygon || (first > 0 && line[first - 1] == line[first]);
   float dx = 0;
   float dy = 0;
   for (std::size_t i = first == 0 ? 0 : first - 1; i <= last; ++i) {

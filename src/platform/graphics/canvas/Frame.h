@@ -1,8 +1,9 @@
-// A surface that is drawn anew frame by frame and painted only where a frame differs from the one before.
+// A surface that is drawn anew frame by frame and painted only where a frame differs from the one
+// before.
 //
-// Drawing calls are recorded; Finish paints them. A Clear drops what came before it. Every tile of the
-// page knows the hash of the commands that touched it, in order; a tile whose hash is that of the pixels
-// shown keeps them.
+// Drawing calls are recorded; Finish paints them. A Clear drops what came before it. Every tile of
+// the page knows the hash of the commands that touched it, in order; a tile whose hash is that of
+// the pixels shown keeps them.
 #pragma once
 
 #include <memory>
@@ -16,8 +17,8 @@
 
 namespace canvas {
 
-// Owned by the painter of one surface, which must outlive it; one thread at a time. Coordinates may lie
-// anywhere. Memory is kept from frame to frame.
+// Owned by the painter of one surface, which must outlive it; one thread at a time. Coordinates may
+// lie anywhere. Memory is kept from frame to frame.
 class Frame {
  public:
   // `threads` as for BandPool; the pixels do not depend on it.
@@ -32,14 +33,15 @@ class Frame {
   // Stretches a part of the picture into `box`; nothing for a part that reaches over its edge.
   void DrawPicture(std::shared_ptr<const Picture> picture, const Box& part, const Box& box);
 
-  // Makes the pixels final. Gives the areas that may have changed since the last Finish, none when nothing
-  // did; valid until the next call.
+  // Makes the pixels final. Gives the areas that may have changed since the last Finish, none when
+  // nothing did; valid until the next call.
   std::span<const raster::PixelRect> Finish();
 
  private:
   void DropCommands();
   Command& Add(Shape shape, std::uint32_t argb, float penWidth);
-  raster::PixelRect Reach(double left, double top, double right, double bottom, double margin) const;
+  raster::PixelRect Reach(double left, double top, double right, double bottom,
+                          double margin) const;
   void NoteBox(Command& command, std::uint64_t hash, double margin);
   void NoteLine(Command& command);
   void Paint(raster::Rasterizer& rasterizer, const raster::PixelRect& area) const;
@@ -51,10 +53,10 @@ class Frame {
   TileMap tiles;
   std::vector<Command> commands;
   std::vector<raster::GridPoint> points;
-  // The pictures of the frame before: they live on while this one is recorded, so that equal addresses
-  // mean equal pictures.
+  // The pictures of the frame before: they live on while this one is recorded, so that equal
+  // addresses mean equal pictures.
   std::vector<std::shared_ptr<const Picture>> pictures;
-  bool cleared = false;  // the commands start from a Clear
+  bool cleared = false;   // the commands start from a Clear
   bool finished = false;  // the commands are painted; the next one starts a new list
   std::uint32_t clearColor = 0;
   std::vector<raster::PixelRect> changed;

@@ -1,5 +1,5 @@
-// The page cut into tiles, each with a hash of everything that was drawn on it, in order. Equal hashes
-// mean equal pixels.
+// The page cut into tiles, each with a hash of everything that was drawn on it, in order. Equal
+// hashes mean equal pixels.
 #pragma once
 
 #include <bit>
@@ -34,8 +34,8 @@ class TileMap {
   // The mark draws a part, of that hash, within `reach`, which lies on the page.
   void AddPart(const raster::PixelRect& reach, std::uint64_t hash);
 
-  // Lists the areas whose hash is not that of the pixels shown, as rectangles that do not overlap, and
-  // takes them as shown from now on.
+  // Lists the areas whose hash is not that of the pixels shown, as rectangles that do not overlap,
+  // and takes them as shown from now on.
   void TakeChanged(std::vector<raster::PixelRect>& areas);
 
  private:

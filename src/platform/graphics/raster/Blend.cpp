@@ -28,9 +28,9 @@ constexpr D8 k8;
 constexpr D64 k64;
 constexpr int kVectorPixels = static_cast<int>(hn::MaxLanes(k16)) / 2;
 
-// Where the coverage of a 16-bit channel stands among the eight bytes of a group, by 128-bit block: the
-// blocks hold pixels 0..3 and 4..7 (or, on 128-bit targets, one after the other), of which unpacking puts
-// the first two in the lower vector.
+// Where the coverage of a 16-bit channel stands among the eight bytes of a group, by 128-bit block:
+// the blocks hold pixels 0..3 and 4..7 (or, on 128-bit targets, one after the other), of which
+// unpacking puts the first two in the lower vector.
 alignas(32) constexpr std::uint8_t kLower[32] = {0, 0, 0, 0, 0, 0, 0, 0, 1, 1, 1, 1, 1, 1, 1, 1,
                                                  4, 4, 4, 4, 4, 4, 4, 4, 5, 5, 5, 5, 5, 5, 5, 5};
 alignas(32) constexpr std::uint8_t kUpper[32] = {2, 2, 2, 2, 2, 2, 2, 2, 3, 3, 3, 3, 3, 3, 3, 3,
@@ -51,8 +51,8 @@ struct InkLanes {
   }
 };
 
-// ground + coverage (color - ground alpha), in one rounding for an opaque colour: `cover` is the coverage
-// byte in both halves of a channel, that is coverage / 255 in 1/65536.
+// ground + coverage (color - ground alpha), in one rounding for an opaque colour: `cover` is the
+// coverage byte in both halves of a channel, that is coverage / 255 in 1/65536.
 template <bool kOpaque>
 HWY_INLINE V16 Mixed(V16 ground, V16 cover, const InkLanes& ink) {
   const auto bits = hn::BitCast(hn::RebindToUnsigned<D16>(), cover);
@@ -142,12 +142,14 @@ alignas(32) constexpr std::uint8_t kAlphaOfUpper[32] = {
     11, 0x80, 11, 0x80, 11, 0x80, 11, 0x80, 15, 0x80, 15, 0x80, 15, 0x80, 15, 0x80,
     11, 0x80, 11, 0x80, 11, 0x80, 11, 0x80, 15, 0x80, 15, 0x80, 15, 0x80, 15, 0x80};
 
-HWY_INLINE void OverVector(const std::uint32_t* HWY_RESTRICT source, std::uint32_t* HWY_RESTRICT pixels) {
+HWY_INLINE void OverVector(const std::uint32_t* HWY_RESTRICT source,
+                           std::uint32_t* HWY_RESTRICT pixels) {
   const V8 zero = hn::Zero(k8);
   const V8 over = hn::LoadU(k8, reinterpret_cast<const std::uint8_t*>(source));
   const V8 ground = hn::LoadU(k8, reinterpret_cast<const std::uint8_t*>(pixels));
   const V16 lowAlpha = hn::BitCast(k16, hn::TableLookupBytesOr0(over, hn::Load(k8, kAlphaOfLower)));
-  const V16 highAlpha = hn::BitCast(k16, hn::TableLookupBytesOr0(over, hn::Load(k8, kAlphaOfUpper)));
+  const V16 highAlpha =
+      hn::BitCast(k16, hn::TableLookupBytesOr0(over, hn::Load(k8, kAlphaOfUpper)));
   const V16 low = Over(hn::BitCast(k16, hn::InterleaveLower(k8, ground, zero)),
                        hn::BitCast(k16, hn::InterleaveLower(k8, over, zero)), lowAlpha);
   const V16 high = Over(hn::BitCast(k16, hn::InterleaveUpper(k8, ground, zero)),

@@ -12,8 +12,8 @@ namespace raster {
 // Blends `ink` over every listed group of eight pixels.
 void BlendGroups(const GroupList& groups, const Ink& ink, std::uint32_t* pixels);
 
-// The same for groups of which only the pixels with coverage belong to the target: the others are neither
-// read nor written.
+// The same for groups of which only the pixels with coverage belong to the target: the others are
+// neither read nor written.
 void BlendCutGroups(const GroupList& groups, const Ink& ink, std::uint32_t* pixels);
 
 // Blends `ink` over `count` pixels, fully covered.

@@ -25,25 +25,28 @@ constexpr D16 k16;
 constexpr DU16 kU16;
 constexpr D8 k8;
 
-// A pair of vectors holds kPairRows rows of 8 pixels: the first vector the even ones, the second the odd
-// ones, so that packing the two puts the rows in order.
+// A pair of vectors holds kPairRows rows of 8 pixels: the first vector the even ones, the second
+// the odd ones, so that packing the two puts the rows in order.
 constexpr int kPairRows = static_cast<int>(hn::MaxLanes(k16)) / 4;
 static_assert(kBlockRows % kPairRows == 0);
 
-HWY_INLINE V16 Set(int value) { return hn::Set(k16, static_cast<std::int16_t>(value)); }
+HWY_INLINE V16 Set(int value) {
+  return hn::Set(k16, static_cast<std::int16_t>(value));
+}
 
 alignas(64) constexpr std::int16_t kLaneX[32] = {0, 1, 2, 3, 4, 5, 6, 7, 0, 1, 2, 3, 4, 5, 6, 7};
 alignas(64) constexpr std::int16_t kLaneY[32] = {0, 0, 0, 0, 0, 0, 0, 0, 2, 2, 2, 2, 2, 2, 2, 2};
 
-// One plane over the lanes of a pair, in 16 bits modulo 2^16: only the values within a piece's box have
-// to fit, not those on the way.
+// One plane over the lanes of a pair, in 16 bits modulo 2^16: only the values within a piece's box
+// have to fit, not those on the way.
 struct PlaneLanes {
   V16 offset;  // of a lane of the first vector from the pair's first pixel
   V16 odd;     // from the first vector to the second
   V16 step;    // from one pair to the next below
 
   explicit HWY_INLINE PlaneLanes(int a, int b)
-      : offset(hn::Add(hn::Mul(hn::Load(k16, kLaneX), Set(a)), hn::Mul(hn::Load(k16, kLaneY), Set(b)))),
+      : offset(hn::Add(hn::Mul(hn::Load(k16, kLaneX), Set(a)),
+                       hn::Mul(hn::Load(k16, kLaneY), Set(b)))),
         odd(Set(b)),
         step(Set(b * kPairRows)) {}
 };
@@ -65,7 +68,8 @@ HWY_INLINE V8 RampBelow(V16 limit, const PlaneValues& d) {
   return PackBlocks(hn::Sub(limit, d.even), hn::Sub(limit, d.odd));
 }
 
-// Coverage by the strip |d| <= w/2: each edge is the mean of two ramps. Of a thin strip both edges count.
+// Coverage by the strip |d| <= w/2: each edge is the mean of two ramps. Of a thin strip both edges
+// count.
 template <bool kThin>
 HWY_INLINE V8 StripCoverage(V16 outer, V16 inner, const PlaneValues& d) {
   if constexpr (kThin) {
@@ -105,17 +109,18 @@ HWY_INLINE std::uint64_t EmptyRows(V8 coverage) {
 template <bool kThin>
 class PieceLanes {
  public:
-  HWY_INLINE PieceLanes(const Plane& strip, const Plane& start, const Plane& end, int outer, int inner)
+  HWY_INLINE PieceLanes(const Plane& strip, const Plane& start, const Plane& end, int outer,
+                        int inner)
       : strip(strip.a, strip.b),
         start(start.a, start.b),
         end(end.a, end.b),
         outer(Set(outer)),
         inner(Set(inner)) {}
 
-  // Covers `blocks` blocks, at most 16, from `bytes` on; the bases are the planes' values at the first
-  // pixel. Gives a bit for every row that is not left empty.
-  HWY_INLINE std::uint64_t Cover(std::uint8_t* HWY_RESTRICT bytes, int stripBase, int startBase, int endBase,
-                        int blocks) const {
+  // Covers `blocks` blocks, at most 16, from `bytes` on; the bases are the planes' values at the
+  // first pixel. Gives a bit for every row that is not left empty.
+  HWY_INLINE std::uint64_t Cover(std::uint8_t* HWY_RESTRICT bytes, int stripBase, int startBase,
+                                 int endBase, int blocks) const {
     PlaneValues d(strip, stripBase);
     PlaneValues s(start, startBase);
     PlaneValues e(end, endBase);
@@ -140,7 +145,9 @@ class PieceLanes {
   V16 outer, inner;
 };
 
-HWY_INLINE Plane At(const PlaneArrays& arrays, int i) { return {arrays.a[i], arrays.b[i], arrays.c[i]}; }
+HWY_INLINE Plane At(const PlaneArrays& arrays, int i) {
+  return {arrays.a[i], arrays.b[i], arrays.c[i]};
+}
 
 template <bool kThin>
 HWY_INLINE void CoverSegment(const ChunkGeometry& g, int i, CoveragePlane& plane) {
@@ -174,8 +181,8 @@ HWY_INLINE int ShapeOf(const ChunkGeometry& g, int i) {
   return std::min(g.columns[i], 4) * 16 + std::min(g.blocks[i], 16) - 17;
 }
 
-// Lists the narrow pieces in sight, those of one shape together: their loops are then as long as the ones
-// before, which the processor guesses right. Coverage adds up the same in any order.
+// Lists the narrow pieces in sight, those of one shape together: their loops are then as long as
+// the ones before, which the processor guesses right. Coverage adds up the same in any order.
 int SortByShape(const ChunkGeometry& g, std::uint8_t* order) {
   std::uint8_t first[kShapes + 1] = {};
   std::uint8_t seen[kChunkSegments];
@@ -215,13 +222,17 @@ void CoverSegments(const ChunkGeometry& g, CoveragePlane& plane) {
   }
 }
 
-void CoverThick(const ChunkGeometry& g, CoveragePlane& plane) { CoverSegments<false>(g, plane); }
-void CoverThin(const ChunkGeometry& g, CoveragePlane& plane) { CoverSegments<true>(g, plane); }
+void CoverThick(const ChunkGeometry& g, CoveragePlane& plane) {
+  CoverSegments<false>(g, plane);
+}
+void CoverThin(const ChunkGeometry& g, CoveragePlane& plane) {
+  CoverSegments<true>(g, plane);
+}
 
 constexpr int kCellRows = 16;
 
-// A plane's value, brought so near to the ramp's range that 16 bits hold it over a whole cell: beyond,
-// every pixel of the cell lies past the ramp anyhow.
+// A plane's value, brought so near to the ramp's range that 16 bits hold it over a whole cell:
+// beyond, every pixel of the cell lies past the ramp anyhow.
 HWY_INLINE int Near(double value) {
   constexpr double kFar = 20000;
   return static_cast<int>(std::floor(std::min(std::max(value, -kFar), kFar) + 0.5));

@@ -1,9 +1,9 @@
 // The coverage of one mark, a byte a pixel.
 //
-// Pixels stand in columns of 8: the bytes of column c, row y follow those of column c, row y - 1, so that
-// a block of 8 x 4 pixels is 32 bytes in a row, whatever the width of the page. The plane is zero between
-// marks. Beside it, one bit tells for every 8-pixel group whether the mark touched it, so that only those
-// groups are looked at again.
+// Pixels stand in columns of 8: the bytes of column c, row y follow those of column c, row y - 1,
+// so that a block of 8 x 4 pixels is 32 bytes in a row, whatever the width of the page. The plane
+// is zero between marks. Beside it, one bit tells for every 8-pixel group whether the mark touched
+// it, so that only those groups are looked at again.
 #pragma once
 
 #include <cstdint>
@@ -40,8 +40,8 @@ class CoveragePlane {
   }
   std::ptrdiff_t ColumnStride() const { return columnStride; }
 
-  // Notes that the box may no longer be zero; which of its groups, NoteRows tells. Rows may reach into
-  // the slack.
+  // Notes that the box may no longer be zero; which of its groups, NoteRows tells. Rows may reach
+  // into the slack.
   void NoteBox(const PixelRect& columnsAndRows) {
     firstWord = std::min(firstWord, Index(columnsAndRows.top) >> 6);
     lastWord = std::max(lastWord, (Index(columnsAndRows.bottom) - 1) >> 6);
@@ -56,7 +56,8 @@ class CoveragePlane {
   std::ptrdiff_t BitsStride() const { return wordsPerColumn; }
   int Index(int row) const { return row - clip.top + kSlackRows; }
 
-  // Notes in a column's bits the groups that are not zero: bit i of `rows` stands for row `index + i`.
+  // Notes in a column's bits the groups that are not zero: bit i of `rows` stands for row `index +
+  // i`.
   static void NoteRows(std::uint64_t* columnBits, int index, std::uint64_t rows) {
     std::uint64_t* const word = columnBits + (index >> 6);
     const int shift = index & 63;
@@ -67,8 +68,9 @@ class CoveragePlane {
     }
   }
 
-  // Moves the mark out: lists its whole groups in `groups`, copies the clip's cut columns over as groups
-  // of their own in `cutGroups`, and leaves the plane zero. `stride` is the surface's, in pixels.
+  // Moves the mark out: lists its whole groups in `groups`, copies the clip's cut columns over as
+  // groups of their own in `cutGroups`, and leaves the plane zero. `stride` is the surface's, in
+  // pixels.
   void Extract(std::ptrdiff_t stride, GroupList& groups, GroupList& cutGroups);
 
  private:

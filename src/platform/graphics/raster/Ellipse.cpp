@@ -9,8 +9,8 @@
 namespace raster {
 namespace {
 
-// A chord over the angle 2 h of a circle of radius r errs by r (1 - cos h) <= r h^2 / 2. The pen's outer
-// edge runs on the larger radius.
+// A chord over the angle 2 h of a circle of radius r errs by r (1 - cos h) <= r h^2 / 2. The pen's
+// outer edge runs on the larger radius.
 constexpr double kChordError = 1.0 / 16;
 
 // A power of two, so that halving the circle meets every vertex: what is skipped out of sight never
@@ -22,8 +22,9 @@ int StepsFor(double radius) {
 
 constexpr int kTurns = 64;
 
-// Even steps of the circle that the ellipse is squeezed from keep to the chord error. A flat ellipse turns
-// about within a few of them, which would leave sharp corners: even steps of the normal's angle as well.
+// Even steps of the circle that the ellipse is squeezed from keep to the chord error. A flat
+// ellipse turns about within a few of them, which would leave sharp corners: even steps of the
+// normal's angle as well.
 std::vector<double> VertexAngles(double radiusX, double radiusY, int steps) {
   std::vector<double> angles;
   for (int step = 0; step < steps; ++step) {
@@ -68,7 +69,8 @@ void Stroker::CoverEllipse(double x, double y, double width, double height) {
 }
 
 // An arc lies within the box of its ends and middle, grown by its sagitta.
-void Stroker::FollowArc(const Vertex& center, const Vertex& radius, int first, int last, int steps) {
+void Stroker::FollowArc(const Vertex& center, const Vertex& radius, int first, int last,
+                        int steps) {
   const auto at = [&](int step) {
     const double angle = 2 * std::numbers::pi * step / steps;
     return Vertex{center.x + radius.x * std::cos(angle), center.y + radius.y * std::sin(angle)};
@@ -76,9 +78,12 @@ void Stroker::FollowArc(const Vertex& center, const Vertex& radius, int first, i
   const Vertex start = at(first);
   const Vertex end = at(last);
   const double half = std::numbers::pi * (last - first) / steps;
-  const double bulge = (1 - std::cos(std::min(half, std::numbers::pi))) * std::max(radius.x, radius.y);
-  if (std::max(start.x, end.x) + bulge < guard.left || std::min(start.x, end.x) - bulge > guard.right ||
-      std::max(start.y, end.y) + bulge < guard.top || std::min(start.y, end.y) - bulge > guard.bottom) {
+  const double bulge =
+      (1 - std::cos(std::min(half, std::numbers::pi))) * std::max(radius.x, radius.y);
+  if (std::max(start.x, end.x) + bulge < guard.left ||
+      std::min(start.x, end.x) - bulge > guard.right ||
+      std::max(start.y, end.y) + bulge < guard.top ||
+      std::min(start.y, end.y) - bulge > guard.bottom) {
     LiftPen();
     return;
   }

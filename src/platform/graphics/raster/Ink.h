@@ -9,8 +9,8 @@ namespace raster {
 struct Ink {
   // Premultiplied, in 1/128 levels: a translucent colour keeps the fraction that 8 bits would lose.
   std::int16_t finePremultiplied[4];
-  // What remains of the ground under full coverage is ground * (1 - alpha); alpha in 1/32768, at most
-  // 32767.
+  // What remains of the ground under full coverage is ground * (1 - alpha); alpha in 1/32768, at
+  // most 32767.
   std::int16_t alpha15;
   std::uint32_t premultiplied;
   bool opaque;

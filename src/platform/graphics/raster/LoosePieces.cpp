@@ -9,16 +9,23 @@ namespace {
 
 constexpr float kFringe = 0.8F;
 constexpr float kMitreLimit = 0.02F;  // 1 + cos(turn) at 10 times the half width
-constexpr float kSharpTurn = 1.0F;    // 1 + cos(turn) of the sharpest joint whose halves a seam parts well
+constexpr float kSharpTurn =
+    1.0F;  // 1 + cos(turn) of the sharpest joint whose halves a seam parts well
 
 struct Vector {
   float x = 0;
   float y = 0;
 };
 
-Vector operator+(Vector a, Vector b) { return {a.x + b.x, a.y + b.y}; }
-Vector operator*(float k, Vector v) { return {k * v.x, k * v.y}; }
-Vector LeftNormal(Vector tangent) { return {-tangent.y, tangent.x}; }
+Vector operator+(Vector a, Vector b) {
+  return {a.x + b.x, a.y + b.y};
+}
+Vector operator*(float k, Vector v) {
+  return {k * v.x, k * v.y};
+}
+Vector LeftNormal(Vector tangent) {
+  return {-tangent.y, tangent.x};
+}
 
 Plane PlaneThrough(Vector point, Vector normal) {
   const float larger = std::max({std::abs(normal.x), std::abs(normal.y), 1e-6F});
@@ -61,11 +68,13 @@ void SetBox(LoosePiece& piece, std::initializer_list<Vector> corners) {
   piece.bottom += kFringe;
 }
 
-Plane At(const PlaneArrays& arrays, int i) { return {arrays.a[i], arrays.b[i], arrays.c[i]}; }
+Plane At(const PlaneArrays& arrays, int i) {
+  return {arrays.a[i], arrays.b[i], arrays.c[i]};
+}
 
 struct Corner {
   Vector at;
-  Vector before, after;  // the tangents
+  Vector before, after;          // the tangents
   Vector edgeBefore, edgeAfter;  // from the joint to the outer ends of the two square ends
   float turn;
 };
@@ -85,10 +94,10 @@ void CoverMitre(const Corner& corner, const Plane& seam, float halfWidth, Covera
   CoverLoosePiece(half, plane);
 }
 
-// The triangle between the joint and the outer ends, and with `mitred` the one between those and the tip.
-// They part at the line through the outer ends, hw cos(theta / 2) from the joint, where
-// 1 + cos theta = 2 cos^2(theta / 2). A sharp tip is thinner than a pixel, so that both of its edges must
-// count in every pixel: they stand in for the two ends of its piece.
+// The triangle between the joint and the outer ends, and with `mitred` the one between those and
+// the tip. They part at the line through the outer ends, hw cos(theta / 2) from the joint, where 1
+// + cos theta = 2 cos^2(theta / 2). A sharp tip is thinner than a pixel, so that both of its edges
+// must count in every pixel: they stand in for the two ends of its piece.
 void CoverSharpCorner(const Corner& corner, bool mitred, float halfWidth, CoveragePlane& plane) {
   const Vector across = corner.edgeBefore + corner.edgeAfter;
   const float length = std::hypot(across.x, across.y);
@@ -124,7 +133,8 @@ void CoverSharpCorner(const Corner& corner, bool mitred, float halfWidth, Covera
 LoosePiece MakeLongPiece(const ChunkPoints& points, const ChunkGeometry& geometry, int i,
                          float halfWidth) {
   LoosePiece piece;
-  SetStrip(piece, {points.x[i], points.y[i]}, {geometry.tangentX[i], geometry.tangentY[i]}, halfWidth);
+  SetStrip(piece, {points.x[i], points.y[i]}, {geometry.tangentX[i], geometry.tangentY[i]},
+           halfWidth);
   piece.start = At(geometry.start, i);
   piece.end = At(geometry.end, i);
   piece.left = geometry.left[i];

@@ -1,5 +1,5 @@
-// Pieces that are rare enough to be measured one by one: long segments, and the corners of joints whose
-// segments end square.
+// Pieces that are rare enough to be measured one by one: long segments, and the corners of joints
+// whose segments end square.
 #pragma once
 
 #include "platform/graphics/raster/Cover.h"
@@ -13,8 +13,8 @@ inline constexpr float kThickHalfWidth = 0.75F;
 LoosePiece MakeLongPiece(const ChunkPoints& points, const ChunkGeometry& geometry, int i,
                          float halfWidth);
 
-// Covers the outer corner of the joint at point `i`, both of whose segments end square: the mitre as two
-// half-wedges, one to each side of the seam, or past the mitre limit the bevel.
+// Covers the outer corner of the joint at point `i`, both of whose segments end square: the mitre
+// as two half-wedges, one to each side of the seam, or past the mitre limit the bevel.
 void CoverCorner(const ChunkPoints& points, const ChunkGeometry& geometry, int i, float halfWidth,
                  CoveragePlane& plane);
 

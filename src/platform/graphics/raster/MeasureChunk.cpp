@@ -32,14 +32,19 @@ constexpr float kLongestNarrow = 16.0F;
 constexpr float kWidestNarrowBox = 108.0F;  // width and height together
 constexpr float kHighestNarrowBox = 60.0F;  // one bit a row in 64
 
-HWY_INLINE F Set(float value) { return hn::Set(kFloats, value); }
-HWY_INLINE I Rounded(F value) { return hn::NearestInt(value); }
+HWY_INLINE F Set(float value) {
+  return hn::Set(kFloats, value);
+}
+HWY_INLINE I Rounded(F value) {
+  return hn::NearestInt(value);
+}
 
 struct Plane {
   I a, b, c;
 };
 
-// The plane through (x, y) with the normal (normalX, normalY) of any length but 0; `offset` at (x, y).
+// The plane through (x, y) with the normal (normalX, normalY) of any length but 0; `offset` at (x,
+// y).
 HWY_INLINE Plane PlaneThrough(F x, F y, F normalX, F normalY, int offset) {
   const F larger = hn::Max(hn::Max(hn::Abs(normalX), hn::Abs(normalY)), Set(1e-6F));
   const F scale = hn::Div(Set(kPlaneUnit), larger);
@@ -78,9 +83,10 @@ void MeasureTangents(const ChunkPoints& points, ChunkGeometry& out) {
   }
 }
 
-// With t0, t1 the tangents at a joint and theta the angle between them, the seam's normal is t0 + t1, and
-// the strip's corners lie hw (n0 + n1) / (1 + t0 . t1) from the joint. The inner corner backs off
-// hw tan(theta / 2) along both segments; tan^2(theta / 2) = (1 - t0 . t1) / (1 + t0 . t1).
+// With t0, t1 the tangents at a joint and theta the angle between them, the seam's normal is t0 +
+// t1, and the strip's corners lie hw (n0 + n1) / (1 + t0 . t1) from the joint. The inner corner
+// backs off hw tan(theta / 2) along both segments; tan^2(theta / 2) = (1 - t0 . t1) / (1 + t0 .
+// t1).
 void MeasureJoints(const ChunkPoints& points, float halfWidth, ChunkGeometry& out) {
   const F half = Set(halfWidth);
   for (int i = 1; i < points.segments + 2; i += static_cast<int>(hn::Lanes(kFloats))) {
@@ -92,16 +98,17 @@ void MeasureJoints(const ChunkPoints& points, float halfWidth, ChunkGeometry& ou
     const F turn = hn::Max(hn::Add(Set(1), dot), Set(1e-6F));
     const F sumX = hn::Add(x0, x1);
     const F sumY = hn::Add(y0, y1);
-    const F shorter = hn::Min(hn::LoadU(kFloats, out.length + i - 1), hn::LoadU(kFloats, out.length + i));
+    const F shorter =
+        hn::Min(hn::LoadU(kFloats, out.length + i - 1), hn::LoadU(kFloats, out.length + i));
     const F room = hn::Min(hn::Mul(shorter, Set(0.5F)), Set(kLongestBackOff));
     const F backOff = hn::Mul(hn::Mul(half, half), hn::Sub(Set(1), dot));
-    const auto good = hn::And(hn::Le(backOff, hn::Mul(hn::Mul(room, room), turn)),
-                              hn::Ge(turn, Set(kSharpTurn)));
+    const auto good =
+        hn::And(hn::Le(backOff, hn::Mul(hn::Mul(room, room), turn)), hn::Ge(turn, Set(kSharpTurn)));
     const F reach = hn::Div(half, turn);
     // The fringe grows as the corner sharpens: by 1 / cos(theta / 2) <= 2 / turn.
     const F fringe = hn::Div(Set(2 * kFringe), turn);
-    Store(PlaneThrough(hn::LoadU(kFloats, points.x + i), hn::LoadU(kFloats, points.y + i), sumX, sumY,
-                       kPlaneUnit / 2),
+    Store(PlaneThrough(hn::LoadU(kFloats, points.x + i), hn::LoadU(kFloats, points.y + i), sumX,
+                       sumY, kPlaneUnit / 2),
           out.seam, i);
     hn::StoreU(turn, kFloats, out.turn + i);
     hn::StoreU(hn::Add(hn::Mul(reach, hn::Abs(sumY)), fringe), kFloats, out.reachX + i);
@@ -115,7 +122,8 @@ struct Span {
 };
 
 // The extent of a strip along one axis: between its joints, each with its reach.
-HWY_INLINE Span Extent(const float* points, const float* reach, const std::int32_t* good, F square) {
+HWY_INLINE Span Extent(const float* points, const float* reach, const std::int32_t* good,
+                       F square) {
   const F first = hn::LoadU(kFloats, points);
   const F second = hn::LoadU(kFloats, points + 1);
   const auto firstGood = hn::MaskFromVec(hn::BitCast(kFloats, hn::LoadU(kInts, good)));
@@ -126,8 +134,8 @@ HWY_INLINE Span Extent(const float* points, const float* reach, const std::int32
           hn::Max(hn::Add(first, reach0), hn::Add(second, reach1))};
 }
 
-// Cuts a box to the clip. Blocks of rows count from the box's own top, so that a pixel's coverage does not
-// depend on the clip.
+// Cuts a box to the clip. Blocks of rows count from the box's own top, so that a pixel's coverage
+// does not depend on the clip.
 HWY_INLINE void StoreBox(const Span& across, const Span& down, const PixelRect& clip, int i,
                          ChunkGeometry& out) {
   const I left = hn::ShiftRight<3>(hn::ConvertTo(kInts, hn::Ceil(across.low)));
@@ -138,7 +146,8 @@ HWY_INLINE void StoreBox(const Span& across, const Span& down, const PixelRect& 
   const I top = hn::ConvertTo(kInts, hn::Ceil(down.low));
   const I bottom = hn::ConvertTo(kInts, hn::Floor(down.high));
   const I all = hn::Add(hn::ShiftRight<2>(hn::Sub(bottom, top)), one);
-  const I above = hn::Max(hn::ShiftRight<2>(hn::Sub(hn::Set(kInts, clip.top), top)), hn::Zero(kInts));
+  const I above =
+      hn::Max(hn::ShiftRight<2>(hn::Sub(hn::Set(kInts, clip.top), top)), hn::Zero(kInts));
   const I row = hn::Add(top, hn::ShiftLeft<2>(above));
   const I inside = hn::ShiftRight<2>(hn::Sub(hn::Set(kInts, clip.bottom + kBlockRows - 1), row));
   hn::StoreU(firstColumn, kInts, out.column + i);
@@ -147,8 +156,8 @@ HWY_INLINE void StoreBox(const Span& across, const Span& down, const PixelRect& 
   hn::StoreU(hn::Min(hn::Sub(all, above), inside), kInts, out.blocks + i);
 }
 
-// With M and m the larger and the smaller of |nx|, |ny|, an edge's coverage is the mean of two ramps of
-// slope 1/M, m/4 to either side of it: half the error of one ramp at 45 degrees.
+// With M and m the larger and the smaller of |nx|, |ny|, an edge's coverage is the mean of two
+// ramps of slope 1/M, m/4 to either side of it: half the error of one ramp at 45 degrees.
 void MeasurePieces(const ChunkPoints& points, float halfWidth, const PixelRect& clip,
                    ChunkGeometry& out) {
   const F halfPixel = Set(0.5F);
@@ -204,7 +213,8 @@ void MeasurePieces(const ChunkPoints& points, float halfWidth, const PixelRect& 
   }
 }
 
-void Measure(const ChunkPoints& points, float halfWidth, const PixelRect& clip, ChunkGeometry& out) {
+void Measure(const ChunkPoints& points, float halfWidth, const PixelRect& clip,
+             ChunkGeometry& out) {
   out.segments = points.segments;
   MeasureTangents(points, out);
   MeasureJoints(points, halfWidth, out);

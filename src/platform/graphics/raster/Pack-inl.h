@@ -13,8 +13,8 @@ namespace raster {
 namespace HWY_NAMESPACE {
 namespace {
 
-// Clamps to 0 .. 255 and packs: in every block of 128 bits first that of `low`, then that of `high`.
-// It undoes InterleaveLower and InterleaveUpper with zero.
+// Clamps to 0 .. 255 and packs: in every block of 128 bits first that of `low`, then that of
+// `high`. It undoes InterleaveLower and InterleaveUpper with zero.
 #if HWY_TARGET <= HWY_SSSE3 && HWY_TARGET >= HWY_AVX3_DL
 HWY_INLINE hwy::HWY_NAMESPACE::Vec128<std::uint8_t> PackBlocks(
     hwy::HWY_NAMESPACE::Vec128<std::int16_t> low, hwy::HWY_NAMESPACE::Vec128<std::int16_t> high) {

@@ -1,7 +1,7 @@
 // Paints solid strokes, rectangles, dots and pictures on a surface, within a clip.
 //
-// What a pixel gets does not depend on the clip: painting a page in any set of bands or tiles gives the
-// pixels of painting it at once.
+// What a pixel gets does not depend on the clip: painting a page in any set of bands or tiles gives
+// the pixels of painting it at once.
 #pragma once
 
 #include <cstdint>
@@ -19,15 +19,15 @@ inline constexpr float kThinnestPen = 1;
 inline constexpr float kWidestPen = 30;
 float UsableWidth(float penWidth);
 
-// Keeps its scratch memory between marks. One thread at a time; several rasterizers may paint on one
-// surface when their clips do not overlap.
+// Keeps its scratch memory between marks. One thread at a time; several rasterizers may paint on
+// one surface when their clips do not overlap.
 class Rasterizer {
  public:
   // Paints on `surface` within `clip` from now on. The surface must outlive the painting.
   void SetTarget(const PixelSurface& surface, const PixelRect& clip);
 
-  // Strokes a polyline with flat caps and mitred joins, closed or open; a disc of the pen's width when
-  // all points fall on one pixel. A stroke never blends over itself. No points: nothing.
+  // Strokes a polyline with flat caps and mitred joins, closed or open; a disc of the pen's width
+  // when all points fall on one pixel. A stroke never blends over itself. No points: nothing.
   void Stroke(std::span<const GridPoint> points, bool closed, float penWidth, std::uint32_t argb);
 
   // Outlines the ellipse inscribed in the box.

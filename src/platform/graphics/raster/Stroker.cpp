@@ -29,7 +29,8 @@ void CutRange(double from, double delta, double least, double most, double& low,
 
 void Stroker::Begin(const PixelRect& bounds, float width) {
   halfWidth = width / 2;
-  guard = {bounds.left - kGuard, bounds.top - kGuard, bounds.right + kGuard, bounds.bottom + kGuard};
+  guard = {bounds.left - kGuard, bounds.top - kGuard, bounds.right + kGuard,
+           bounds.bottom + kGuard};
   count = 0;
 }
 
@@ -73,9 +74,8 @@ void Stroker::CoverClosed(std::span<const GridPoint> line) {
   const auto vertex = [](const GridPoint& point) {
     return Vertex{static_cast<double>(point.x), static_cast<double>(point.y)};
   };
-  const auto outside = std::find_if(line.begin(), line.end(), [&](const GridPoint& point) {
-    return !InGuard(point.x, point.y);
-  });
+  const auto outside = std::find_if(
+      line.begin(), line.end(), [&](const GridPoint& point) { return !InGuard(point.x, point.y); });
   const auto next = [&](std::span<const GridPoint>::iterator at) {
     return at + 1 == line.end() ? line.begin() : at + 1;
   };
@@ -113,7 +113,9 @@ void Stroker::Walk(Vertex from, Vertex to) {
     LiftPen();
     return;
   }
-  const auto at = [&](double t) { return Vertex{from.x + t * (to.x - from.x), from.y + t * (to.y - from.y)}; };
+  const auto at = [&](double t) {
+    return Vertex{from.x + t * (to.x - from.x), from.y + t * (to.y - from.y)};
+  };
   if (low > 0) {
     LiftPen();
   }
@@ -164,7 +166,8 @@ void Stroker::LineTo(float x, float y) {
 void Stroker::LiftPen() {
   if (count >= 2) {
     const int last = count;
-    LiftPenTowards({2.0 * points.x[last] - points.x[last - 1], 2.0 * points.y[last] - points.y[last - 1]});
+    LiftPenTowards(
+        {2.0 * points.x[last] - points.x[last - 1], 2.0 * points.y[last] - points.y[last - 1]});
   }
   count = 0;
 }

@@ -16,11 +16,12 @@ class Stroker {
   // Starts a stroke on a surface of `bounds`; points may lie anywhere.
   void Begin(const PixelRect& bounds, float width);
 
-  // Covers the polyline through `points`; a closed one returns to its first point. Gives false and covers
-  // nothing when all points fall on one pixel.
+  // Covers the polyline through `points`; a closed one returns to its first point. Gives false and
+  // covers nothing when all points fall on one pixel.
   bool Cover(std::span<const GridPoint> points, bool closed);
 
-  // Covers the outline of the ellipse inscribed in the box from (x, y), `width` x `height` pixels further.
+  // Covers the outline of the ellipse inscribed in the box from (x, y), `width` x `height` pixels
+  // further.
   void CoverEllipse(double x, double y, double width, double height);
 
  private:
@@ -53,7 +54,7 @@ class Stroker {
   PixelRect guard;  // the surface and what lies so near that it may matter
   ChunkPoints points = {};
   ChunkGeometry geometry;
-  int count = 0;           // points of the run in the chunk, at 1 .. count; 0: no run
+  int count = 0;            // points of the run in the chunk, at 1 .. count; 0: no run
   bool startKnown = false;  // points[0] is the stroke's own point, not to be made up for a flat cap
 };
 

@@ -76,7 +76,8 @@ class Screen {
 
 class Editor {
  public:
-  Editor(std::uint32_t seed, int width, int height) : generator(seed), width(width), height(height) {}
+  Editor(std::uint32_t seed, int width, int height)
+      : generator(seed), width(width), height(height) {}
 
   int Below(int count) { return std::uniform_int_distribution<int>(0, count - 1)(generator); }
 

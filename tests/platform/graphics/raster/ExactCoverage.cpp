@@ -10,11 +10,21 @@ namespace {
 constexpr int kSamples = 16;
 constexpr double kMitreLimit = 10;
 
-Corner operator+(Corner a, Corner b) { return {a.x + b.x, a.y + b.y}; }
-Corner operator-(Corner a, Corner b) { return {a.x - b.x, a.y - b.y}; }
-Corner operator*(double k, Corner c) { return {k * c.x, k * c.y}; }
-double Dot(Corner a, Corner b) { return a.x * b.x + a.y * b.y; }
-double Cross(Corner a, Corner b) { return a.x * b.y - a.y * b.x; }
+Corner operator+(Corner a, Corner b) {
+  return {a.x + b.x, a.y + b.y};
+}
+Corner operator-(Corner a, Corner b) {
+  return {a.x - b.x, a.y - b.y};
+}
+Corner operator*(double k, Corner c) {
+  return {k * c.x, k * c.y};
+}
+double Dot(Corner a, Corner b) {
+  return a.x * b.x + a.y * b.y;
+}
+double Cross(Corner a, Corner b) {
+  return a.x * b.y - a.y * b.x;
+}
 
 Corner Direction(Corner from, Corner to) {
   const Corner d = to - from;

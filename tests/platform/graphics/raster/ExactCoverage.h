@@ -1,5 +1,5 @@
-// The truth that painted strokes are measured against: the union of every segment's rectangle and every
-// joint's mitre or bevel, counted at 16 x 16 points a pixel. Slow and obvious.
+// The truth that painted strokes are measured against: the union of every segment's rectangle and
+// every joint's mitre or bevel, counted at 16 x 16 points a pixel. Slow and obvious.
 #pragma once
 
 #include <array>
@@ -18,7 +18,8 @@ struct Corner {
 
 using Polygon = std::vector<Corner>;  // convex
 
-// What a stroke with flat caps, mitred joins up to 10 times the pen's width and bevels past that covers.
+// What a stroke with flat caps, mitred joins up to 10 times the pen's width and bevels past that
+// covers.
 std::vector<Polygon> StrokePolygons(std::span<const raster::GridPoint> points, bool closed,
                                     double width);
 
@@ -48,7 +49,7 @@ class Canvas {
 
 // How far painted pixels are from the truth, over the pixels that any mark covers.
 struct Error {
-  double mean = 0;     // levels a colour channel
+  double mean = 0;      // levels a colour channel
   double farShare = 0;  // of the pixels, with a channel off by more than 32 levels
   double worst = 0;
 };
