@@ -8,8 +8,8 @@
 #include <string>
 
 #include "CairoRival.h"
-#include "EnginePage.h"
-#include "Workload.h"
+#include "workload/EnginePage.h"
+#include "workload/Workload.h"
 
 namespace {
 

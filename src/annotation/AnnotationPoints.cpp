@@ -37,6 +37,7 @@ void Annotation::AddPoint(AnnotationPoint point) {
   } else {
     list.push_back(point);
     Extend(pixelBox, {point.x, point.y});
+    segmentBoxes.clear();
     PublishReach();
   }
 }
@@ -117,6 +118,7 @@ void Annotation::PointsReplaced() {
 
 void Annotation::RecomputePixelBox() {
   const RECT before = std::exchange(pixelBox, kNoBox);
+  segmentBoxes.clear();
   for (const auto& [number, list] : points) {
     for (const AnnotationPoint& point : list) {
       Extend(pixelBox, {point.x, point.y});

@@ -203,11 +203,20 @@ class AnnotationPage {
   Annotation* FindConfirmed(const std::string& userId, const std::string& annotationId) const
       PARCHLET_REQUIRES(mutex);
 
-  struct Candidate;
-  // The marks in those slots of the reach table that pass the filters, topmost first.
-  std::vector<Candidate> TopmostFirst(const std::vector<std::size_t>& slots,
-                                      const std::string& userId, const std::string& userSubId) const
-      PARCHLET_REQUIRES(mutex);
+  // Where a confirmed mark stands in the paint order; `number` counts the entries, later ones
+  // greater.
+  struct PaintPlace {
+    Annotation* annotation;
+    const PaintOrderEntry* entry = nullptr;
+    std::size_t number = 0;
+
+    bool IsAbove(const PaintPlace& other) const;
+  };
+  // The marks in those slots of the reach table that pass the filters and are not erased, topmost
+  // first.
+  std::vector<PaintPlace> TopmostFirst(const std::vector<std::size_t>& slots,
+                                       const std::string& userId,
+                                       const std::string& userSubId) const PARCHLET_REQUIRES(mutex);
   Annotation* FindAtPoint(const std::string& userId, const std::string& userSubId,
                           const AnnotationPoint& point, bool useFrame) const
       PARCHLET_REQUIRES(mutex);
@@ -231,10 +240,6 @@ class AnnotationPage {
   // Where the confirmed annotations are, and by slot their entry in `paintOrder`, null for one that
   // has none yet, with the entry's number: later made, greater.
   ReachTable reachTable;
-  struct PaintPlace {
-    const PaintOrderEntry* entry = nullptr;
-    std::size_t number = 0;
-  };
   std::vector<PaintPlace> paintPlaces PARCHLET_GUARDED_BY(mutex);
   AnnotationMap localAnnotations PARCHLET_GUARDED_BY(mutex);  // pending ones; owned
   Mutex surfaceMutex;
