@@ -2,10 +2,10 @@
 """Prints what one run of frame_benchmark says about the engine beside Cairo, one line a workload:
 
     build/release/benchmarks/frame/frame_benchmark --benchmark_repetitions=5 \\
-        --benchmark_enable_random_interleaving=true --benchmark_format=json |
-      python3 benchmarks/frame/ratios.py
+        --benchmark_format=json | python3 benchmarks/frame/ratios.py
 
-Times are medians of the repetitions' CPU times, in milliseconds a frame.
+Every figure is the median of the repetitions: CPU milliseconds a frame, and the ratio of two frames
+drawn one right after the other.
 """
 
 import json
@@ -14,27 +14,25 @@ import sys
 
 
 def main():
-    times = {}
-    sizes = {}
+    runs = {}
     failed = False
     for run in json.load(sys.stdin)["benchmarks"]:
         if run["run_type"] != "iteration":
             continue
-        workload, side = run["run_name"].split("/")[:2]
+        name = run["run_name"].split("/")[0]
         if run.get("error_occurred"):
-            print(f'{run["run_name"]}: {run["error_message"]}', file=sys.stderr)
+            print(f'{name}: {run["error_message"]}', file=sys.stderr)
             failed = True
-            continue
-        times.setdefault(workload, {}).setdefault(side, []).append(run["cpu_time"])
-        sizes[workload] = run["marks"], run["points"]
-    print("| workload | marks | points | engine ms | Cairo ms | engine / Cairo |")
-    print("| --- | ---: | ---: | ---: | ---: | ---: |")
-    for workload, sides in sorted(times.items()):
-        if {"engine", "cairo"} <= sides.keys():
-            engine, cairo = (statistics.median(sides[side]) for side in ("engine", "cairo"))
-            marks, points = sizes[workload]
-            print(f"| {workload} | {marks:.0f} | {points:.0f} | {engine:.2f} | {cairo:.2f} "
-                  f"| {engine / cairo:.3f} |")
+        else:
+            runs.setdefault(name, []).append(run)
+    print("| workload | marks | points | engine ms | Cairo ms | engine / Cairo | repetitions' ratios |")
+    print("| --- | ---: | ---: | ---: | ---: | ---: | ---: |")
+    for name, repetitions in runs.items():
+        def median(key):
+            return statistics.median(run[key] for run in repetitions)
+        ratios = sorted(run["ratio"] for run in repetitions)
+        print(f'| {name} | {median("marks"):.0f} | {median("points"):.0f} | {median("real_time"):.2f} '
+              f'| {median("cairo_ms"):.2f} | {median("ratio"):.3f} | {ratios[0]:.3f} to {ratios[-1]:.3f} |')
     return 1 if failed else 0
 
 
