@@ -2,8 +2,6 @@
 
 #include <algorithm>
 #include <filesystem>
-#include <iomanip>
-
 
 #include "platform/image/Picture.h"
 

@@ -48,6 +48,10 @@ struct PageTestAccess {
     return page.selectedAnnotations.size();
   }
   PARCHLET_UNCHECKED static Annotation& RubberBand(AnnotationPage& page) { return page.selectRect; }
+  // The page owns the picture from then on.
+  PARCHLET_UNCHECKED static void SetBackgroundPicture(AnnotationPage& page, Annotation* picture) {
+    page.backgroundPicture = picture;
+  }
   PARCHLET_UNCHECKED static void AddStrayPaintEntry(AnnotationPage& page, PaintOrderEntry entry) {
     page.paintOrder.push_back(std::move(entry));
   }
