@@ -38,7 +38,7 @@ StrokeArea& StrokeArea::Add(Polyline polyline) {
 }
 
 StrokeArea& StrokeArea::Ellipse(double left, double top, double right, double bottom) {
-  constexpr int kChords = 720;
+  constexpr int kChords = 180;
   std::vector<Spot> spots;
   for (int i = 0; i < kChords; ++i) {
     const double angle = 2 * std::numbers::pi * i / kChords;

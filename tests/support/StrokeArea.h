@@ -20,7 +20,7 @@ class StrokeArea {
 
   StrokeArea& Open(std::vector<Spot> spots) { return Add({std::move(spots), false}); }
   StrokeArea& Closed(std::vector<Spot> spots) { return Add({std::move(spots), true}); }
-  // By chords of a hundredth of a pixel's error and less.
+  // By chords that stay within a few hundredths of a pixel.
   StrokeArea& Ellipse(double left, double top, double right, double bottom);
 
   // What the pixel at (x, y) must show. Pixels that an edge may cross are kSome.
