@@ -4,7 +4,7 @@
 
 // The graphics library comes without the sanitizer's instrumentation, so its lock-free lists of
 // freed objects, shared by all threads that draw, look like races.
-extern "C" const char* __tsan_default_suppressions();
+extern "C" __attribute__((visibility("default"))) const char* __tsan_default_suppressions();
 extern "C" const char* __tsan_default_suppressions() {
   return "called_from_lib:libcairo.so\n";
 }
