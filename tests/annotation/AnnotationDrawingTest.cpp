@@ -8,7 +8,6 @@
 
 namespace {
 
-using testing::ElementsAre;
 using Spot = StrokeArea::Spot;
 
 constexpr CurrentAnnotPageSize kSize = {200, 100};

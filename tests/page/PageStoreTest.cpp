@@ -9,7 +9,6 @@ namespace {
 
 using testing::ElementsAre;
 using testing::IsEmpty;
-using testing::Pair;
 using testing::SizeIs;
 
 constexpr CurrentAnnotPageSize kSize = {100, 100};

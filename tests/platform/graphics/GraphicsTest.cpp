@@ -37,7 +37,8 @@ class GraphicsTest : public testing::Test {
 
   Frame Shown() const {
     const PixelView view = GetPixels(dc);
-    return Frame(MemoryFrame{kWidth, kHeight, {view.pixels, view.pixels + kWidth * kHeight}});
+    return Frame(MemoryFrame{
+        kWidth, kHeight, {view.pixels, view.pixels + std::ptrdiff_t{kWidth} * kHeight}});
   }
 
   DeviceContext proof;
