@@ -5,14 +5,14 @@
 namespace {
 
 constexpr int kMaxSide = 32767;
-constexpr std::size_t kMaxPixels = std::size_t{1} << 28;  // 1 GiB
-
-bool IsUsableSize(LONG width, LONG height) {
-  return width >= 1 && height >= 1 && width <= kMaxSide && height <= kMaxSide &&
-         static_cast<std::size_t>(width) * static_cast<std::size_t>(height) <= kMaxPixels;
-}
+constexpr std::int64_t kMaxPixels = std::int64_t{1} << 28;  // 1 GiB
 
 }  // namespace
+
+bool IsUsableSize(std::int64_t width, std::int64_t height) {
+  return width >= 1 && height >= 1 && width <= kMaxSide && height <= kMaxSide &&
+         width * height <= kMaxPixels;
+}
 
 HDC CreateCompatibleDC(HDC dc) {
   if (dc == nullptr) {

@@ -62,6 +62,9 @@ struct DeviceContext {
 };
 using HDC = DeviceContext*;
 
+// True for a size that surfaces and frames may have: 1 to 32767 pixels a side and at most 1 GiB.
+bool IsUsableSize(std::int64_t width, std::int64_t height);
+
 // A memory context like `dc`; null for a null `dc`. The caller ends it with DeleteDC.
 HDC CreateCompatibleDC(HDC dc);
 BOOL DeleteDC(HDC dc);
@@ -71,8 +74,8 @@ HGDIOBJ SelectObject(HDC dc, HGDIOBJ bitmap);
 BOOL DeleteObject(HGDIOBJ bitmap);
 
 // Makes a zeroed section, 32 bits a pixel, top-down, and stores its memory in `*bits`. Null, and
-// null bits, for any other format and for a size that cannot be had: a side of more than 32767
-// pixels or more than 1 GiB. `section` is null and `offset` 0.
+// null bits, for any other format and for a size that is not usable or cannot be had. `section` is
+// null and `offset` 0.
 HBITMAP CreateDIBSection(HDC dc, const BITMAPINFO* info, UINT usage, void** bits, void* section,
                          DWORD offset);
 

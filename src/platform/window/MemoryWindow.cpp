@@ -29,9 +29,10 @@ struct MemoryWindow::State final : LayeredWindow {
 
   void Copy(const LayeredFrame& pushed) {
     const auto columns = static_cast<std::size_t>(pushed.width);
+    // First, as memory may run out: the frame then stays as it was.
+    frame.pixels.resize(columns * static_cast<std::size_t>(pushed.height));
     frame.width = pushed.width;
     frame.height = pushed.height;
-    frame.pixels.resize(columns * static_cast<std::size_t>(pushed.height));
     for (int y = 0; y < pushed.height; ++y) {
       const std::uint32_t* row = pushed.pixels + y * (pushed.stride / 4);
       std::copy_n(row, columns, frame.pixels.data() + static_cast<std::size_t>(y) * columns);

@@ -11,8 +11,6 @@
 
 namespace {
 
-constexpr std::int64_t kMaxSide = 32767;
-
 // A registered window. `users` counts the calls into it under way; it is guarded by the registry's
 // lock. The rest belongs to the one refresh thread that pushes to it.
 struct Registration {
@@ -180,8 +178,7 @@ BOOL UpdateLayeredWindow(HWND window, HDC /*destination*/, POINT* /*position*/, 
                          BLENDFUNCTION* /*blend*/, DWORD /*flags*/) {
   const WindowUse use(window);
   const PixelView surface = GetPixels(source);
-  if (use.Get() == nullptr || surface.pixels == nullptr || size->cx < 1 || size->cy < 1 ||
-      size->cx > kMaxSide || size->cy > kMaxSide) {
+  if (use.Get() == nullptr || surface.pixels == nullptr || !IsUsableSize(size->cx, size->cy)) {
     return 0;
   }
   return Push(*use.Get(), surface, size->cx, size->cy) ? 1 : 0;
