@@ -13,8 +13,8 @@
 
 // Identity and style of an annotation. The fields are public: a host fills them in a mark that it
 // rebuilds from a message, before it hands the mark to the engine. Once a page owns the mark, the
-// refresh thread reads them while it paints; writing a field then is the host's own affair, while the
-// functions of Annotation are safe at any time.
+// refresh thread reads them while it paints; writing a field then is the host's own affair, while
+// the functions of Annotation are safe at any time.
 class PARCHLET_API AnnotationHeader {
  public:
   AnnotationHeader();
@@ -56,8 +56,8 @@ class PARCHLET_API Annotation : public AnnotationHeader {
   using SubModels = std::map<unsigned int, std::vector<AnnotationPoint>>;
 
   Annotation();
-  // A copy has the header (without pictureProperty and tempStartTick), the drag state, the frame, the
-  // non-empty sub-models of the unbroken run from 0, and the same image, which both then share.
+  // A copy has the header (without pictureProperty and tempStartTick), the drag state, the frame,
+  // the non-empty sub-models of the unbroken run from 0, and the same image, which both then share.
   Annotation(const Annotation& other);
   // As copying; this mark keeps its own pictureProperty and tempStartTick.
   Annotation& operator=(const Annotation& other);
@@ -67,8 +67,8 @@ class PARCHLET_API Annotation : public AnnotationHeader {
   void Init(AnnotationPen pen, AnnotationType type, AnnotationSubType subType,
             const std::string& userId, const std::string& userSubId, const std::string& nickname);
 
-  // Adds a point to sub-model 0. A mark of two points (type 3, sub-types 10, 14, 15, 19 and 20) keeps
-  // its first point and replaces the second one.
+  // Adds a point to sub-model 0. A mark of two points (type 3, sub-types 10, 14, 15, 19 and 20)
+  // keeps its first point and replaces the second one.
   void AddPoint(AnnotationPoint point);
   // Sub-model `subModel` becomes `newPoints`.
   void InsertPoints(unsigned int subModel, std::vector<AnnotationPoint> newPoints);
@@ -96,23 +96,23 @@ class PARCHLET_API Annotation : public AnnotationHeader {
   // decoded leaves a picture that draws nothing and sub-type -1. Sets `subType` from the file's
   // content (21 JPEG, 22 PNG, 23 BMP, else -1) and `pictureProperty`.
   void SetPicture(const std::wstring& path, const std::string& property);
-  // The same from a stream, read from its present position; a null stream changes nothing. Takes over
-  // one reference of the stream.
+  // The same from a stream, read from its present position; a null stream changes nothing. Takes
+  // over one reference of the stream.
   void SetPicture(IStream* stream, const std::string& property);
 
   // Drops the picture and all points; the mark stays usable.
   void Destroy();
 
   // Paints the mark on a surface of `size` pixels and stores the pixel positions of the points it
-  // painted; gives 0 for null graphics, else 1. Points the mark must have to show: two in sub-model 0.
-  // `lock` says that another thread may be adding points; the mark's lock is taken either way, because
-  // a host may read any mark at any time.
+  // painted; gives 0 for null graphics, else 1. Points the mark must have to show: two in sub-model
+  // 0. `lock` says that another thread may be adding points; the mark's lock is taken either way,
+  // because a host may read any mark at any time.
   int Draw(Gdiplus::Graphics* graphics, CurrentAnnotPageSize size, bool lock);
-  // Outlines the selection frame, computed anew; 0 for null graphics, an erased mark or one without a
-  // frame, else 1.
+  // Outlines the selection frame, computed anew; 0 for null graphics, an erased mark or one without
+  // a frame, else 1.
   int DrawRectEx(Gdiplus::Graphics* graphics, CurrentAnnotPageSize size);
-  // Computes the selection frame: the box of the points' centres, at least 2 pixels each way. 0 for a
-  // mark with fewer than two points in sub-model 0, else 1.
+  // Computes the selection frame: the box of the points' centres, at least 2 pixels each way. 0 for
+  // a mark with fewer than two points in sub-model 0, else 1.
   int SetRectEx(CurrentAnnotPageSize size);
 
  private:
@@ -120,6 +120,10 @@ class PARCHLET_API Annotation : public AnnotationHeader {
   friend struct AnnotationTestAccess;
 
   struct Snapshot;  // what a copy takes over, read under the source's lock
+
+  // Whether the map has the annotation's present id for a key.
+  bool IsNamedIn(const std::map<std::string, Annotation*>& annotations) const
+      PARCHLET_EXCLUDES(mutex);
 
   Snapshot TakeSnapshot() const PARCHLET_EXCLUDES(mutex);
   void CopyAnnotation(const Annotation& source) PARCHLET_EXCLUDES(mutex);

@@ -1,7 +1,7 @@
 // AnnotationTypes.h - the plain records and enumerations that cross Parchlet's interface.
 //
-// Coordinates: the origin is the page's top left corner, x grows to the right, y downwards. Colours:
-// 0xAARRGGBB, not premultiplied.
+// Coordinates: the origin is the page's top left corner, x grows to the right, y downwards.
+// Colours: 0xAARRGGBB, not premultiplied.
 #pragma once
 
 #include <cstdint>
@@ -9,9 +9,9 @@
 #include <parchlet/Platform.h>
 
 // One sampled point. The fractions are authoritative; the pixels are a cache that drawing refreshes
-// for the surface size W x H then in use, as (int)(W * xRatio + 0.5), truncated toward zero, so marks
-// follow their page when it is resized. A point made from a pointer position p is
-// {p.x, p.y, (double)p.x / W, (double)p.y / H}.
+// for the surface size W x H then in use, as (int)(W * xRatio + 0.5), truncated toward zero, so
+// marks follow their page when it is resized. A point made from a pointer position p is {p.x, p.y,
+// (double)p.x / W, (double)p.y / H}.
 struct AnnotationPoint {
   std::int32_t x;  // pixels
   std::int32_t y;
@@ -26,8 +26,8 @@ struct AnnotationPen {
   std::int32_t fill;   // non-zero: a rectangle is filled with `color` and not outlined
 };
 
-// What an annotation is. The engine draws marks of type 1 and pictures of type 3; it accepts the two
-// reserved values and gives them no meaning.
+// What an annotation is. The engine draws marks of type 1 and pictures of type 3; it accepts the
+// two reserved values and gives them no meaning.
 enum AnnotationType : std::int32_t {
   AnnotationTypeDrawing = 1,
   AnnotationTypeReserved2 = 2,

@@ -23,21 +23,21 @@ class PARCHLET_API LayeredWindow {
  public:
   // The window's rectangle on the screen; its size is the size of the frames. Any thread.
   virtual RECT GetScreenRect() const = 0;
-  // Shows a frame; false when it could not. Called on the refresh thread, which meanwhile holds engine
-  // locks, so it must not call the engine, nor UnregisterLayeredWindow.
+  // Shows a frame; false when it could not. Called on the refresh thread, which meanwhile holds
+  // engine locks, so it must not call the engine, nor UnregisterLayeredWindow.
   virtual bool Present(const LayeredFrame& frame) = 0;
 
  protected:
   ~LayeredWindow() = default;
 };
 
-// Makes a handle to give to Parchlet::NewPage. The window is not owned and must stay until its handle
-// is unregistered. Any thread.
+// Makes a handle to give to Parchlet::NewPage. The window is not owned and must stay until its
+// handle is unregistered. Any thread.
 PARCHLET_API HWND RegisterLayeredWindow(LayeredWindow& window);
 
-// Ends a handle, after waiting for a call into the window under way; unknown handles are ignored. The
-// engine treats the handle as a destroyed window from then on. Any thread, but not from within the
-// window's own functions.
+// Ends a handle, after waiting for a call into the window under way; unknown handles are ignored.
+// The engine treats the handle as a destroyed window from then on. Any thread, but not from within
+// the window's own functions.
 PARCHLET_API void UnregisterLayeredWindow(HWND handle);
 
 #endif

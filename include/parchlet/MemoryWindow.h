@@ -9,16 +9,16 @@
 
 #if !defined(_WIN32)
 
-// A copy of a window's content: premultiplied 0xAARRGGBB, row by row, top row first, width * height of
-// them.
+// A copy of a window's content: premultiplied 0xAARRGGBB, row by row, top row first, width * height
+// of them.
 struct MemoryFrame {
   int width = 0;
   int height = 0;
   std::vector<std::uint32_t> pixels;
 };
 
-// A window that keeps the last frame pushed to it. Its handle is registered for as long as it lives;
-// destroying it waits for a push under way. Every function may be called from any thread.
+// A window that keeps the last frame pushed to it. Its handle is registered for as long as it
+// lives; destroying it waits for a push under way. Every function may be called from any thread.
 class PARCHLET_API MemoryWindow {
  public:
   explicit MemoryWindow(const RECT& screenRect);

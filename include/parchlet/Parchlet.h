@@ -2,13 +2,10 @@
 //
 //   Parchlet engine;
 //   engine.SetUserInfo("u-17", "desk", "Ada");
-//   engine.Init();                                          // repaints 25 times a second from here on
-//   engine.NewDoc("u-17", "doc");
-//   engine.NewPage("doc", "page-1", "u-17", window, info);  // current from here on
-//   engine.StartDrawing("doc", "page-1", {10, 10});
-//   engine.MoveDrawing({40, 25});
-//   engine.EndDrawing();
-//   engine.Destroy();
+//   engine.Init();                                          // repaints 25 times a second from here
+//   on engine.NewDoc("u-17", "doc"); engine.NewPage("doc", "page-1", "u-17", window, info);  //
+//   current from here on engine.StartDrawing("doc", "page-1", {10, 10}); engine.MoveDrawing({40,
+//   25}); engine.EndDrawing(); engine.Destroy();
 #pragma once
 
 #include <cstdint>
@@ -29,17 +26,18 @@ struct NicknameTipStyle;
 // The one object that a host creates.
 //
 // Results: 1 for success and 0 for failure unless said otherwise. Failed look-ups of documents and
-// pages leave a record at the logger named "SDK" (ILogger.h). Nothing is thrown, with two exceptions:
-// Init, when the system refuses a thread, and std::system_error when a mutex cannot be locked.
+// pages leave a record at the logger named "SDK" (ILogger.h). Nothing is thrown, with two
+// exceptions: Init, when the system refuses a thread, and std::system_error when a mutex cannot be
+// locked.
 //
-// Text is UTF-8. Identifiers are compared byte by byte; the empty one is an identifier like any other.
-// Points are pixels of the page's surface.
+// Text is UTF-8. Identifiers are compared byte by byte; the empty one is an identifier like any
+// other. Points are pixels of the page's surface.
 //
 // Ownership: the engine owns its documents, a document its pages, a page its annotations. Pointers
 // handed out stay owned by the page.
 //
-// Threads: one host thread makes every call. Between Init and Destroy the engine's own refresh thread
-// paints the current page and pushes it to the page's window.
+// Threads: one host thread makes every call. Between Init and Destroy the engine's own refresh
+// thread paints the current page and pushes it to the page's window.
 class PARCHLET_API Parchlet {
  public:
   Parchlet();
@@ -53,8 +51,8 @@ class PARCHLET_API Parchlet {
   // Starts repainting every 40 ms. 0 when it runs already. Throws std::system_error when the system
   // refuses the thread; the engine is then as it was before.
   int Init();
-  // Stops repainting, waiting for a frame under way, and deletes every document. Pen, type, identity
-  // and background colour are kept. Does nothing when the engine does not run.
+  // Stops repainting, waiting for a frame under way, and deletes every document. Pen, type,
+  // identity and background colour are kept. Does nothing when the engine does not run.
   void Destroy();
 
   // Sets the pen of marks drawn from now on: ARGB colour, width in pixels, brought into 1..30.
@@ -65,8 +63,8 @@ class PARCHLET_API Parchlet {
   // Sets the local user's identity; an empty `userId` keeps the previous one.
   void SetUserInfo(const std::string& userId, const std::string& userSubId,
                    const std::string& nickname);
-  // Sets the background (ARGB) of the current page, unless that is transparent, and of pages created
-  // from now on. 0 when there is no current page.
+  // Sets the background (ARGB) of the current page, unless that is transparent, and of pages
+  // created from now on. 0 when there is no current page.
   int SetPageBackgroundColor(unsigned int color);
   // Accepted, without effect; gives 1.
   int SetZoom(const std::string& docId, float zoom, int x, int y);
@@ -90,29 +88,29 @@ class PARCHLET_API Parchlet {
 
   // --- Pages ---
 
-  // Creates a page that paints into `window` and makes it its document's current page. 1 also when it
-  // exists already; nothing changes then. 0 for a null window, a size below 1, an unknown document, or
-  // when the page's surface cannot be had. `info.backgroundColor` is not used: see
+  // Creates a page that paints into `window` and makes it its document's current page. 1 also when
+  // it exists already; nothing changes then. 0 for a null window, a size below 1, an unknown
+  // document, or when the page's surface cannot be had. `info.backgroundColor` is not used: see
   // SetPageBackgroundColor.
   int NewPage(const std::string& docId, const std::string& pageId, const std::string& creator,
               HWND window, AnnotationPageInfo info);
-  // Deletes a page; the pages after it move up by one. When it was its document's current page, page 1
-  // becomes current.
+  // Deletes a page; the pages after it move up by one. When it was its document's current page,
+  // page 1 becomes current.
   int DelPage(const std::string& docId, const std::string& pageId);
   // Accepted, without effect; gives 1.
   int DuplicatePage(const std::string& docId, const std::string& pageId, std::string& newPageId);
   int GetPageCount(const std::string& docId);
   // The page's position in its document, from 1; -1 for an unknown page.
   int GetPageIndex(const std::string& docId, const std::string& pageId);
-  // Copies the bytes of the page's creator, without a closing zero. 0 for an unknown page, a null or
-  // empty buffer, an empty creator, or one longer than `size` (the buffer is then zeroed).
+  // Copies the bytes of the page's creator, without a closing zero. 0 for an unknown page, a null
+  // or empty buffer, an empty creator, or one longer than `size` (the buffer is then zeroed).
   int GetPageCreator(const std::string& docId, const std::string& pageId, char* buffer, int size);
   // Writes the page's geometry: as it was created (`initial`) or as it is.
   int GetPageSize(const std::string& docId, const std::string& pageId, AnnotationPageInfo& info,
                   bool initial);
-  // Takes over `userValue1`, `userValue2` and `viewRect`, and resizes the surface to `width` x `height`
-  // when `resize` says so. 0 for a resize to a size below 1 or to the present size, or when the page is
-  // left without a surface; the other values are taken over whatever the result.
+  // Takes over `userValue1`, `userValue2` and `viewRect`, and resizes the surface to `width` x
+  // `height` when `resize` says so. 0 for a resize to a size below 1 or to the present size, or
+  // when the page is left without a surface; the other values are taken over whatever the result.
   int UpdatePage(const std::string& docId, const std::string& pageId, AnnotationPageInfo info,
                  bool resize);
   // The page, or null. Owned by its document; an opaque pointer to a host.
@@ -137,12 +135,15 @@ class PARCHLET_API Parchlet {
 
   // --- Drawing ---
 
-  // Starts a mark at a point on the page, edges included, with the pen, type and identity set before.
-  // 0 unless the engine's type is AnnotationTypeDrawing. The mark in progress before stays as it is.
+  // Starts a mark at a point on the page, edges included, with the pen, type and identity set
+  // before. 0 unless the engine's type is AnnotationTypeDrawing. The mark in progress before stays
+  // as it is.
   int StartDrawing(const std::string& docId, const std::string& pageId, POINT point);
-  // Adds a point to the current page's mark in progress; it may lie off the page. 0 when there is none.
+  // Adds a point to the current page's mark in progress; it may lie off the page. 0 when there is
+  // none.
   int MoveDrawing(POINT point);
-  // Ends the current page's mark in progress; it stays on the page until its echo or CancelAnnotation.
+  // Ends the current page's mark in progress; it stays on the page until its echo or
+  // CancelAnnotation.
   int EndDrawing();
   // The id of the current page's mark in progress, or the empty string. Writes the ids as
   // GetCurrentPageInfo does.
@@ -156,6 +157,8 @@ class PARCHLET_API Parchlet {
   int UpdateLayeredContent() PARCHLET_EXCLUDES(handOverMutex);
   void TearDown() PARCHLET_EXCLUDES(handOverMutex);
   void ClearDocs();
+  int CreatePage(const std::string& docId, const std::string& pageId, const std::string& creator,
+                 HWND window, AnnotationPageInfo info);
   AnnotationDoc* GetDocById(const std::string& docId);
   AnnotationPage* GetPageById(const std::string& docId, const std::string& pageId);
   AnnotationPage* GetCurrentPage();
@@ -181,8 +184,8 @@ class PARCHLET_API Parchlet {
   std::unique_ptr<PeriodicTimer> refreshTimer;
   std::uint32_t pageBackgroundColor = 0xFFFFFFFF;
 
-  // The hand-over to the refresh thread, which holds the lock for its whole tick: every field above is
-  // the host thread's alone, and this one pointer is all that the refresh thread sees.
+  // The hand-over to the refresh thread, which holds the lock for its whole tick: every field above
+  // is the host thread's alone, and this one pointer is all that the refresh thread sees.
   Mutex handOverMutex;
   AnnotationPage* refreshPage PARCHLET_GUARDED_BY(handOverMutex) = nullptr;
 };

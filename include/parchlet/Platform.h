@@ -1,7 +1,7 @@
 // Platform.h - the few platform names that Parchlet's interface is written in.
 //
-// On Windows they are the system's own. Everywhere else this header declares the same names with the
-// same meaning, only as many as the interface needs.
+// On Windows they are the system's own. Everywhere else this header declares the same names with
+// the same meaning, only as many as the interface needs.
 #pragma once
 
 #if defined(_WIN32)
@@ -54,10 +54,10 @@ struct SIZE {
 
 // A window handle: made by RegisterLayeredWindow (LayeredWindow.h) or MemoryWindow::Handle
 // (MemoryWindow.h), never dereferenced, never made twice in one process.
-using HWND = struct HWND__*;
+using HWND = struct WindowHandle*;
 
 // A block of memory known by a handle; see GlobalAlloc.
-using HGLOBAL = struct HGLOBAL__*;
+using HGLOBAL = struct MemoryBlock*;
 
 union LARGE_INTEGER {
   std::int64_t QuadPart;
@@ -89,15 +89,15 @@ class PARCHLET_API IStream {
   ~IStream() = default;
 };
 
-// Allocates `size` bytes under a handle; null when they cannot be had. `flags` is 0. The caller frees
-// the block with GlobalFree. Any thread.
+// Allocates `size` bytes under a handle; null when they cannot be had. `flags` is 0. The caller
+// frees the block with GlobalFree. Any thread.
 PARCHLET_API HGLOBAL GlobalAlloc(UINT flags, std::size_t size);
 
 // Frees a block that no stream reads any more; gives null. Null is ignored. Any thread.
 PARCHLET_API HGLOBAL GlobalFree(HGLOBAL block);
 
-// Milliseconds of the engine's clock: never set back, no meaning but their difference. A host stamps
-// AnnotationHeader::tempStartTick with it. Any thread.
+// Milliseconds of the engine's clock: never set back, no meaning but their difference. A host
+// stamps AnnotationHeader::tempStartTick with it. Any thread.
 PARCHLET_API ULONGLONG GetTickCount64();
 
 #endif

@@ -9,8 +9,8 @@
 //
 // Wide text is UTF-16, one unit a wchar_t, on every platform. Text is read up to its first zero.
 // Invalid input is replaced (U+FFFD in wide text and UTF-8), never an error. "Ascii" stands for the
-// system code page: off Windows that of the environment's locale, UTF-8 for the C and POSIX locales.
-// The conversions throw std::bad_alloc when memory runs out.
+// system code page: off Windows that of the environment's locale, UTF-8 for the C and POSIX
+// locales. The conversions throw std::bad_alloc when memory runs out.
 class PARCHLET_API Utils {
  public:
   static std::wstring AsciiToUnicode(const std::string& text);
@@ -20,13 +20,13 @@ class PARCHLET_API Utils {
   static std::string AsciiToUtf8(const std::string& text);
   static std::string Utf8ToAscii(const std::string& text);
 
-  // A new random identifier of 36 characters, XXXXXXXX-XXXX-xxxx-XXXX-XXXXXXXXXXXX, hexadecimal, the
-  // third group in lower case; empty when the system has no random numbers to give.
+  // A new random identifier of 36 characters, XXXXXXXX-XXXX-xxxx-XXXX-XXXXXXXXXXXX, hexadecimal,
+  // the third group in lower case; empty when the system has no random numbers to give.
   static std::string GenerateGuid();
 
-  // Copies `data` into `block`, which holds `blockSize` bytes, and makes a stream over the block. Null
-  // when an argument is empty, when `data` does not fit (the block's bytes are then cleared), or when
-  // no stream can be had. The caller owns one reference of the stream, and still owns the block: it
-  // frees it with GlobalFree after the last use of the stream.
+  // Copies `data` into `block`, which holds `blockSize` bytes, and makes a stream over the block.
+  // Null when an argument is empty, when `data` does not fit (the block's bytes are then cleared),
+  // or when no stream can be had. The caller owns one reference of the stream, and still owns the
+  // block: it frees it with GlobalFree after the last use of the stream.
   static IStream* GetPictureStream(const std::string& data, HGLOBAL block, unsigned int blockSize);
 };

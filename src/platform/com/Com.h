@@ -22,7 +22,8 @@ inline bool SUCCEEDED(HRESULT result) {
 // Writes a random identifier (version 4) from the system's random source; a failure writes nothing.
 HRESULT CoCreateGuid(GUID* guid);
 
-// The block's memory, or null for a null handle. Blocks do not move, so unlocking has nothing to do.
+// The block's memory, or null for a null handle. Blocks do not move, so unlocking has nothing to
+// do.
 void* GlobalLock(HGLOBAL block);
 BOOL GlobalUnlock(HGLOBAL block);
 

@@ -46,21 +46,21 @@ struct PixelView {
 };
 
 // A pixel section. The maker deletes it with DeleteObject, not while it is selected.
-struct HBITMAP__ {
+struct PixelSection {
   int width = 0;
   int height = 0;
   std::unique_ptr<std::uint32_t[]> pixels;
 };
-using HBITMAP = HBITMAP__*;
+using HBITMAP = PixelSection*;
 using HGDIOBJ = void*;
 
-// A device context: a memory context draws on the bitmap selected into it; a window's context is only
-// a proof that the window lives.
-struct HDC__ {
-  HBITMAP__ initial;  // what a memory context holds before anything is selected: no pixels
+// A device context: a memory context draws on the bitmap selected into it; a window's context is
+// only a proof that the window lives.
+struct DeviceContext {
+  PixelSection initial;  // what a memory context holds before anything is selected: no pixels
   HBITMAP selected = nullptr;
 };
-using HDC = HDC__*;
+using HDC = DeviceContext*;
 
 // A memory context like `dc`; null for a null `dc`. The caller ends it with DeleteDC.
 HDC CreateCompatibleDC(HDC dc);
@@ -70,9 +70,9 @@ BOOL DeleteDC(HDC dc);
 HGDIOBJ SelectObject(HDC dc, HGDIOBJ bitmap);
 BOOL DeleteObject(HGDIOBJ bitmap);
 
-// Makes a zeroed section, 32 bits a pixel, top-down, and stores its memory in `*bits`. Null, and null
-// bits, for any other format and for a size that cannot be had: a side of more than 32767 pixels or
-// more than 1 GiB. `section` is null and `offset` 0.
+// Makes a zeroed section, 32 bits a pixel, top-down, and stores its memory in `*bits`. Null, and
+// null bits, for any other format and for a size that cannot be had: a side of more than 32767
+// pixels or more than 1 GiB. `section` is null and `offset` 0.
 HBITMAP CreateDIBSection(HDC dc, const BITMAPINFO* info, UINT usage, void** bits, void* section,
                          DWORD offset);
 

@@ -1,10 +1,10 @@
-// The painter's classes, as much of them as the engine calls. Each keeps the status of its last failed
-// call; nothing throws but std::bad_alloc.
+// The painter's classes, as much of them as the engine calls. Each keeps the status of its last
+// failed call; nothing throws but std::bad_alloc.
 //
 // Pixel rules: integer coordinates of a stroke name pixel centres; a filled rectangle (x, y, w, h)
-// covers exactly the pixels x .. x+w-1, y .. y+h-1. Flat caps, mitred joins with limit 10 (bevelled past
-// it), coverage anti-aliasing, source-over. A stroke all of whose points fall on one pixel is a dot: a
-// disc of the pen's width. Every coordinate, size and count is legal input.
+// covers exactly the pixels x .. x+w-1, y .. y+h-1. Flat caps, mitred joins with limit 10 (bevelled
+// past it), coverage anti-aliasing, source-over. A stroke all of whose points fall on one pixel is
+// a dot: a disc of the pen's width. Every coordinate, size and count is legal input.
 #pragma once
 
 #include <cstdint>
@@ -67,8 +67,8 @@ class SolidBrush {
   Color color;
 };
 
-// A picture loaded from a file or a stream. One that could not be loaded has a failed status and the
-// size 0 x 0, and draws nothing.
+// A picture loaded from a file or a stream. One that could not be loaded has a failed status and
+// the size 0 x 0, and draws nothing.
 class Image {
  public:
   explicit Image(const wchar_t* path);
@@ -117,6 +117,7 @@ class Graphics {
   class Painter;
 
   Status Keep(Status status);
+  Status StrokePoints(const Pen* pen, const Point* points, INT count, bool closed);
 
   std::unique_ptr<Painter> painter;
   Status lastStatus = Ok;

@@ -27,10 +27,10 @@ BOOL IsWindow(HWND window);
 // Writes the window's screen rectangle; 0 and nothing written for a handle that is not registered.
 BOOL GetWindowRect(HWND window, RECT* rect);
 
-// Pushes the pixels of `source`, from its origin, at the window's size `*size`: what lies past them is
-// transparent. Gives what the window's Present gave; 0 for a dead handle, a context without pixels or
-// an empty or unreasonable size (over 32767 a side). The other arguments keep the engine's one use: the
-// source point is (0, 0), the blend is source-over with per-pixel alpha. Blocks the window's
-// unregistering while it runs.
+// Pushes the pixels of `source`, from its origin, at the window's size `*size`: what lies past them
+// is transparent. Gives what the window's Present gave; 0 for a dead handle, a context without
+// pixels or an empty or unreasonable size (over 32767 a side). The other arguments keep the
+// engine's one use: the source point is (0, 0), the blend is source-over with per-pixel alpha.
+// Blocks the window's unregistering while it runs.
 BOOL UpdateLayeredWindow(HWND window, HDC destination, POINT* position, SIZE* size, HDC source,
                          POINT* sourcePoint, COLORREF key, BLENDFUNCTION* blend, DWORD flags);

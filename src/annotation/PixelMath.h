@@ -1,0 +1,36 @@
+// Conversions between fractions of a page and pixels, defined for every input.
+#pragma once
+
+#include <algorithm>
+#include <cmath>
+#include <cstdint>
+#include <limits>
+
+#include <parchlet/AnnotationTypes.h>
+
+// Truncates toward zero; NaN gives 0, a value past the int32 range gives its end.
+inline std::int32_t SaturatingPixel(double value) {
+  if (std::isnan(value)) {
+    return 0;
+  }
+  constexpr double kLow = std::numeric_limits<std::int32_t>::min();
+  constexpr double kHigh = std::numeric_limits<std::int32_t>::max();
+  return static_cast<std::int32_t>(std::clamp(value, kLow, kHigh));
+}
+
+inline std::int32_t SaturatingPixel(std::int64_t value) {
+  return static_cast<std::int32_t>(std::clamp<std::int64_t>(
+      value, std::numeric_limits<std::int32_t>::min(), std::numeric_limits<std::int32_t>::max()));
+}
+
+// Pixel x = (int)(W * xRatio + 0.5), y likewise.
+inline POINT PixelOf(const AnnotationPoint& point, CurrentAnnotPageSize size) {
+  return {SaturatingPixel(size.width * point.xRatio + 0.5),
+          SaturatingPixel(size.height * point.yRatio + 0.5)};
+}
+
+// The page point of a host's pixel.
+inline AnnotationPoint PagePoint(POINT pixel, CurrentAnnotPageSize size) {
+  return {pixel.x, pixel.y, static_cast<double>(pixel.x) / static_cast<double>(size.width),
+          static_cast<double>(pixel.y) / static_cast<double>(size.height)};
+}

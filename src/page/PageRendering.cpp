@@ -1,0 +1,69 @@
+#include "page/AnnotationPage.h"
+
+namespace {
+
+constexpr ULONGLONG kTemporaryInkMs = 8000;
+
+}  // namespace
+
+int AnnotationPage::DrawPage() {
+  MutexLock lock(mutex);
+  if (graphics == nullptr) {
+    return 0;
+  }
+  graphics->Clear(Gdiplus::Color(clearColor));
+  DrawBackgroundPicture();
+  DrawConfirmed();
+  DrawPending();
+  DrawRubberBand();
+  return 1;
+}
+
+void AnnotationPage::DrawBackgroundPicture() {
+  if (backgroundPicture != nullptr && backgroundPicture->IsErased() == 0) {
+    backgroundPicture->Draw(graphics.get(), GetSize(), false);
+  }
+}
+
+void AnnotationPage::DrawConfirmed() {
+  for (const PaintOrderEntry& entry : paintOrder) {
+    Annotation* annotation = FindConfirmed(entry);
+    if (annotation == nullptr || annotation->IsErased() != 0) {
+      continue;
+    }
+    annotation->Draw(graphics.get(), GetSize(), false);
+    if (!selectedAnnotations.empty() && annotation->IsNamedIn(selectedAnnotations)) {
+      annotation->DrawRectEx(graphics.get(), GetSize());
+    }
+  }
+}
+
+Annotation* AnnotationPage::FindConfirmed(const PaintOrderEntry& entry) const {
+  const auto author = userAnnotations.find(entry.userId);
+  if (author == userAnnotations.end()) {
+    return nullptr;
+  }
+  const auto found = author->second.find(entry.annotationId);
+  return found != author->second.end() ? found->second : nullptr;
+}
+
+void AnnotationPage::DrawPending() {
+  for (const auto& [id, annotation] : localAnnotations) {
+    if (annotation->IsErased() != 0) {
+      continue;
+    }
+    const ULONGLONG start = annotation->tempStartTick;
+    if (start != 0 && GetTickCount64() - start >= kTemporaryInkMs) {
+      annotation->Erase(1);
+    } else {
+      annotation->Draw(graphics.get(), GetSize(), true);
+    }
+  }
+}
+
+void AnnotationPage::DrawRubberBand() {
+  if (selectRect.IsErased() == 0) {
+    selectRect.Draw(graphics.get(), GetSize(), false);
+    selectRect.DrawRectEx(graphics.get(), GetSize());
+  }
+}

@@ -1,0 +1,77 @@
+#include "platform/gdi/Gdi.h"
+
+#include <new>
+
+namespace {
+
+constexpr int kMaxSide = 32767;
+constexpr std::size_t kMaxPixels = std::size_t{1} << 28;  // 1 GiB
+
+bool IsUsableSize(LONG width, LONG height) {
+  return width >= 1 && height >= 1 && width <= kMaxSide && height <= kMaxSide &&
+         static_cast<std::size_t>(width) * static_cast<std::size_t>(height) <= kMaxPixels;
+}
+
+}  // namespace
+
+HDC CreateCompatibleDC(HDC dc) {
+  if (dc == nullptr) {
+    return nullptr;
+  }
+  HDC made = new (std::nothrow) DeviceContext;
+  if (made != nullptr) {
+    made->selected = &made->initial;
+  }
+  return made;
+}
+
+BOOL DeleteDC(HDC dc) {
+  delete dc;
+  return dc != nullptr ? 1 : 0;
+}
+
+HGDIOBJ SelectObject(HDC dc, HGDIOBJ bitmap) {
+  if (dc == nullptr || bitmap == nullptr) {
+    return nullptr;
+  }
+  HGDIOBJ before = dc->selected;
+  dc->selected = static_cast<HBITMAP>(bitmap);
+  return before;
+}
+
+BOOL DeleteObject(HGDIOBJ bitmap) {
+  delete static_cast<HBITMAP>(bitmap);
+  return bitmap != nullptr ? 1 : 0;
+}
+
+HBITMAP CreateDIBSection(HDC dc, const BITMAPINFO* info, UINT usage, void** bits, void* /*section*/,
+                         DWORD /*offset*/) {
+  *bits = nullptr;
+  const BITMAPINFOHEADER& header = info->bmiHeader;
+  const bool known = usage == DIB_RGB_COLORS && header.biCompression == BI_RGB &&
+                     header.biBitCount == 32 && header.biHeight < 0 && header.biHeight >= -kMaxSide;
+  if (dc == nullptr || !known || !IsUsableSize(header.biWidth, -header.biHeight)) {
+    return nullptr;
+  }
+  std::unique_ptr<PixelSection> bitmap(new (std::nothrow) PixelSection);
+  if (bitmap == nullptr) {
+    return nullptr;
+  }
+  bitmap->width = header.biWidth;
+  bitmap->height = -header.biHeight;
+  const auto count =
+      static_cast<std::size_t>(bitmap->width) * static_cast<std::size_t>(bitmap->height);
+  bitmap->pixels.reset(new (std::nothrow) std::uint32_t[count]());
+  if (bitmap->pixels == nullptr) {
+    return nullptr;
+  }
+  *bits = bitmap->pixels.get();
+  return bitmap.release();
+}
+
+PixelView GetPixels(HDC dc) {
+  if (dc == nullptr || dc->selected == nullptr || dc->selected->pixels == nullptr) {
+    return {};
+  }
+  return {dc->selected->pixels.get(), dc->selected->width, dc->selected->height};
+}

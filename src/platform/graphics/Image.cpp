@@ -1,0 +1,119 @@
+#include <array>
+#include <cstdio>
+#include <memory>
+#include <span>
+#include <vector>
+
+#include "platform/graphics/Graphics.h"
+#include "platform/image/Picture.h"
+#include "platform/text/Paths.h"
+
+namespace Gdiplus {
+
+namespace {
+
+// Larger files are refused unread: no picture within the decoders' limits needs as much.
+constexpr std::size_t kMaxBytes = std::size_t{256} << 20;
+constexpr std::size_t kChunk = std::size_t{64} << 10;
+
+// Collects what `read` gives, chunk by chunk, until it gives less than it was asked for. Empty when
+// there is too much of it.
+template <class Read>
+std::vector<std::byte> ReadAll(Read read) {
+  std::vector<std::byte> bytes;
+  for (;;) {
+    const std::size_t before = bytes.size();
+    bytes.resize(before + kChunk);
+    const std::size_t got = read(bytes.data() + before, kChunk);
+    bytes.resize(before + got);
+    if (bytes.size() > kMaxBytes) {
+      return {};
+    }
+    if (got < kChunk) {
+      return bytes;
+    }
+  }
+}
+
+std::vector<std::byte> ReadFile(const wchar_t* path) {
+  struct Close {
+    void operator()(std::FILE* file) const { std::fclose(file); }
+  };
+  const std::unique_ptr<std::FILE, Close> file(std::fopen(NativePath(path).c_str(), "rbe"));
+  if (file == nullptr) {
+    return {};
+  }
+  return ReadAll(
+      [&](std::byte* to, std::size_t size) { return std::fread(to, 1, size, file.get()); });
+}
+
+std::vector<std::byte> ReadStream(IStream* stream) {
+  return ReadAll([&](std::byte* to, std::size_t size) -> std::size_t {
+    // A stream may give less than it was asked for before its end.
+    std::size_t filled = 0;
+    ULONG got = 0;
+    while (filled < size &&
+           SUCCEEDED(stream->Read(to + filled, static_cast<ULONG>(size - filled), &got)) &&
+           got > 0 && got <= size - filled) {
+      filled += got;
+    }
+    return filled;
+  });
+}
+
+constexpr GUID RawFormat(std::uint32_t first) {
+  return {first, 0x0728, 0x11d3, {0x9d, 0x7b, 0x00, 0x00, 0xf8, 0x1e, 0xf3, 0x2e}};
+}
+
+GUID RawFormatOf(PictureFormat format) {
+  switch (format) {
+    case PictureFormat::kBmp:
+      return RawFormat(0xb96b3cab);
+    case PictureFormat::kJpeg:
+      return RawFormat(0xb96b3cae);
+    case PictureFormat::kPng:
+      return RawFormat(0xb96b3caf);
+    case PictureFormat::kGif:
+      return RawFormat(0xb96b3cb0);
+    case PictureFormat::kUnknown:
+      break;
+  }
+  return RawFormat(0xb96b3ca9);
+}
+
+}  // namespace
+
+Image::Image(const wchar_t* path)
+    : picture(std::make_unique<Picture>(DecodePicture(ReadFile(path)))),
+      lastStatus(picture->width > 0 ? Ok : InvalidParameter) {}
+
+Image::Image(IStream* stream)
+    : picture(std::make_unique<Picture>(DecodePicture(ReadStream(stream)))),
+      lastStatus(picture->width > 0 ? Ok : InvalidParameter) {}
+
+Image::~Image() = default;
+
+UINT Image::GetWidth() {
+  return static_cast<UINT>(picture->width);
+}
+
+UINT Image::GetHeight() {
+  return static_cast<UINT>(picture->height);
+}
+
+Status Image::GetRawFormat(GUID* format) {
+  if (picture->width == 0) {
+    lastStatus = InvalidParameter;
+    return InvalidParameter;
+  }
+  *format = RawFormatOf(picture->format);
+  return Ok;
+}
+
+Status Image::GetLastStatus() {
+  const Status status = lastStatus;
+  lastStatus = Ok;
+  return status;
+}
+
+}  // namespace Gdiplus
