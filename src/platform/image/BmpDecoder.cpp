@@ -50,9 +50,11 @@ void ReadRows(const BmpHeader& header, const std::byte* stored, std::size_t stri
   }
 }
 
+// What a packed file leaves out shows the palette's first colour.
 Picture MakePicture(const BmpHeader& header) {
+  const std::size_t count = static_cast<std::size_t>(header.width) * header.height;
   return {PictureFormat::kBmp, header.width, header.height,
-          std::vector<std::uint32_t>(static_cast<std::size_t>(header.width) * header.height)};
+          std::vector<std::uint32_t>(count, header.palette[0])};
 }
 
 }  // namespace

@@ -1,7 +1,5 @@
 #include "platform/image/BmpRle.h"
 
-#include <algorithm>
-
 namespace {
 
 // The second byte of a pair that starts with 0; any larger one counts the pixels that follow
@@ -100,6 +98,5 @@ class Unpacker {
 }  // namespace
 
 bool UnpackBmpRuns(const BmpHeader& header, std::span<const std::byte> packed, Picture& picture) {
-  std::fill(picture.pixels.begin(), picture.pixels.end(), header.palette[0]);
   return Unpacker(header, packed, picture).Run();
 }
