@@ -8,6 +8,8 @@ function(parchlet_target target)
     POSITION_INDEPENDENT_CODE ON)
   target_compile_options(${target} PRIVATE -Wall -Wextra -Wpedantic -Wshadow -Wconversion
     -Wno-sign-conversion $<$<CXX_COMPILER_ID:Clang>:-Wthread-safety -Wthread-safety-beta>)
+  # Hit tests are defined in single precision, step by step: no fused operations.
+  target_compile_options(${target} PRIVATE -ffp-contract=off)
   # A constructor's parameter may carry the name of the field that it sets.
   target_compile_options(${target} PRIVATE $<$<CXX_COMPILER_ID:GNU>:-Wno-shadow>)
   if(PARCHLET_WARNINGS_AS_ERRORS)

@@ -1,6 +1,7 @@
 // Annotation.h - one mark on a page, and the record of its identity and style.
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
 #include <map>
 #include <memory>
@@ -10,6 +11,8 @@
 #include <parchlet/AnnotationTypes.h>
 #include <parchlet/Mutex.h>
 #include <parchlet/Platform.h>
+
+class ReachTable;
 
 // Identity and style of an annotation. The fields are public: a host fills them in a mark that it
 // rebuilds from a message, before it hands the mark to the engine. Once a page owns the mark, the
@@ -111,6 +114,18 @@ class PARCHLET_API Annotation : public AnnotationHeader {
   // Outlines the selection frame, computed anew; 0 for null graphics, an erased mark or one without
   // a frame, else 1.
   int DrawRectEx(Gdiplus::Graphics* graphics, CurrentAnnotPageSize size);
+  // These two answer for the pixels as last drawn, and look at nothing but x and y of their
+  // arguments. An erased mark answers like any other.
+  //
+  // 1 when an eraser that moves straight from p1 to p2 touches the mark: it crosses the centre line
+  // (of an ellipse, the diamond within it, or it ends inside), else 0.
+  int FindAnnotation(const AnnotationPoint& p1, const AnnotationPoint& p2) const;
+  // 1 when the point hits the mark, with the pen's width counted in, else 0. With `useFrame`: when
+  // it lies in the selection frame as last computed.
+  int FindAnnotation(const AnnotationPoint& p, bool useFrame) const;
+  // 1 when the mark, not erased, lies entirely inside the rectangle, edges included, whichever way
+  // that was dragged out; else 0. The pen's width does not count.
+  int IsInSelectRect(const RECT& rect) const;
   // Computes the selection frame: the box of the points' centres, at least 2 pixels each way. 0 for
   // a mark with fewer than two points in sub-model 0, else 1.
   int SetRectEx(CurrentAnnotPageSize size);
@@ -121,9 +136,18 @@ class PARCHLET_API Annotation : public AnnotationHeader {
 
   struct Snapshot;  // what a copy takes over, read under the source's lock
 
-  // Whether the map has the annotation's present id for a key.
+  // Whether the map has the mark's present id for a key.
   bool IsNamedIn(const std::map<std::string, Annotation*>& annotations) const
       PARCHLET_EXCLUDES(mutex);
+  // Makes the mark report to the table, under `slot`, how far it reaches, from now on.
+  void ReportReach(ReachTable& table, std::size_t slot) PARCHLET_EXCLUDES(mutex);
+  std::size_t ReachSlot() const PARCHLET_EXCLUDES(mutex);
+  // A copy of sub-model 0, empty when there is none.
+  std::vector<AnnotationPoint> FirstSubModel() const PARCHLET_EXCLUDES(mutex);
+  // The pixel of the first point of sub-model 0, which there must be.
+  POINT AnchorPixel() const PARCHLET_EXCLUDES(mutex);
+  // Renumbers the points of sub-model 0; nothing without one.
+  void MoveFirstSubModelTo(unsigned int subModel) PARCHLET_EXCLUDES(mutex);
 
   Snapshot TakeSnapshot() const PARCHLET_EXCLUDES(mutex);
   void CopyAnnotation(const Annotation& source) PARCHLET_EXCLUDES(mutex);
@@ -148,7 +172,35 @@ class PARCHLET_API Annotation : public AnnotationHeader {
   bool HasTwoPoints() const PARCHLET_REQUIRES(mutex);
   // The box that the first two points span, after their conversion to pixels of `size`.
   RECT ConvertTwoPoints(CurrentAnnotPageSize size) PARCHLET_REQUIRES(mutex);
+  // Brings the pixels of the connected sub-models up to date with `size`.
+  void ConvertPath(CurrentAnnotPageSize size) PARCHLET_REQUIRES(mutex);
+  void ConvertPathTail(CurrentAnnotPageSize size) PARCHLET_REQUIRES(mutex);
   int UpdateFrame(CurrentAnnotPageSize size) PARCHLET_REQUIRES(mutex);
+
+  // Declares the pixels of all points out of date, and their box.
+  void PointsReplaced() PARCHLET_REQUIRES(mutex);
+  void RecomputePixelBox() PARCHLET_REQUIRES(mutex);
+  void PublishReach() PARCHLET_REQUIRES(mutex);
+
+  int FindShapeAnnotation(POINT from, POINT to) const PARCHLET_REQUIRES(mutex);
+  int FindShapeAnnotation(POINT at, bool useFrame) const PARCHLET_REQUIRES(mutex);
+  int FindPictureAnnotation(POINT from, POINT to) const PARCHLET_REQUIRES(mutex);
+  int FindPictureAnnotation(POINT at, bool useFrame) const PARCHLET_REQUIRES(mutex);
+  int FindLine(POINT from, POINT to) const PARCHLET_REQUIRES(mutex);
+  int FindLine(POINT at) const PARCHLET_REQUIRES(mutex);
+  int FindEllipse(POINT from, POINT to) const PARCHLET_REQUIRES(mutex);
+  int FindEllipse(POINT at) const PARCHLET_REQUIRES(mutex);
+  int FindRectangle(POINT from, POINT to) const PARCHLET_REQUIRES(mutex);
+  int FindRectangle(POINT at) const PARCHLET_REQUIRES(mutex);
+  int FindTriangle(POINT from, POINT to) const PARCHLET_REQUIRES(mutex);
+  int FindTriangle(POINT at) const PARCHLET_REQUIRES(mutex);
+  int FindPath(POINT from, POINT to) const PARCHLET_REQUIRES(mutex);
+  int FindPath(POINT at) const PARCHLET_REQUIRES(mutex);
+  int IsShapeInSelectRect(const RECT& rect) const PARCHLET_REQUIRES(mutex);
+  int IsPictureInSelectRect(const RECT& rect) const PARCHLET_REQUIRES(mutex);
+  int IsPointInRectEx(POINT point) const PARCHLET_REQUIRES(mutex);
+  POINT FirstPixel() const PARCHLET_REQUIRES(mutex);
+  POINT SecondPixel() const PARCHLET_REQUIRES(mutex);
 
   AnnotationPoint moveOrigin PARCHLET_GUARDED_BY(mutex) = {0, 0, -1.0, -1.0};
   SubModels points PARCHLET_GUARDED_BY(mutex);
@@ -156,4 +208,16 @@ class PARCHLET_API Annotation : public AnnotationHeader {
   RECT frame PARCHLET_GUARDED_BY(mutex) = {0, 0, 0, 0};
   // Shared by the copies of a mark; the last of them releases it.
   std::shared_ptr<Gdiplus::Image> picture PARCHLET_GUARDED_BY(mutex);
+
+  // The box of all points' stored pixels, ends included; left > right without points.
+  RECT pixelBox PARCHLET_GUARDED_BY(mutex) = {INT32_MAX, INT32_MAX, INT32_MIN, INT32_MIN};
+  // The pixels of a path's connected sub-models are those of this surface size, but for the points
+  // of sub-model 0 past the first `convertedPoints`; {0, 0} when they are not.
+  CurrentAnnotPageSize convertedSize PARCHLET_GUARDED_BY(mutex) = {0, 0};
+  std::size_t convertedPoints PARCHLET_GUARDED_BY(mutex) = 0;
+
+  // Where the page that owns the mark looks before it asks the mark. Null until then.
+  ReachTable* reachTable PARCHLET_GUARDED_BY(mutex) = nullptr;
+  std::size_t reachSlot PARCHLET_GUARDED_BY(mutex) = 0;
+  bool isOwned = false;  // a page owns the mark; the host thread's
 };

@@ -12,6 +12,7 @@
 #include <map>
 #include <memory>
 #include <string>
+#include <vector>
 
 #include <parchlet/Annotation.h>
 #include <parchlet/AnnotationTypes.h>
@@ -150,6 +151,74 @@ class PARCHLET_API Parchlet {
   std::string GetCurrentAnnotationInfo(std::string& docId, std::string& pageId);
   // 1 when all points of the mark's sub-model 0 fall on one pixel: a press without a movement.
   int IsPointAnnotation(Annotation* annotation);
+
+  // --- Selecting and moving ---
+  //
+  // An empty `userId` stands for all authors; else the author must be that one, and, unless
+  // `userSubId` is empty, that second identity. Only confirmed marks that are not erased are found.
+
+  // Starts a gesture at a point on the page. A press on a selected mark will move the selection;
+  // any other selects the topmost mark whose frame it hits, if any, and starts a rubber band.
+  int StartSelecting(const std::string& docId, const std::string& pageId, const std::string& userId,
+                     const std::string& userSubId, POINT point);
+  // Continues the current page's gesture: 1 when it moved the selection, 0 when it selected the
+  // marks of `userId` within the rubber band, or without a gesture.
+  int MoveSelecting(POINT point);
+  // Ends the current page's gesture; 1 when it was a move. The selection stays, and
+  // CancelAnnotation can take each mark back to where it was until its echo arrives.
+  int EndSelecting();
+  // The selection by annotation id; the page owns the annotations. Empty for an unknown page.
+  std::map<std::string, Annotation*> GetSelectedAnnotations(const std::string& docId,
+                                                            const std::string& pageId);
+
+  // --- Erasing: first ask what a gesture would erase, then erase each by author and id ---
+
+  // The ids of the marks under the eraser; the selection is dropped. For one point a list of one:
+  // the topmost mark's id, or the empty string. For more, the marks that the way from the first
+  // point to the second touches, topmost first; later points are ignored. An empty list before the
+  // first NewPage, for an empty path or an unknown page.
+  std::vector<std::string> EraseAnnotations(const std::string& docId, const std::string& pageId,
+                                            const std::string& userId, const std::string& userSubId,
+                                            const std::vector<POINT>& path);
+  // Erases a confirmed mark; 0 when there is none or it is erased already. Annotation::Erase(0)
+  // restores it.
+  int EraseAnnotation(const std::string& docId, const std::string& pageId,
+                      const std::string& userId, const std::string& annotationId);
+  // The same, for a peer's decision.
+  int EraseAnnotationFromRemote(const std::string& docId, const std::string& pageId,
+                                const std::string& userId, const std::string& annotationId);
+  // The ids of the selection, ascending; the selection is dropped. No mark is erased.
+  std::vector<std::string> EraseSelectedAnnotations(const std::string& docId,
+                                                    const std::string& pageId);
+
+  // --- Other participants' marks, looking up, clearing ---
+
+  // Hands over a mark that arrived, the local user's own included (those get the local nickname).
+  // When its id is new to its author's marks on the page, the page takes the object over, for the
+  // rest of the object's life. Else it is a fragment or an echo: its points become the known mark's
+  // sub-model `subModelIndex`, and the object stays the caller's. The echo of a drawing confirms
+  // it: the object drawn here is painted at the echo's `order` from then on. GetLocalAnnotation and
+  // GetAnnotation tell beforehand whether the id is known. 0 for null or an unknown page.
+  int AddAnnotationFromRemote(const std::string& docId, const std::string& pageId,
+                              Annotation* annotation);
+  // Takes back a pending change: deletes an unconfirmed drawing, returns a moved mark to its place.
+  void CancelAnnotation(const std::string& docId, const std::string& pageId,
+                        const std::string& annotationId);
+  // 1 when the page has a confirmed mark, erased or not, of that author and id.
+  int FindAnnotation(const std::string& docId, const std::string& pageId, const std::string& userId,
+                     const std::string& annotationId);
+  // That mark, or null. The page owns it; it stays valid until the page is deleted.
+  Annotation* GetAnnotation(const std::string& docId, const std::string& pageId,
+                            const std::string& userId, const std::string& annotationId);
+  // The pending mark of that id, or null: a drawing not confirmed yet, or the hidden copy of a
+  // moved mark. The page owns it; CancelAnnotation deletes it, and so does the echo of a move.
+  Annotation* GetLocalAnnotation(const std::string& docId, const std::string& pageId,
+                                 const std::string& annotationId);
+  // Erases the author's confirmed marks on the page, or, with a `userSubId`, those with that second
+  // identity; for an empty `userId` everybody's. 0 before the first NewPage, for an unknown page or
+  // an author without marks.
+  int ClearAnnotations(const std::string& docId, const std::string& pageId,
+                       const std::string& userId, const std::string& userSubId);
 
  private:
   friend struct ParchletTestAccess;

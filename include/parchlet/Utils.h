@@ -1,4 +1,4 @@
-// Utils.h - text conversions, identifiers and picture streams.
+// Utils.h - text conversions, identifiers, picture streams and line geometry.
 #pragma once
 
 #include <string>
@@ -29,4 +29,15 @@ class PARCHLET_API Utils {
   // or when no stream can be had. The caller owns one reference of the stream, and still owns the
   // block: it frees it with GlobalFree after the last use of the stream.
   static IStream* GetPictureStream(const std::string& data, HGLOBAL block, unsigned int blockSize);
+
+  // Whether the closed segments a1-a2 and b1-b2 have a point in common, touching included, within
+  // the rounding of single precision. False for a segment of no length and for parallel ones,
+  // overlapping ones too. The crossing is that of the lines y = k * x + c (x = m * y + c when one
+  // is vertical): x = (c1 - c2) / (k2 - k1), compared with the ranges of both segments.
+  static bool IsLineIntersect(POINT a1, POINT a2, POINT b1, POINT b2);
+  // Whether p lies on the segment a-b: within its box widened by half the width on every side, and
+  // with (int)(|pa| + |pb|) <= (int)(|ab| + 0.5), so within a slim ellipse around it.
+  static bool IsPointOnLine(POINT p, POINT a, POINT b, int width);
+  // The line y = slope * x + intercept through two points; for a vertical pair, slope 0 and p1's y.
+  static void CalcLineEquation(POINT p1, POINT p2, float& slope, float& intercept);
 };

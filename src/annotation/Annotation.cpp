@@ -1,49 +1,15 @@
 #include <parchlet/Annotation.h>
 
 #include <atomic>
-#include <new>
 #include <utility>
 
-#include "platform/Platform.h"
+#include "annotation/ReachTable.h"
 
 namespace {
-
-constexpr std::size_t kLatest = 1;
 
 // Both Erase and IsErased may meet the refresh thread, for which a lock would be too much.
 std::atomic_ref<std::int32_t> Shared(std::int32_t& field) {
   return std::atomic_ref<std::int32_t>(field);
-}
-
-constexpr GUID PictureFormatId(std::uint32_t first) {
-  return {first, 0x0728, 0x11d3, {0x9d, 0x7b, 0x00, 0x00, 0xf8, 0x1e, 0xf3, 0x2e}};
-}
-
-AnnotationSubType SubTypeOf(Gdiplus::Image& image) {
-  GUID format{};
-  if (image.GetRawFormat(&format) != Gdiplus::Ok) {
-    return AnnotationSubTypeUnknown;
-  }
-  if (format == PictureFormatId(0xb96b3cab)) {
-    return AnnotationSubTypeBmp;
-  }
-  if (format == PictureFormatId(0xb96b3caf)) {
-    return AnnotationSubTypePng;
-  }
-  if (format == PictureFormatId(0xb96b3cae)) {
-    return AnnotationSubTypeJpeg;
-  }
-  return AnnotationSubTypeUnknown;
-}
-
-// Null when there is no memory for it: the mark is then left without a picture.
-template <class Source>
-std::shared_ptr<Gdiplus::Image> LoadImage(Source source) {
-  try {
-    return std::make_shared<Gdiplus::Image>(source);
-  } catch (const std::bad_alloc&) {
-    return nullptr;
-  }
 }
 
 // The sub-models that count as one mark: the unbroken run from 0, without the empty ones.
@@ -116,6 +82,8 @@ void Annotation::CopyAnnotation(const Annotation& source) {
   frame = snapshot.frame;
   picture.swap(snapshot.picture);
   points.swap(snapshot.points);
+  PointsReplaced();
+  PublishReach();
 }
 
 void Annotation::Init(AnnotationPen newPen, AnnotationType newType, AnnotationSubType newSubType,
@@ -128,52 +96,7 @@ void Annotation::Init(AnnotationPen newPen, AnnotationType newType, AnnotationSu
   userId = newUserId;
   userSubId = newUserSubId;
   nickname = newNickname;
-}
-
-bool Annotation::IsTwoPointKind() const {
-  if (type == AnnotationTypePicture) {
-    return true;
-  }
-  switch (subType) {
-    case AnnotationSubTypeLine:
-    case AnnotationSubTypeEllipse:
-    case AnnotationSubTypeRectangle:
-    case AnnotationSubTypeTriangle:
-    case AnnotationSubTypeRightTriangle:
-      return true;
-    default:
-      return false;
-  }
-}
-
-void Annotation::AddPoint(AnnotationPoint point) {
-  MutexLock lock(mutex);
-  std::vector<AnnotationPoint>& list = points[0];
-  if (IsTwoPointKind() && list.size() > kLatest) {
-    list[kLatest] = point;
-  } else {
-    list.push_back(point);
-  }
-}
-
-void Annotation::InsertPoints(unsigned int subModel, std::vector<AnnotationPoint> newPoints) {
-  MutexLock lock(mutex);
-  points[subModel] = std::move(newPoints);
-}
-
-void Annotation::ClearPoints() {
-  MutexLock lock(mutex);
-  points.clear();
-}
-
-Annotation::SubModels Annotation::GetPoints() const {
-  MutexLock lock(mutex);
-  return points;
-}
-
-int Annotation::IsSubModelExist(unsigned int subModel) const {
-  MutexLock lock(mutex);
-  return points.contains(subModel) ? 1 : 0;
+  PublishReach();
 }
 
 void Annotation::SetAnnotationId(const std::string& newId) {
@@ -199,60 +122,9 @@ int Annotation::IsErased() const {
   return Shared(const_cast<std::int32_t&>(erased)).load(std::memory_order_relaxed);
 }
 
-void Annotation::StartMoving(AnnotationPoint point) {
-  MutexLock lock(mutex);
-  moveOrigin = point;
-}
-
-void Annotation::Moving(AnnotationPoint point) {
-  MutexLock lock(mutex);
-  const double dx = point.xRatio - moveOrigin.xRatio;
-  const double dy = point.yRatio - moveOrigin.yRatio;
-  moveOrigin = point;
-  unsigned int next = 0;
-  for (auto& [number, list] : points) {
-    if (number != next) {
-      break;
-    }
-    ++next;
-    for (AnnotationPoint& moved : list) {
-      moved.xRatio += dx;
-      moved.yRatio += dy;
-    }
-  }
-}
-
-void Annotation::SetPicture(const std::wstring& path, const std::string& property) {
-  if (path.empty()) {
-    return;
-  }
-  std::shared_ptr<Gdiplus::Image> loaded = LoadImage(path.c_str());
-  MutexLock lock(mutex);
-  picture = std::move(loaded);
-  SetPictureProperty(property);
-}
-
-void Annotation::SetPicture(IStream* stream, const std::string& property) {
-  if (stream == nullptr) {
-    return;
-  }
-  std::shared_ptr<Gdiplus::Image> loaded = LoadImage(stream);
-  stream->Release();
-  MutexLock lock(mutex);
-  picture = std::move(loaded);
-  SetPictureProperty(property);
-}
-
-void Annotation::SetPictureProperty(const std::string& property) {
-  if (picture == nullptr) {
-    return;
-  }
-  subType = SubTypeOf(*picture);
-  pictureProperty = property;
-}
-
 void Annotation::Destroy() {
   MutexLock lock(mutex);
   picture.reset();
   points.clear();
+  PointsReplaced();
 }

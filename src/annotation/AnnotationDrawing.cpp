@@ -26,17 +26,6 @@ Gdiplus::Pen StrokePen(std::uint32_t color, int width) {
   return Gdiplus::Pen(Gdiplus::Color(color), static_cast<Gdiplus::REAL>(width));
 }
 
-RECT BoxOf(POINT a, POINT b) {
-  return {std::min(a.x, b.x), std::min(a.y, b.y), std::max(a.x, b.x), std::max(a.y, b.y)};
-}
-
-void Extend(RECT& box, POINT point) {
-  box.left = std::min(box.left, point.x);
-  box.top = std::min(box.top, point.y);
-  box.right = std::max(box.right, point.x);
-  box.bottom = std::max(box.bottom, point.y);
-}
-
 // Widens an extent of less than two pixels by one on each side.
 void GiveExtent(LONG& low, LONG& high) {
   if (std::int64_t{high} - low < 2) {
@@ -104,6 +93,9 @@ RECT Annotation::ConvertTwoPoints(CurrentAnnotPageSize size) {
   std::vector<AnnotationPoint>& list = points.find(0)->second;
   const Gdiplus::Point a = Convert(list[0], size);
   const Gdiplus::Point b = Convert(list[1], size);
+  // A path's record of converted pixels does not cover these two.
+  convertedSize = {0, 0};
+  RecomputePixelBox();
   return BoxOf({a.X, a.Y}, {b.X, b.Y});
 }
 
@@ -141,11 +133,25 @@ void Annotation::DrawShapeTriangle(Gdiplus::Graphics* graphics, CurrentAnnotPage
   graphics->DrawPolygon(&stroke, corners, 3);
 }
 
-void Annotation::DrawShapePath(Gdiplus::Graphics* graphics, CurrentAnnotPageSize size) {
-  const Gdiplus::Pen stroke = StrokePen(pen.color, CalcPenWidth(pen.width));
-  // One array a thread, grown to the longest path, instead of one a path and frame.
-  thread_local std::vector<Gdiplus::Point> pixels;
-  const std::vector<AnnotationPoint>* before = nullptr;
+void Annotation::ConvertPathTail(CurrentAnnotPageSize size) {
+  std::vector<AnnotationPoint>& list = points.find(0)->second;
+  bool hasMoved = false;
+  for (std::size_t i = convertedPoints; i < list.size(); ++i) {
+    const POINT before = {list[i].x, list[i].y};
+    const Gdiplus::Point now = Convert(list[i], size);
+    hasMoved = hasMoved || now.X != before.x || now.Y != before.y;
+  }
+  convertedPoints = list.size();
+  if (hasMoved) {
+    RecomputePixelBox();
+  }
+}
+
+void Annotation::ConvertPath(CurrentAnnotPageSize size) {
+  if (convertedSize.width == size.width && convertedSize.height == size.height) {
+    ConvertPathTail(size);
+    return;
+  }
   unsigned int next = 0;
   for (auto& [number, list] : points) {
     if (number != next) {
@@ -155,9 +161,30 @@ void Annotation::DrawShapePath(Gdiplus::Graphics* graphics, CurrentAnnotPageSize
     if (list.size() == 1) {
       list.push_back(list.front());
     }
-    pixels.clear();
     for (AnnotationPoint& point : list) {
-      pixels.push_back(Convert(point, size));
+      Convert(point, size);
+    }
+  }
+  convertedSize = size;
+  convertedPoints = points.find(0)->second.size();
+  RecomputePixelBox();
+}
+
+void Annotation::DrawShapePath(Gdiplus::Graphics* graphics, CurrentAnnotPageSize size) {
+  ConvertPath(size);
+  const Gdiplus::Pen stroke = StrokePen(pen.color, CalcPenWidth(pen.width));
+  // One array a thread, grown to the longest path, instead of one a path and frame.
+  thread_local std::vector<Gdiplus::Point> pixels;
+  const std::vector<AnnotationPoint>* before = nullptr;
+  unsigned int next = 0;
+  for (const auto& [number, list] : points) {
+    if (number != next) {
+      break;
+    }
+    ++next;
+    pixels.clear();
+    for (const AnnotationPoint& point : list) {
+      pixels.emplace_back(point.x, point.y);
     }
     if (before != nullptr && !before->empty() && !list.empty()) {
       const Gdiplus::Point join[] = {{before->back().x, before->back().y}, pixels.front()};
@@ -203,7 +230,10 @@ int Annotation::UpdateFrame(CurrentAnnotPageSize size) {
   }
   GiveExtent(box.left, box.right);
   GiveExtent(box.top, box.bottom);
-  frame = box;
+  if (!IsSameBox(frame, box)) {
+    frame = box;
+    PublishReach();
+  }
   return 1;
 }
 

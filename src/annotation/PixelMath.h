@@ -34,3 +34,26 @@ inline AnnotationPoint PagePoint(POINT pixel, CurrentAnnotPageSize size) {
   return {pixel.x, pixel.y, static_cast<double>(pixel.x) / static_cast<double>(size.width),
           static_cast<double>(pixel.y) / static_cast<double>(size.height)};
 }
+
+// Boxes of pixels, ends included.
+inline constexpr RECT kNoBox = {std::numeric_limits<LONG>::max(), std::numeric_limits<LONG>::max(),
+                                std::numeric_limits<LONG>::min(), std::numeric_limits<LONG>::min()};
+
+inline bool IsEmptyBox(const RECT& box) {
+  return box.left > box.right;
+}
+
+inline bool IsSameBox(const RECT& a, const RECT& b) {
+  return a.left == b.left && a.top == b.top && a.right == b.right && a.bottom == b.bottom;
+}
+
+inline RECT BoxOf(POINT a, POINT b) {
+  return {std::min(a.x, b.x), std::min(a.y, b.y), std::max(a.x, b.x), std::max(a.y, b.y)};
+}
+
+inline void Extend(RECT& box, POINT point) {
+  box.left = std::min(box.left, point.x);
+  box.top = std::min(box.top, point.y);
+  box.right = std::max(box.right, point.x);
+  box.bottom = std::max(box.bottom, point.y);
+}

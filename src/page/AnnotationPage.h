@@ -5,11 +5,13 @@
 #include <map>
 #include <memory>
 #include <string>
+#include <vector>
 
 #include <parchlet/Annotation.h>
 #include <parchlet/AnnotationTypes.h>
 #include <parchlet/Mutex.h>
 
+#include "annotation/ReachTable.h"
 #include "page/DibSection.h"
 #include "page/NicknameTipStyle.h"
 #include "page/PaintOrderEntry.h"
@@ -67,9 +69,15 @@ class AnnotationPage {
   // --- Store (PageStore.cpp) ---
 
   // Enters an annotation; null is ignored. A local one gets a fresh id, becomes the annotation in
-  // progress and drops the selection. A remote one is adopted when its id is new to its author's
-  // marks here; otherwise its points become the stored mark's sub-model `subModelIndex`, and the
-  // object stays the caller's. The page owns what it adopts until it is destroyed.
+  // progress and drops the selection. A remote one
+  //   - is adopted when its id is new to its author's marks here (a copy, should it be another
+  //   page's);
+  //   - else, a fragment or an echo, gives its points to the stored mark's sub-model
+  //   `subModelIndex`, and
+  //     stays the caller's; the page's own object, handed over again, changes no points.
+  // An echo confirms the drawing, or ends the move, that was pending under its id. The first
+  // fragment 0 of a mark gives it its place in the paint order; fragments may come in any order.
+  // The page owns what it adopts until it is destroyed.
   void AddAnnotation(Annotation* annotation, bool fromRemote) PARCHLET_EXCLUDES(mutex);
 
   // The mark being drawn here, or null. Host thread; no lock, so that a pointer event waits for
@@ -85,6 +93,82 @@ class AnnotationPage {
   // The annotation point of a pixel of the surface. Host thread.
   AnnotationPoint ToPagePoint(POINT pixel) const;
 
+  // --- Erasing (PageErasing.cpp) ---
+  //
+  // Searches look at the confirmed marks that are not erased. An empty `userId` stands for all
+  // authors, whatever `userSubId` says; else a mark's author must be that one, and, unless
+  // `userSubId` is empty, that second identity.
+
+  // The topmost mark that the point hits (with `useFrame`: whose selection frame holds it), or
+  // null.
+  Annotation* FindAnnotationAtPoint(const std::string& userId, const std::string& userSubId,
+                                    const AnnotationPoint& point, bool useFrame)
+      PARCHLET_EXCLUDES(mutex);
+  // The marks that the segment touches, topmost first.
+  std::vector<Annotation*> FindAnnotationsOnSegment(const std::string& userId,
+                                                    const std::string& userSubId,
+                                                    const AnnotationPoint& from,
+                                                    const AnnotationPoint& to)
+      PARCHLET_EXCLUDES(mutex);
+  // The id of the mark under the eraser, or the empty string. Marks nothing, but drops the
+  // selection; a point off the page does not even that.
+  std::string EraseAnnotations(const std::string& userId, const std::string& userSubId, POINT point)
+      PARCHLET_EXCLUDES(mutex);
+  // The same for an eraser that moves, one end of whose way at least lies on the page: the ids,
+  // topmost first.
+  std::vector<std::string> EraseAnnotations(const std::string& userId, const std::string& userSubId,
+                                            POINT from, POINT to) PARCHLET_EXCLUDES(mutex);
+  // Marks a confirmed mark erased; 0 for an unknown one or one that is erased already.
+  int EraseAnnotation(const std::string& userId, const std::string& annotationId)
+      PARCHLET_EXCLUDES(mutex);
+  // Gives the ids of the selection, ascending, and drops it; no mark is erased.
+  std::vector<std::string> EraseSelectedAnnotations() PARCHLET_EXCLUDES(mutex);
+
+  // --- Selection (PageSelection.cpp) ---
+
+  // Starts a gesture. A press on a selected mark will move the selection; any other selects the
+  // topmost mark whose frame is hit, if any, and starts a rubber band. Gives 1.
+  int StartSelecting(const std::string& userId, const std::string& userSubId, POINT point)
+      PARCHLET_EXCLUDES(mutex);
+  // Moves the selection (1; a hidden copy of each mark that has no pending change is kept, for
+  // CancelAnnotation) or stretches the rubber band and selects the marks within (0). 0 without a
+  // gesture.
+  int MoveSelecting(POINT point) PARCHLET_EXCLUDES(mutex);
+  // Ends the gesture; 1 when it was a move. The selection stays.
+  int EndSelecting() PARCHLET_EXCLUDES(mutex);
+  // Adds the author's marks, or everybody's for an empty `userId`, that lie within the rectangle
+  // and are not erased. Of two authors' marks with one id the later author's is kept.
+  void SelectAnnotations(const std::string& userId, const RECT& rect) PARCHLET_EXCLUDES(mutex);
+  // A copy of the selection, by id.
+  std::map<std::string, Annotation*> GetSelectedAnnotations() const PARCHLET_EXCLUDES(mutex);
+
+  // --- Looking up and reverting (PageRemote.cpp) ---
+
+  // Reverts the pending change of that id: an unconfirmed drawing is deleted, a moved mark goes
+  // back to where it was and is visible. Nothing for any other id.
+  void CancelAnnotation(const std::string& annotationId) PARCHLET_EXCLUDES(mutex);
+  // The confirmed mark, erased or not, or null.
+  Annotation* GetAnnotation(const std::string& userId, const std::string& annotationId) const
+      PARCHLET_EXCLUDES(mutex);
+  Annotation* FindAnnotation(const std::string& userId, const std::string& annotationId) const
+      PARCHLET_EXCLUDES(mutex);
+  // The pending mark, a hidden copy of a moved one included, or null. An echo or CancelAnnotation
+  // deletes it.
+  Annotation* GetLocalAnnotation(const std::string& annotationId) const PARCHLET_EXCLUDES(mutex);
+  // 1 when the author has confirmed marks here.
+  int IsUserExist(const std::string& userId) const PARCHLET_EXCLUDES(mutex);
+  // Replaces `*out` by the author's marks, by id; 0, and `*out` as it was, for null or an unknown
+  // author.
+  int GetUserAnnotations(const std::string& userId, std::map<std::string, Annotation*>* out) const
+      PARCHLET_EXCLUDES(mutex);
+  // Replaces `*out` by everybody's marks, by author and id; 0 for null.
+  int GetAllAnnotations(std::map<std::string, std::map<std::string, Annotation*>>* out) const
+      PARCHLET_EXCLUDES(mutex);
+  // Marks erased what the author has here, or, with a `userSubId`, what has that second identity;
+  // for an empty `userId` everything. 0 for an unknown author.
+  int ClearAnnotations(const std::string& userId, const std::string& userSubId)
+      PARCHLET_EXCLUDES(mutex);
+
   // --- Rendering (PageRendering.cpp) ---
 
   // Paints the whole page into its surface, layer by layer; 0 when it has none. Marks drawn here
@@ -98,7 +182,12 @@ class AnnotationPage {
 
   void AddLocal(Annotation* annotation) PARCHLET_REQUIRES(mutex);
   void AddRemote(Annotation* annotation) PARCHLET_REQUIRES(mutex);
-  void InsertPaintEntry(PaintOrderEntry entry) PARCHLET_REQUIRES(mutex);
+  Annotation* ConfirmPending(const std::string& id, AnnotationMap& authored)
+      PARCHLET_REQUIRES(mutex);
+  Annotation* Adopt(Annotation* annotation, AnnotationMap& authored) PARCHLET_REQUIRES(mutex);
+  void AddToReachTable(Annotation* annotation) PARCHLET_REQUIRES(mutex);
+  void InsertPaintEntry(const Annotation* annotation, PaintOrderEntry entry)
+      PARCHLET_REQUIRES(mutex);
   void DestroyAnnotations() PARCHLET_REQUIRES(mutex);
 
   void CopyTipStyle(const NicknameTipStyle* style) PARCHLET_REQUIRES(mutex);
@@ -111,7 +200,23 @@ class AnnotationPage {
   void DrawConfirmed() PARCHLET_REQUIRES(mutex);
   void DrawPending() PARCHLET_REQUIRES(mutex);
   void DrawRubberBand() PARCHLET_REQUIRES(mutex);
-  Annotation* FindConfirmed(const PaintOrderEntry& entry) const PARCHLET_REQUIRES(mutex);
+  Annotation* FindConfirmed(const std::string& userId, const std::string& annotationId) const
+      PARCHLET_REQUIRES(mutex);
+
+  struct Candidate;
+  // The marks in those slots of the reach table that pass the filters, topmost first.
+  std::vector<Candidate> TopmostFirst(const std::vector<std::size_t>& slots,
+                                      const std::string& userId, const std::string& userSubId) const
+      PARCHLET_REQUIRES(mutex);
+  Annotation* FindAtPoint(const std::string& userId, const std::string& userSubId,
+                          const AnnotationPoint& point, bool useFrame) const
+      PARCHLET_REQUIRES(mutex);
+  std::vector<Annotation*> FindOnSegment(const std::string& userId, const std::string& userSubId,
+                                         const AnnotationPoint& from,
+                                         const AnnotationPoint& to) const PARCHLET_REQUIRES(mutex);
+  void MoveSelection(const AnnotationPoint& point) PARCHLET_REQUIRES(mutex);
+  void StretchRubberBand(const AnnotationPoint& point) PARCHLET_REQUIRES(mutex);
+  void Select(const std::string& userId, const RECT& rect) PARCHLET_REQUIRES(mutex);
 
   std::uint32_t clearColor PARCHLET_GUARDED_BY(mutex) = 0xFFFFFFFF;
   AnnotationPageInfo initialInfo = {0,         0, 1, 1, true, {0, 0, 0, 0},
@@ -123,6 +228,14 @@ class AnnotationPage {
   std::map<std::string, AnnotationMap> userAnnotations PARCHLET_GUARDED_BY(mutex);
   // Sorted by `order`; equal ones in the order in which they came.
   std::list<PaintOrderEntry> paintOrder PARCHLET_GUARDED_BY(mutex);
+  // Where the confirmed annotations are, and by slot their entry in `paintOrder`, null for one that
+  // has none yet, with the entry's number: later made, greater.
+  ReachTable reachTable;
+  struct PaintPlace {
+    const PaintOrderEntry* entry = nullptr;
+    std::size_t number = 0;
+  };
+  std::vector<PaintPlace> paintPlaces PARCHLET_GUARDED_BY(mutex);
   AnnotationMap localAnnotations PARCHLET_GUARDED_BY(mutex);  // pending ones; owned
   Mutex surfaceMutex;
   mutable Mutex mutex PARCHLET_ACQUIRED_AFTER(surfaceMutex);

@@ -27,7 +27,7 @@ void AnnotationPage::DrawBackgroundPicture() {
 
 void AnnotationPage::DrawConfirmed() {
   for (const PaintOrderEntry& entry : paintOrder) {
-    Annotation* annotation = FindConfirmed(entry);
+    Annotation* annotation = FindConfirmed(entry.userId, entry.annotationId);
     if (annotation == nullptr || annotation->IsErased() != 0) {
       continue;
     }
@@ -36,15 +36,6 @@ void AnnotationPage::DrawConfirmed() {
       annotation->DrawRectEx(graphics.get(), GetSize());
     }
   }
-}
-
-Annotation* AnnotationPage::FindConfirmed(const PaintOrderEntry& entry) const {
-  const auto author = userAnnotations.find(entry.userId);
-  if (author == userAnnotations.end()) {
-    return nullptr;
-  }
-  const auto found = author->second.find(entry.annotationId);
-  return found != author->second.end() ? found->second : nullptr;
 }
 
 void AnnotationPage::DrawPending() {

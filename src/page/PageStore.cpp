@@ -1,6 +1,5 @@
 #include <parchlet/Utils.h>
 
-#include <algorithm>
 #include <iterator>
 #include <utility>
 
@@ -34,55 +33,112 @@ void AnnotationPage::AddLocal(Annotation* annotation) {
   const std::string id = Utils::GenerateGuid();
   annotation->SetAnnotationId(id);
   localAnnotations[id] = annotation;
+  annotation->isOwned = true;
   currentAnnotation = annotation;
   selectedAnnotations.clear();
 }
 
 void AnnotationPage::AddRemote(Annotation* annotation) {
-  const std::string key = annotation->annotationId;
-  const auto subModel = static_cast<unsigned int>(annotation->subModelIndex);
-  const bool isFirstFragment = subModel == 0;
+  const std::string key = annotation->GetAnnotationId();
+  const std::int32_t index = annotation->subModelIndex;
   PaintOrderEntry entry = {annotation->order, annotation->userId, annotation->userSubId, key};
   AnnotationMap& authored = userAnnotations[annotation->userId];
-  bool insert = false;
-
-  const auto pending = localAnnotations.find(key);
-  if (pending != localAnnotations.end()) {
-    if (authored.emplace(key, pending->second).second) {
-      insert = isFirstFragment;
-    } else {
-      // A drag that began here has come back: the copy that could undo it has served.
-      delete pending->second;
-    }
-    localAnnotations.erase(pending);
+  const auto isIn = [&](const AnnotationMap& annotations) {
+    const auto found = annotations.find(key);
+    return found != annotations.end() && found->second == annotation;
+  };
+  const bool isOwn = isIn(authored) || isIn(localAnnotations);
+  std::vector<AnnotationPoint> received;
+  if (!isOwn && (authored.contains(key) || localAnnotations.contains(key))) {
+    received = annotation->FirstSubModel();
   }
 
-  Annotation*& stored = authored[key];
+  // From here on `annotation` may be gone: it may be the very copy that its echo makes needless.
+  Annotation* stored = ConfirmPending(key, authored);
   if (stored == nullptr) {
-    stored = annotation;
-    insert = isFirstFragment;
-  } else {
-    insert = insert || (isFirstFragment && stored->IsSubModelExist(0) == 0);
-    Annotation::SubModels received = annotation->GetPoints();
-    stored->InsertPoints(subModel, std::move(received[0]));
+    stored = Adopt(annotation, authored);
+    if (index >= 1) {
+      stored->MoveFirstSubModelTo(static_cast<unsigned int>(index));
+    }
+  } else if (!isOwn) {
+    stored->InsertPoints(static_cast<unsigned int>(index), std::move(received));
   }
-  if (insert) {
-    InsertPaintEntry(std::move(entry));
+  if (index == 0) {
+    InsertPaintEntry(stored, std::move(entry));
   }
   stored->SetRectEx(GetSize());
 }
 
-void AnnotationPage::InsertPaintEntry(PaintOrderEntry entry) {
+// Ends the pending change of that id, if there is one; gives the confirmed mark, or null.
+Annotation* AnnotationPage::ConfirmPending(const std::string& id, AnnotationMap& authored) {
+  const auto confirmed = authored.find(id);
+  Annotation* stored = confirmed != authored.end() ? confirmed->second : nullptr;
+  const auto pending = localAnnotations.find(id);
+  if (pending == localAnnotations.end()) {
+    return stored;
+  }
+  Annotation* local = pending->second;
+  if (stored == nullptr) {
+    authored.emplace(id, local);
+    localAnnotations.erase(pending);
+    AddToReachTable(local);
+    return local;
+  }
+  // A move that began here has come back: the copy that could undo it has served.
+  localAnnotations.erase(pending);
+  if (currentAnnotation == local) {
+    currentAnnotation = nullptr;
+  }
+  delete local;
+  return stored;
+}
+
+Annotation* AnnotationPage::Adopt(Annotation* annotation, AnnotationMap& authored) {
+  // A mark has one owner for life, so another page's object is not shared with it.
+  std::unique_ptr<Annotation> copy;
+  if (annotation->isOwned) {
+    copy = std::make_unique<Annotation>(*annotation);
+    annotation = copy.get();
+  }
+  authored.emplace(annotation->GetAnnotationId(), annotation);
+  static_cast<void>(copy.release());
+  annotation->isOwned = true;
+  AddToReachTable(annotation);
+  return annotation;
+}
+
+void AnnotationPage::AddToReachTable(Annotation* annotation) {
+  paintPlaces.emplace_back();
+  annotation->ReportReach(reachTable, reachTable.Add());
+}
+
+void AnnotationPage::InsertPaintEntry(const Annotation* annotation, PaintOrderEntry entry) {
+  PaintPlace& place = paintPlaces[annotation->ReachSlot()];
+  if (place.entry != nullptr) {
+    return;
+  }
   auto position = paintOrder.end();
   while (position != paintOrder.begin() && std::prev(position)->order > entry.order) {
     --position;
   }
-  paintOrder.insert(position, std::move(entry));
+  place.number = paintOrder.size();
+  place.entry = &*paintOrder.insert(position, std::move(entry));
+}
+
+Annotation* AnnotationPage::FindConfirmed(const std::string& userId,
+                                          const std::string& annotationId) const {
+  const auto author = userAnnotations.find(userId);
+  if (author == userAnnotations.end()) {
+    return nullptr;
+  }
+  const auto found = author->second.find(annotationId);
+  return found != author->second.end() ? found->second : nullptr;
 }
 
 void AnnotationPage::DestroyAnnotations() {
   selectRect.Erase(1);
   selectedAnnotations.clear();
+  paintPlaces.clear();
   paintOrder.clear();
   DeleteAll(localAnnotations);
   currentAnnotation = nullptr;

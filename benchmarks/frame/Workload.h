@@ -1,0 +1,42 @@
+// Workload.h - pages full of marks to measure with, the same on every machine.
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <string>
+#include <vector>
+
+#include <parchlet/AnnotationTypes.h>
+#include <parchlet/Platform.h>
+
+struct BenchMark {
+  AnnotationSubType kind;
+  std::uint32_t color;  // 0xAARRGGBB
+  int width;            // pixels
+  std::vector<POINT> points;
+};
+
+struct Workload {
+  std::string name;
+  int width;  // pixels of the page
+  int height;
+  std::vector<BenchMark> marks;
+
+  std::size_t PointCount() const;
+};
+
+// What a page of free-hand paths is made of.
+struct PathStyle {
+  std::size_t pathCount;
+  std::size_t pointCount;  // of each path
+  int penWidth;
+  std::uint32_t alpha;  // 0 to 255
+};
+
+// Free-hand paths all over the page: steps of 2 to 6 pixels, a smoothly turning heading, a few
+// sharp turns. Colours and places depend on nothing but the arguments.
+Workload MakePaths(const std::string& name, int width, int height, const PathStyle& style);
+
+// `count` lines, ellipses, rectangles and triangles in turn, in boxes of 50 to 400 pixels a side.
+Workload MakeShapes(const std::string& name, int width, int height, std::size_t count,
+                    int penWidth);

@@ -1,0 +1,79 @@
+#include "Options.h"
+
+#include <charconv>
+#include <CLI/CLI.hpp>
+#include <cmath>
+#include <cstdint>
+#include <iostream>
+#include <string_view>
+
+#include "Failure.h"
+
+namespace replay {
+
+namespace {
+
+constexpr const char* kDescription =
+    "Replays drawings through the Parchlet engine, one page a board file, as fast as it goes or at "
+    "a\n"
+    "given pace, and writes the last frame of every page as a PNG picture.";
+constexpr const char* kOutHelp =
+    "The picture; several boards write FILE with -1, -2, ... before its extension";
+
+// Reads a whole number of 1 or more; 0 for anything else.
+int ParseExtent(std::string_view text) {
+  int value = 0;
+  const char* end = text.data() + text.size();
+  const auto [last, error] = std::from_chars(text.data(), end, value);
+  return error == std::errc() && last == end && value > 0 ? value : 0;
+}
+
+PageSize ParseSize(std::string_view text) {
+  constexpr int kMaxExtent = 32767;
+  constexpr std::int64_t kMaxPixels = 64'000'000;
+  const std::size_t cross = text.find('x');
+  if (cross != std::string_view::npos) {
+    const int width = ParseExtent(text.substr(0, cross));
+    const int height = ParseExtent(text.substr(cross + 1));
+    if (width > 0 && height > 0 && width <= kMaxExtent && height <= kMaxExtent &&
+        std::int64_t{width} * height <= kMaxPixels) {
+      return {width, height};
+    }
+  }
+  throw Failure("--size must be WIDTHxHEIGHT in pixels, such as 1920x1080, with at most " +
+                std::to_string(kMaxExtent) + " a side and 64 million in all");
+}
+
+}  // namespace
+
+std::optional<Options> ParseOptions(int argc, const char* const* argv) {
+  Options options;
+  std::string size = "1920x1080";
+  CLI::App app(kDescription, "parchlet-replay");
+  app.set_version_flag("--version", "parchlet-replay " PARCHLET_VERSION,
+                       "Print the version and exit");
+  app.add_option("boards", options.boards, "Board files (JSON Lines), one page each")->required();
+  app.add_option("--size", size, "Page and picture size in pixels")
+      ->type_name("WxH")
+      ->capture_default_str();
+  app.add_option("--out", options.out, kOutHelp)->type_name("FILE")->capture_default_str();
+  CLI::Option* pace =
+      app.add_option("--pace", options.pace, "Points a second (default: as fast as it goes)");
+  pace->type_name("NUMBER");
+  try {
+    app.parse(argc, argv);
+  } catch (const CLI::ParseError& error) {
+    if (error.get_exit_code() == 0) {
+      app.exit(error, std::cout, std::cerr);
+      return std::nullopt;
+    }
+    throw Failure(std::string(error.what()) + " (see --help)");
+  }
+  options.size = ParseSize(size);
+  if (pace->count() > 0 && !(std::isfinite(options.pace) && options.pace > 0)) {
+    throw Failure("--pace must be a number of points a second above 0");
+  }
+  return options;
+}
+
+}  // namespace replay

@@ -1,0 +1,26 @@
+// Options.h - what the command line asks for.
+#pragma once
+
+#include <optional>
+#include <string>
+#include <vector>
+
+namespace replay {
+
+struct PageSize {
+  int width;
+  int height;
+};
+
+struct Options {
+  std::vector<std::string> boards;  // board files, one page each; at least one
+  PageSize size = {1920, 1080};     // pixels of every page
+  std::string out = "replay.png";   // where the pictures go; see PictureName
+  double pace = 0;                  // points a second; 0: as fast as it goes
+};
+
+// Reads the command line. Gives nothing when help or version was asked for and has been printed to
+// standard output. Throws Failure for anything else that is not a full order.
+std::optional<Options> ParseOptions(int argc, const char* const* argv);
+
+}  // namespace replay

@@ -1,0 +1,71 @@
+#include <memory>
+#include <new>
+#include <utility>
+
+#include <parchlet/Annotation.h>
+
+#include "platform/Platform.h"
+
+namespace {
+
+constexpr GUID PictureFormatId(std::uint32_t first) {
+  return {first, 0x0728, 0x11d3, {0x9d, 0x7b, 0x00, 0x00, 0xf8, 0x1e, 0xf3, 0x2e}};
+}
+
+AnnotationSubType SubTypeOf(Gdiplus::Image& image) {
+  GUID format{};
+  if (image.GetRawFormat(&format) != Gdiplus::Ok) {
+    return AnnotationSubTypeUnknown;
+  }
+  if (format == PictureFormatId(0xb96b3cab)) {
+    return AnnotationSubTypeBmp;
+  }
+  if (format == PictureFormatId(0xb96b3caf)) {
+    return AnnotationSubTypePng;
+  }
+  if (format == PictureFormatId(0xb96b3cae)) {
+    return AnnotationSubTypeJpeg;
+  }
+  return AnnotationSubTypeUnknown;
+}
+
+// Null when there is no memory for it: the mark is then left without a picture.
+template <class Source>
+std::shared_ptr<Gdiplus::Image> LoadImage(Source source) {
+  try {
+    return std::make_shared<Gdiplus::Image>(source);
+  } catch (const std::bad_alloc&) {
+    return nullptr;
+  }
+}
+
+}  // namespace
+
+void Annotation::SetPicture(const std::wstring& path, const std::string& property) {
+  if (path.empty()) {
+    return;
+  }
+  std::shared_ptr<Gdiplus::Image> loaded = LoadImage(path.c_str());
+  MutexLock lock(mutex);
+  picture = std::move(loaded);
+  SetPictureProperty(property);
+}
+
+void Annotation::SetPicture(IStream* stream, const std::string& property) {
+  if (stream == nullptr) {
+    return;
+  }
+  std::shared_ptr<Gdiplus::Image> loaded = LoadImage(stream);
+  stream->Release();
+  MutexLock lock(mutex);
+  picture = std::move(loaded);
+  SetPictureProperty(property);
+}
+
+void Annotation::SetPictureProperty(const std::string& property) {
+  if (picture == nullptr) {
+    return;
+  }
+  subType = SubTypeOf(*picture);
+  pictureProperty = property;
+}

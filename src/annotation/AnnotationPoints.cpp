@@ -1,0 +1,160 @@
+#include <limits>
+#include <utility>
+
+#include <parchlet/Annotation.h>
+
+#include "annotation/PixelMath.h"
+#include "annotation/ReachTable.h"
+
+namespace {
+
+constexpr std::size_t kLatest = 1;
+
+}  // namespace
+
+bool Annotation::IsTwoPointKind() const {
+  if (type == AnnotationTypePicture) {
+    return true;
+  }
+  switch (subType) {
+    case AnnotationSubTypeLine:
+    case AnnotationSubTypeEllipse:
+    case AnnotationSubTypeRectangle:
+    case AnnotationSubTypeTriangle:
+    case AnnotationSubTypeRightTriangle:
+      return true;
+    default:
+      return false;
+  }
+}
+
+void Annotation::AddPoint(AnnotationPoint point) {
+  MutexLock lock(mutex);
+  std::vector<AnnotationPoint>& list = points[0];
+  if (IsTwoPointKind() && list.size() > kLatest) {
+    list[kLatest] = point;
+    PointsReplaced();
+  } else {
+    list.push_back(point);
+    Extend(pixelBox, {point.x, point.y});
+    PublishReach();
+  }
+}
+
+void Annotation::InsertPoints(unsigned int subModel, std::vector<AnnotationPoint> newPoints) {
+  MutexLock lock(mutex);
+  points[subModel] = std::move(newPoints);
+  PointsReplaced();
+}
+
+void Annotation::ClearPoints() {
+  MutexLock lock(mutex);
+  points.clear();
+  PointsReplaced();
+}
+
+Annotation::SubModels Annotation::GetPoints() const {
+  MutexLock lock(mutex);
+  return points;
+}
+
+int Annotation::IsSubModelExist(unsigned int subModel) const {
+  MutexLock lock(mutex);
+  return points.contains(subModel) ? 1 : 0;
+}
+
+void Annotation::StartMoving(AnnotationPoint point) {
+  MutexLock lock(mutex);
+  moveOrigin = point;
+}
+
+void Annotation::Moving(AnnotationPoint point) {
+  MutexLock lock(mutex);
+  const double dx = point.xRatio - moveOrigin.xRatio;
+  const double dy = point.yRatio - moveOrigin.yRatio;
+  moveOrigin = point;
+  convertedSize = {0, 0};
+  unsigned int next = 0;
+  for (auto& [number, list] : points) {
+    if (number != next) {
+      break;
+    }
+    ++next;
+    for (AnnotationPoint& moved : list) {
+      moved.xRatio += dx;
+      moved.yRatio += dy;
+    }
+  }
+}
+
+std::vector<AnnotationPoint> Annotation::FirstSubModel() const {
+  MutexLock lock(mutex);
+  const auto first = points.find(0);
+  return first != points.end() ? first->second : std::vector<AnnotationPoint>();
+}
+
+POINT Annotation::AnchorPixel() const {
+  MutexLock lock(mutex);
+  return FirstPixel();
+}
+
+void Annotation::MoveFirstSubModelTo(unsigned int subModel) {
+  MutexLock lock(mutex);
+  auto first = points.extract(0);
+  if (first.empty()) {
+    return;
+  }
+  first.key() = subModel;
+  points.erase(subModel);
+  points.insert(std::move(first));
+  PointsReplaced();
+}
+
+void Annotation::PointsReplaced() {
+  convertedSize = {0, 0};
+  RecomputePixelBox();
+}
+
+void Annotation::RecomputePixelBox() {
+  const RECT before = std::exchange(pixelBox, kNoBox);
+  for (const auto& [number, list] : points) {
+    for (const AnnotationPoint& point : list) {
+      Extend(pixelBox, {point.x, point.y});
+    }
+  }
+  if (!IsSameBox(before, pixelBox)) {
+    PublishReach();
+  }
+}
+
+void Annotation::ReportReach(ReachTable& table, std::size_t slot) {
+  MutexLock lock(mutex);
+  reachTable = &table;
+  reachSlot = slot;
+  PublishReach();
+}
+
+std::size_t Annotation::ReachSlot() const {
+  MutexLock lock(mutex);
+  return reachSlot;
+}
+
+void Annotation::PublishReach() {
+  if (reachTable == nullptr) {
+    return;
+  }
+  // A stroke is hit half of the widest pen away from its centre line, give or take a rounding; the
+  // test of a point in a triangle knows no bounds when the triangle is all but flat.
+  constexpr LONG kHalfPen = 17;
+  const bool isTriangle =
+      subType == AnnotationSubTypeTriangle || subType == AnnotationSubTypeRightTriangle;
+  const bool isFar = pixelBox.left < -kFarthestTabled || pixelBox.top < -kFarthestTabled ||
+                     pixelBox.right > kFarthestTabled || pixelBox.bottom > kFarthestTabled;
+  RECT hit = pixelBox;
+  if (!IsEmptyBox(pixelBox)) {
+    hit = isTriangle || isFar ? ReachTable::kEverywhere
+                              : RECT{pixelBox.left - kHalfPen, pixelBox.top - kHalfPen,
+                                     pixelBox.right + kHalfPen, pixelBox.bottom + kHalfPen};
+  }
+  reachTable->Set(reachSlot, {hit, frame});
+}

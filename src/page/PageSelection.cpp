@@ -1,0 +1,111 @@
+#include <memory>
+
+#include "annotation/PixelMath.h"
+#include "page/AnnotationPage.h"
+
+namespace {
+
+constexpr AnnotationPen kRubberBandPen = {0x7F939393, 1, 1};
+
+}  // namespace
+
+int AnnotationPage::StartSelecting(const std::string& userId, const std::string& userSubId,
+                                   POINT point) {
+  const AnnotationPoint pressed = ToPagePoint(point);
+  MutexLock lock(mutex);
+  Annotation* hit = FindAtPoint(userId, userSubId, pressed, true);
+  if (hit != nullptr && hit->IsNamedIn(selectedAnnotations)) {
+    movingSelection = 1;
+    for (const auto& [id, annotation] : selectedAnnotations) {
+      annotation->StartMoving(pressed);
+    }
+    return 1;
+  }
+  movingSelection = 0;
+  selectedAnnotations.clear();
+  if (hit != nullptr) {
+    selectedAnnotations.emplace(hit->GetAnnotationId(), hit);
+  }
+  selectRect.userId = userId;
+  selectRect.type = AnnotationTypeDrawing;
+  selectRect.subType = AnnotationSubTypeRectangle;
+  selectRect.pen = kRubberBandPen;
+  selectRect.ClearPoints();
+  selectRect.AddPoint(pressed);
+  selectRect.Erase(0);
+  return 1;
+}
+
+int AnnotationPage::MoveSelecting(POINT point) {
+  const AnnotationPoint moved = ToPagePoint(point);
+  MutexLock lock(mutex);
+  if (movingSelection == 1) {
+    MoveSelection(moved);
+    return 1;
+  }
+  if (selectRect.IsErased() == 0) {
+    StretchRubberBand(moved);
+  }
+  return 0;
+}
+
+void AnnotationPage::MoveSelection(const AnnotationPoint& point) {
+  for (const auto& [id, annotation] : selectedAnnotations) {
+    if (localAnnotations.contains(id)) {
+      continue;
+    }
+    auto backup = std::make_unique<Annotation>(*annotation);
+    backup->Erase(1);
+    backup->isOwned = true;
+    localAnnotations.emplace(id, backup.get());
+    static_cast<void>(backup.release());
+  }
+  for (const auto& [id, annotation] : selectedAnnotations) {
+    annotation->Moving(point);
+  }
+}
+
+void AnnotationPage::StretchRubberBand(const AnnotationPoint& point) {
+  selectRect.AddPoint(point);
+  const POINT anchor = selectRect.AnchorPixel();
+  selectedAnnotations.clear();
+  Select(selectRect.userId, {anchor.x, anchor.y, point.x, point.y});
+}
+
+int AnnotationPage::EndSelecting() {
+  MutexLock lock(mutex);
+  const int wasMove = movingSelection;
+  movingSelection = 0;
+  selectRect.Erase(1);
+  return wasMove;
+}
+
+void AnnotationPage::SelectAnnotations(const std::string& userId, const RECT& rect) {
+  MutexLock lock(mutex);
+  Select(userId, rect);
+}
+
+void AnnotationPage::Select(const std::string& userId, const RECT& rect) {
+  const auto selectFrom = [&](const AnnotationMap& authored) PARCHLET_REQUIRES(mutex) {
+    for (const auto& [id, annotation] : authored) {
+      if (annotation->IsInSelectRect(rect) != 0) {
+        selectedAnnotations[id] = annotation;
+      }
+    }
+  };
+  if (userId.empty()) {
+    for (const auto& [author, authored] : userAnnotations) {
+      selectFrom(authored);
+    }
+    return;
+  }
+  const auto author = userAnnotations.find(userId);
+  if (author != userAnnotations.end()) {
+    selectFrom(author->second);
+  }
+}
+
+std::map<std::string, Annotation*> AnnotationPage::GetSelectedAnnotations() const {
+  MutexLock lock(mutex);
+  return selectedAnnotations;
+}

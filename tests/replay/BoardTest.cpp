@@ -1,0 +1,146 @@
+#include "replay/Board.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <sstream>
+
+#include "replay/Failure.h"
+
+namespace replay {
+namespace {
+
+using testing::HasSubstr;
+using testing::StartsWith;
+
+Board Read(const std::string& text) {
+  std::istringstream stream(text);
+  return ReadBoard(stream, "a.jsonl");
+}
+
+// The message of the failure that reading the text ends in; empty when it succeeds.
+std::string MessageOf(const std::string& text) {
+  try {
+    Read(text);
+  } catch (const Failure& failure) {
+    return failure.what();
+  }
+  return {};
+}
+
+std::string MarkWith(const std::string& points) {
+  return R"({"kind":"path","color":"#FF000000","width":2,"points":)" + points + "}";
+}
+
+constexpr const char* kGoodLine =
+    R"({"kind":"line","color":"#80fFa501","width":30,"points":[[0,0],[1919.5,-7]]})";
+
+TEST(BoardTest, EveryMarkOfAFileIsRead) {
+  const Board board =
+      Read(std::string(kGoodLine) + "\r\n \t\n" +
+           R"({"points":[[1920,1080]],"width":1.0,"color":"#00000001","kind":"path"})" + "\n" +
+           R"({"kind":"rectangle","color":"#FF000000","width":2,"points":[[1,2],[3,4]]})" + "\n" +
+           R"({"kind":"ellipse","color":"#FF000000","width":2,"points":[[1,2],[1,2]]})");
+  ASSERT_EQ(board.marks.size(), 4U);
+  const Mark& line = board.marks[0];
+  EXPECT_EQ(line.kind, MarkKind::kLine);
+  EXPECT_EQ(line.color, 0x80FFA501U);
+  EXPECT_EQ(line.width, 30);
+  ASSERT_EQ(line.points.size(), 2U);
+  EXPECT_EQ(line.points[1].x, 1919.5);
+  EXPECT_EQ(line.points[1].y, -7.0);
+  EXPECT_EQ(board.marks[1].kind, MarkKind::kPath);
+  EXPECT_EQ(board.marks[1].color, 1U);
+  EXPECT_EQ(board.marks[1].width, 1);
+  EXPECT_EQ(board.marks[2].kind, MarkKind::kRectangle);
+  EXPECT_EQ(board.marks[3].kind, MarkKind::kEllipse);
+  EXPECT_EQ(board.PointCount(), 7U);
+}
+
+TEST(BoardTest, AnEmptyFileIsAnEmptyBoard) {
+  EXPECT_TRUE(Read("").marks.empty());
+}
+
+TEST(BoardTest, AMessageNamesTheFileAndTheLine) {
+  EXPECT_THAT(MessageOf(std::string(kGoodLine) + "\n\n" + kGoodLine + "\noops\n" + kGoodLine),
+              StartsWith("a.jsonl:4: not valid JSON"));
+  EXPECT_THAT(MessageOf("{"), StartsWith("a.jsonl:1: "));
+}
+
+struct BadLine {
+  std::string line;
+  const char* reason;
+};
+
+TEST(BoardTest, AnythingThatIsNotAMarkIsRefusedWithItsReason) {
+  const std::string deep(100'000, '[');
+  const BadLine badLines[] = {
+      {"{\"kind\":\"path\"} x", "not valid JSON"},
+      {"{\"kind\":\"\xFF\"}", "not valid JSON"},
+      {std::string("{\"kind\"\0:1}", 11), "not valid JSON"},
+      {deep, "not valid JSON"},
+      {deep + std::string(deep.size(), ']'), "a mark is a JSON object"},
+      {"[]", "a mark is a JSON object"},
+      {"null", "a mark is a JSON object"},
+      {"{}", "\"kind\" is missing"},
+      {R"({"kind":"path","color":"#FF000000","width":2})", "\"points\" is missing"},
+      {R"({"kind":"path","color":"#FF000000","width":2,"points":[[1,1]],"fill":1})", "no others"},
+      {R"({"kind":"Path","color":"#FF000000","width":2,"points":[[1,1]]})", "\"kind\" must be"},
+      {R"({"kind":10,"color":"#FF000000","width":2,"points":[[1,1]]})", "\"kind\" must be"},
+      {R"({"kind":"path","color":"#FF00000","width":2,"points":[[1,1]]})", "\"color\" must be"},
+      {R"({"kind":"path","color":"FF0000000","width":2,"points":[[1,1]]})", "\"color\" must be"},
+      {R"({"kind":"path","color":"#FF00000G","width":2,"points":[[1,1]]})", "\"color\" must be"},
+      {R"({"kind":"path","color":"#-F000000","width":2,"points":[[1,1]]})", "\"color\" must be"},
+      {R"({"kind":"path","color":4278190080,"width":2,"points":[[1,1]]})", "\"color\" must be"},
+      {R"({"kind":"path","color":"#FF000000","width":0,"points":[[1,1]]})", "\"width\" must be"},
+      {R"({"kind":"path","color":"#FF000000","width":31,"points":[[1,1]]})", "\"width\" must be"},
+      {R"({"kind":"path","color":"#FF000000","width":1.5,"points":[[1,1]]})", "\"width\" must be"},
+      {R"({"kind":"path","color":"#FF000000","width":-2e300,"points":[[1,1]]})",
+       "\"width\" must be"},
+      {R"({"kind":"path","color":"#FF000000","width":"2","points":[[1,1]]})", "\"width\" must be"},
+      {MarkWith("{}"), "\"points\" must be a list"},
+      {MarkWith("[]"), "at least one point"},
+      {MarkWith("[[1,1],[2]]"), "point 2 must be"},
+      {MarkWith("[[1,1],[2,3,4]]"), "point 2 must be"},
+      {MarkWith("[[1,1],[2,null]]"), "point 2 must be"},
+      {MarkWith("[[1,1],7]"), "point 2 must be"},
+      {MarkWith("[[1,NaN]]"), "not valid JSON"},
+      {MarkWith("[[1,1e999]]"), "a number is out of every range"},
+      {MarkWith("[[1,1],[1000000.5,1]]"), "point 2 is more than 1000000 pixels away"},
+      {MarkWith("[[1,1],[1,-1e308]]"), "point 2 is more than 1000000 pixels away"},
+      {MarkWith("[[1920.5,1]]"), "the first point must lie on the page"},
+      {MarkWith("[[1,-1]]"), "the first point must lie on the page"},
+      {R"({"kind":"line","color":"#FF000000","width":2,"points":[[1,1]]})", "two points, not 1"},
+      {R"({"kind":"ellipse","color":"#FF000000","width":2,"points":[[1,1],[2,2],[3,3]]})",
+       "two points, not 3"},
+  };
+  for (const BadLine& bad : badLines) {
+    EXPECT_THAT(MessageOf(bad.line), HasSubstr(bad.reason)) << bad.line.substr(0, 100);
+  }
+}
+
+TEST(BoardTest, TheLongestLineIsReadAndALongerOneIsNot) {
+  const std::string mark = MarkWith("[[1,1]]");
+  const std::string longest = mark + std::string(kMaxLineBytes - mark.size(), ' ');
+  EXPECT_EQ(Read(longest).marks.size(), 1U);
+  EXPECT_THAT(MessageOf(mark + "\n" + longest + " "),
+              testing::AllOf(StartsWith("a.jsonl:2: "), HasSubstr("longer than")));
+}
+
+TEST(BoardTest, AFileThatCannotBeReadIsNamed) {
+  const auto messageFor = [](const std::string& path) -> std::string {
+    try {
+      ReadBoard(path);
+    } catch (const Failure& failure) {
+      return failure.what();
+    }
+    return {};
+  };
+  EXPECT_EQ(messageFor("no-such.jsonl"),
+            "no-such.jsonl: cannot be opened: No such file or directory");
+  EXPECT_EQ(messageFor("/"), "/: cannot be read: Is a directory");
+  EXPECT_THAT(messageFor("/dev/zero"), StartsWith("/dev/zero:1: the line is longer"));
+}
+
+}  // namespace
+}  // namespace replay

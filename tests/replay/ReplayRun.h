@@ -1,0 +1,39 @@
+// ReplayRun.h - runs the built parchlet-replay in a folder of its own.
+#pragma once
+
+#include <filesystem>
+#include <string>
+#include <vector>
+
+#include "platform/image/Picture.h"
+
+struct RunResult {
+  int status;
+  std::string output;    // standard output
+  std::string messages;  // standard error
+};
+
+// A folder that is there for one test, with the files the test puts into it. The tool runs inside
+// it, so plain file names name files of it.
+class ReplayFolder {
+ public:
+  ReplayFolder();
+  ~ReplayFolder();
+  ReplayFolder(const ReplayFolder&) = delete;
+  ReplayFolder& operator=(const ReplayFolder&) = delete;
+
+  void Write(const std::string& name, const std::string& content) const;
+  std::string Read(const std::string& name) const;
+  void MakeFolder(const std::string& name) const;
+  Picture ReadPicture(const std::string& name) const;
+
+  // The names of what is in the folder, sorted.
+  std::vector<std::string> List() const;
+
+  // Runs the tool with these arguments, which hold no quotes.
+  RunResult Run(const std::string& arguments) const;
+
+ private:
+  std::filesystem::path folder;   // the test's files
+  std::filesystem::path streams;  // what the tool printed
+};
