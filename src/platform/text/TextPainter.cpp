@@ -58,21 +58,30 @@ class Canvas {
   cairo_t* context;
 };
 
+// A context that lays text out in fonts of that hinting, grey at their edges.
+PangoContext* MakeContext(PangoFontMap* fonts, cairo_hint_style_t hinting) {
+  PangoContext* context = pango_font_map_create_context(fonts);
+  pango_context_set_base_dir(context, PANGO_DIRECTION_LTR);
+  // Decides between the Chinese, Japanese and Korean forms of a character, whatever the environment
+  // says.
+  pango_context_set_language(context, pango_language_from_string("zh-cn"));
+  cairo_font_options_t* options = cairo_font_options_create();
+  cairo_font_options_set_antialias(options, CAIRO_ANTIALIAS_GRAY);
+  cairo_font_options_set_hint_style(options, hinting);
+  const bool isFitted = hinting != CAIRO_HINT_STYLE_NONE;
+  cairo_font_options_set_hint_metrics(options,
+                                      isFitted ? CAIRO_HINT_METRICS_ON : CAIRO_HINT_METRICS_OFF);
+  pango_context_set_round_glyph_positions(context, isFitted);
+  pango_cairo_context_set_font_options(context, options);
+  cairo_font_options_destroy(options);
+  return context;
+}
+
 // Pango's state, one for the process: fonts stay loaded from one frame to the next, whatever thread
 // draws it.
 class TextRoom {
  public:
-  TextRoom() : context(pango_font_map_create_context(pango_cairo_font_map_new())) {
-    pango_context_set_base_dir(context, PANGO_DIRECTION_LTR);
-    // Decides between the Chinese, Japanese and Korean forms of a character, independent of the
-    // environment.
-    pango_context_set_language(context, pango_language_from_string("zh-cn"));
-    cairo_font_options_t* options = cairo_font_options_create();
-    cairo_font_options_set_antialias(options, CAIRO_ANTIALIAS_GRAY);
-    cairo_font_options_set_hint_style(options, CAIRO_HINT_STYLE_SLIGHT);
-    pango_cairo_context_set_font_options(context, options);
-    cairo_font_options_destroy(options);
-  }
+  TextRoom() : TextRoom(pango_cairo_font_map_new()) {}
 
   void Paint(const PixelView& pixels, const TextStyle& style, std::wstring_view text, double x,
              double y) PARCHLET_EXCLUDES(mutex) {
@@ -80,7 +89,7 @@ class TextRoom {
     const double size = std::min(style.pixelSize, kLargest);
     const bool isFitted = size >= kSmallestFitted && size <= kLargestFitted;
     const double layoutSize = isFitted ? size : kLargestFitted;
-    const Layout layout = MakeLayout(style, text, layoutSize);
+    const Layout layout = MakeLayout(isFitted ? fitted : outlined, style, text, layoutSize);
     const double scale = size / layoutSize;
     if (!IsShown(layout.get(), scale, x, y, pixels)) {
       return;
@@ -95,8 +104,12 @@ class TextRoom {
   }
 
  private:
-  Layout MakeLayout(const TextStyle& style, std::wstring_view text, double size)
-      PARCHLET_REQUIRES(mutex) {
+  explicit TextRoom(PangoFontMap* fonts)
+      : fitted(MakeContext(fonts, CAIRO_HINT_STYLE_SLIGHT)),
+        outlined(MakeContext(fonts, CAIRO_HINT_STYLE_NONE)) {}
+
+  static Layout MakeLayout(PangoContext* context, const TextStyle& style, std::wstring_view text,
+                           double size) {
     const double units = std::min(kMinUnits + kMaxWidth / size, kMaxUnits);
     const std::string utf8 = EncodeText(text.substr(0, static_cast<std::size_t>(units)), {});
     Layout layout(pango_layout_new(context));
@@ -121,7 +134,8 @@ class TextRoom {
   }
 
   Mutex mutex;
-  PangoContext* context PARCHLET_GUARDED_BY(mutex);
+  PangoContext* fitted PARCHLET_GUARDED_BY(mutex);
+  PangoContext* outlined PARCHLET_GUARDED_BY(mutex);
 };
 
 TextRoom& Room() {
