@@ -59,6 +59,14 @@ TEST(BmpDecoder, AnIndexPastThePaletteIsBlack) {
   ExpectPixels(file, {kGreen, kBlack, kBlack});
 }
 
+TEST(BmpDecoder, ColorsThatNoIndexReachesAreSkipped) {
+  BmpFile file = Make(2, 1, 8, {255, 1, 0, 0});
+  file.palette.assign(300, {0, 0, 255});
+  file.palette[1] = {255, 0, 0};
+  file.colorsUsed = 300;
+  ExpectPixels(file, {kBlue, kRed});
+}
+
 TEST(BmpDecoder, RowsLieBottomUpOrTopDown) {
   const Samples stored = {255, 0, 0, 0, 0, 0, 255, 0};
   ExpectPixels(Make(1, 2, 24, stored), {kRed, kBlue});

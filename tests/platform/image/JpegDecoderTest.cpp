@@ -75,4 +75,13 @@ TEST(JpegDecoder, AFileOfMoreThanAHundredScansFails) {
   EXPECT_EQ(DecodePicture(MakeJpeg(file)).width, 0) << "127 scans";
 }
 
+TEST(JpegDecoder, ALargeFileMayHaveFewerScans) {
+  JpegFile file;
+  file.components = 1;
+  file.progressive = true;
+  file.width = file.height = 4096 + kBlock;
+  file.samples.resize(Product(file.width, file.height), 200);
+  EXPECT_EQ(DecodePicture(MakeJpeg(file)).width, 0) << "64 scans of 16 megapixels and more";
+}
+
 }  // namespace
