@@ -1,5 +1,8 @@
 #include <gtest/gtest.h>
 
+#include <chrono>
+#include <ctime>
+
 #include "platform/image/Picture.h"
 #include "platform/Platform.h"
 #include "tests/support/TemporaryFolder.h"
@@ -97,9 +100,14 @@ TEST_F(BitmapTest, APathThatExistsMayHaveEitherSeparator) {
 
 TEST(LocalTime, IsTheSystemsUntilItIsReplaced) {
   SYSTEMTIME time{};
-  const std::time_t before = std::time(nullptr);
+  // Not std::time, which may lag behind by a tick of the coarse clock.
+  const auto now = [] {
+    return std::chrono::system_clock::to_time_t(
+        std::chrono::floor<std::chrono::seconds>(std::chrono::system_clock::now()));
+  };
+  const std::time_t before = now();
   GetLocalTime(&time);
-  const std::time_t after = std::time(nullptr);
+  const std::time_t after = now();
   std::tm fields{};
   fields.tm_year = time.wYear - 1900;
   fields.tm_mon = time.wMonth - 1;
