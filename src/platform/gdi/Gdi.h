@@ -55,10 +55,11 @@ using HBITMAP = PixelSection*;
 using HGDIOBJ = void*;
 
 // A device context: a memory context draws on the bitmap selected into it; a window's context is
-// only a proof that the window lives.
+// only a proof that the window lives; a display's context is copied from.
 struct DeviceContext {
   PixelSection initial;  // what a memory context holds before anything is selected: no pixels
   HBITMAP selected = nullptr;
+  RECT displayArea = {};  // a display's place on the screen; empty for the other contexts
 };
 using HDC = DeviceContext*;
 
@@ -78,6 +79,10 @@ BOOL DeleteObject(HGDIOBJ bitmap);
 // null and `offset` 0.
 HBITMAP CreateDIBSection(HDC dc, const BITMAPINFO* info, UINT usage, void** bits, void* section,
                          DWORD offset);
+
+// Makes a zeroed bitmap, 32 bits a pixel. Null for a null `dc` and for a size that cannot be had,
+// as above.
+HBITMAP CreateCompatibleBitmap(HDC dc, int width, int height);
 
 // The pixels that drawing on `dc` writes; empty for a context without any.
 PixelView GetPixels(HDC dc);

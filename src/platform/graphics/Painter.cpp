@@ -139,4 +139,11 @@ void Graphics::Painter::DrawPicture(const Picture& picture, const Rect& part,
   cairo_surface_mark_dirty(surface);
 }
 
+void Graphics::Painter::DrawText(const TextStyle& style, std::wstring_view text, double x,
+                                 double y) {
+  cairo_surface_flush(surface);
+  PaintText(pixels, style, text, x, y);
+  cairo_surface_mark_dirty(surface);
+}
+
 }  // namespace Gdiplus

@@ -8,6 +8,7 @@
 #include "platform/gdi/Gdi.h"
 #include "platform/graphics/Graphics.h"
 #include "platform/graphics/Outline.h"
+#include "platform/text/TextPainter.h"
 
 // Paints on one bitmap, which must outlive it. One thread at a time. Colours are ARGB, not
 // premultiplied; what lies off the bitmap is left out.
@@ -29,6 +30,7 @@ class Gdiplus::Graphics::Painter {
   Status FillRectangle(ARGB color, const Rect& area);
   // Stretches a part of the picture, which must lie within it, into `destination`, bilinearly.
   void DrawPicture(const Picture& picture, const Rect& part, const Rect& destination);
+  void DrawText(const TextStyle& style, std::wstring_view text, double x, double y);
 
  private:
   void Open();

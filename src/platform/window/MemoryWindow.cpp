@@ -7,10 +7,33 @@
 
 #include <parchlet/LayeredWindow.h>
 
-struct MemoryWindow::State final : LayeredWindow {
+#include "platform/display/DesktopLayers.h"
+#include "platform/display/ScreenArea.h"
+
+namespace {
+
+std::uint32_t BlendPixel(std::uint32_t over, std::uint32_t under) {
+  const std::uint32_t rest = 255 - (over >> 24);
+  const auto channel = [=](int shift) {
+    const std::uint32_t sum = (over >> shift & 0xFF) + ((under >> shift & 0xFF) * rest + 127) / 255;
+    return std::min<std::uint32_t>(sum, 255) << shift;
+  };
+  return channel(24) | channel(16) | channel(8) | channel(0);
+}
+
+}  // namespace
+
+struct MemoryWindow::State final : LayeredWindow, DesktopLayer {
   explicit State(const RECT& screenRect) : screenRect(screenRect) {
     handle = RegisterLayeredWindow(*this);
+    AddDesktopLayer(*this);
   }
+  ~State() {
+    RemoveDesktopLayer(*this);
+    UnregisterLayeredWindow(handle);
+  }
+  State(const State&) = delete;
+  State& operator=(const State&) = delete;
 
   RECT GetScreenRect() const override {
     const std::lock_guard lock(mutex);
@@ -39,6 +62,25 @@ struct MemoryWindow::State final : LayeredWindow {
     }
   }
 
+  void BlendOver(const RECT& area, std::uint32_t* pixels) const override {
+    const std::lock_guard lock(mutex);
+    const RECT window = screenRect;
+    const RECT content = {window.left, window.top,
+                          static_cast<LONG>(std::min<std::int64_t>(
+                              window.right, std::int64_t{window.left} + frame.width)),
+                          static_cast<LONG>(std::min<std::int64_t>(
+                              window.bottom, std::int64_t{window.top} + frame.height))};
+    const RECT shared = Intersect(area, content);
+    for (LONG y = shared.top; y < shared.bottom && shared.left < shared.right; ++y) {
+      const auto row = static_cast<std::size_t>(std::int64_t{y} - window.top);
+      const auto column = static_cast<std::size_t>(std::int64_t{shared.left} - window.left);
+      const std::uint32_t* from =
+          frame.pixels.data() + row * static_cast<std::size_t>(frame.width) + column;
+      std::uint32_t* to = pixels + OffsetIn(area, shared.left, y);
+      std::transform(from, from + WidthOf(shared), to, to, BlendPixel);
+    }
+  }
+
   HWND handle = nullptr;
   mutable std::mutex mutex;  // guards what follows
   mutable std::condition_variable presented;
@@ -49,9 +91,7 @@ struct MemoryWindow::State final : LayeredWindow {
 
 MemoryWindow::MemoryWindow(const RECT& screenRect) : state(std::make_unique<State>(screenRect)) {}
 
-MemoryWindow::~MemoryWindow() {
-  UnregisterLayeredWindow(state->handle);
-}
+MemoryWindow::~MemoryWindow() = default;
 
 HWND MemoryWindow::Handle() const {
   return state->handle;
