@@ -139,7 +139,8 @@ class PARCHLET_API Annotation : public AnnotationHeader {
   // Whether the map has the mark's present id for a key.
   bool IsNamedIn(const std::map<std::string, Annotation*>& annotations) const
       PARCHLET_EXCLUDES(mutex);
-  // What the nickname tip beside the mark needs to know; nothing but `isWanted` when no tip is wanted.
+  // What the nickname tip beside the mark needs to know; nothing but `isWanted` when no tip is
+  // wanted.
   struct TipSubject {
     bool isWanted = false;
     bool hasPoint = false;

@@ -12,10 +12,9 @@ std::wstring TimeStampedName() {
   SYSTEMTIME now{};
   GetLocalTime(&now);
   std::array<wchar_t, 256> name{};
-  const int written = std::swprintf(
-      name.data(), name.size(), L"%04d%02d%02d_%02d%02d%02d.%03d.png", int{now.wYear},
-      int{now.wMonth}, int{now.wDay}, int{now.wHour}, int{now.wMinute}, int{now.wSecond},
-      int{now.wMilliseconds});
+  const int written = std::swprintf(name.data(), name.size(), L"%04d%02d%02d_%02d%02d%02d.%03d.png",
+                                    int{now.wYear}, int{now.wMonth}, int{now.wDay}, int{now.wHour},
+                                    int{now.wMinute}, int{now.wSecond}, int{now.wMilliseconds});
   return written > 0 ? std::wstring(name.data()) : std::wstring();
 }
 
@@ -31,7 +30,8 @@ int AnnotationDoc::SaveEveryPage(const std::wstring& folder, const std::wstring&
       path += prefix + L'_';
     }
     result = page->SavePage(path + TimeStampedName(), source);
-    // The millisecond is over before the next page is named by the time, so no page overwrites another.
+    // The millisecond is over before the next page is named by the time, so no page overwrites
+    // another.
     std::this_thread::sleep_for(std::chrono::milliseconds(2));
   }
   return result;

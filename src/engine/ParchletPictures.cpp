@@ -21,8 +21,7 @@ bool HasFolder(const std::wstring& path) {
   if (separator == std::wstring::npos) {
     separator = path.rfind(L'/');
   }
-  return separator != std::wstring::npos &&
-         PathFileExistsW(path.substr(0, separator).c_str()) != 0;
+  return separator != std::wstring::npos && PathFileExistsW(path.substr(0, separator).c_str()) != 0;
 }
 
 }  // namespace
@@ -62,8 +61,7 @@ Annotation* Parchlet::AddPictureFromFile(const std::string& docId, const std::st
 
 Annotation* Parchlet::AddPictureFromStream(const std::string& docId, const std::string& pageId,
                                            const std::string& pictureData,
-                                           const std::string& pictureProperty,
-                                           bool isBackground) {
+                                           const std::string& pictureProperty, bool isBackground) {
   return AddPicture(docId, pageId, isBackground, [&](AnnotationPage& page, Annotation* annotation) {
     return page.AddPictureFromStream(pictureData, pictureProperty, annotation, isBackground);
   });
@@ -126,13 +124,13 @@ int Parchlet::SaveDocument(const std::string& docId, const std::string& folder,
   return SaveDocumentFrom(docId, folder, prefix, window);
 }
 
-int Parchlet::SavePage(const std::string& docId, const std::string& pageId,
-                       const std::string& path, const std::wstring& displayDevice) {
+int Parchlet::SavePage(const std::string& docId, const std::string& pageId, const std::string& path,
+                       const std::wstring& displayDevice) {
   return SavePageFrom(docId, pageId, path, displayDevice);
 }
 
-int Parchlet::SavePage(const std::string& docId, const std::string& pageId,
-                       const std::string& path, HWND window) {
+int Parchlet::SavePage(const std::string& docId, const std::string& pageId, const std::string& path,
+                       HWND window) {
   return SavePageFrom(docId, pageId, path, window);
 }
 

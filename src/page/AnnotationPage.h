@@ -178,12 +178,12 @@ class AnnotationPage {
 
   // --- Pictures (PagePictures.cpp) ---
 
-  // Gives the annotation a box of the picture's size at the page's origin (half the page's extent where
-  // it does not fit), or, for a background, the largest box of its aspect in the page's middle; gives it
-  // the picture; and installs a background in place of the one before. 1; or 0, and the annotation as it
-  // was, without a surface, for an empty argument, or when the picture cannot be read. Bytes of no
-  // picture are accepted for an ordinary one, which then shows nothing. A background is the page's once
-  // installed; an ordinary picture's owner does not change.
+  // Gives the annotation a box of the picture's size at the page's origin (half the page's extent
+  // where it does not fit), or, for a background, the largest box of its aspect in the page's
+  // middle; gives it the picture; and installs a background in place of the one before. 1; or 0,
+  // and the annotation as it was, without a surface, for an empty argument, or when the picture
+  // cannot be read. Bytes of no picture are accepted for an ordinary one, which then shows nothing.
+  // A background is the page's once installed; an ordinary picture's owner does not change.
   int AddPictureFromFile(const std::wstring& filePath, const std::string& pictureProperty,
                          Annotation* annotation, bool isBackground) PARCHLET_EXCLUDES(mutex);
   int AddPictureFromStream(const std::string& pictureData, const std::string& pictureProperty,
@@ -193,10 +193,10 @@ class AnnotationPage {
 
   // --- Export (PageExport.cpp) ---
 
-  // Writes an image file, JPEG for ".jpg", BMP for ".bmp", else PNG: of what the whole display shows, or
-  // what the screen shows where the window is; for an empty name, or null or a handle of no window, of
-  // the page's own surface as it was rendered last. 0 when there is nothing to write or it cannot be
-  // written; a file that was there is then kept.
+  // Writes an image file, JPEG for ".jpg", BMP for ".bmp", else PNG: of what the whole display
+  // shows, or what the screen shows where the window is; for an empty name, or null or a handle of
+  // no window, of the page's own surface as it was rendered last. 0 when there is nothing to write
+  // or it cannot be written; a file that was there is then kept.
   int SavePage(const std::wstring& path, const std::wstring& displayDevice)
       PARCHLET_EXCLUDES(mutex);
   int SavePage(const std::wstring& path, HWND capturedWindow) PARCHLET_EXCLUDES(mutex);
@@ -236,8 +236,8 @@ class AnnotationPage {
   void DrawBackgroundPicture() PARCHLET_REQUIRES(mutex);
   void DrawConfirmed() PARCHLET_REQUIRES(mutex);
   void DrawTipOf(Annotation& annotation) PARCHLET_REQUIRES(mutex);
-  // Whether the author's tip is to be shown beside this annotation now: for 2 s, and not within 5 s of
-  // the author's tip before.
+  // Whether the author's tip is to be shown beside this annotation now: for 2 s, and not within 5 s
+  // of the author's tip before.
   int IsTipVisible(const std::string& userId, const Annotation& annotation)
       PARCHLET_REQUIRES(mutex);
   int DrawNicknameTip(const std::string& nickname, const AnnotationPoint& at)

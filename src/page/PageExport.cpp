@@ -50,8 +50,9 @@ int AnnotationPage::SaveSurface(const std::wstring& path, const CLSID& encoder) 
   if (surface.GetBitmap() == nullptr) {
     return 0;
   }
-  return SaveBitmap(surface.GetBitmap(), surface.GetWidth(), surface.GetHeight(), path, encoder) ? 1
-                                                                                                 : 0;
+  return SaveBitmap(surface.GetBitmap(), surface.GetWidth(), surface.GetHeight(), path, encoder)
+             ? 1
+             : 0;
 }
 
 int AnnotationPage::SavePage(const std::wstring& path, const std::wstring& displayDevice) {
@@ -98,9 +99,8 @@ int AnnotationPage::SavePage(const std::wstring& path, HWND capturedWindow) {
   if (display.Get() == nullptr) {
     return 0;
   }
-  const POINT origin = {
-      SaturatingPixel(std::int64_t{area.left} - monitor.rcMonitor.left),
-      SaturatingPixel(std::int64_t{area.top} - monitor.rcMonitor.top)};
+  const POINT origin = {SaturatingPixel(std::int64_t{area.left} - monitor.rcMonitor.left),
+                        SaturatingPixel(std::int64_t{area.top} - monitor.rcMonitor.top)};
   return SaveScreenArea(display.Get(), origin,
                         SaturatingPixel(std::int64_t{area.right} - area.left),
                         SaturatingPixel(std::int64_t{area.bottom} - area.top), path, encoder)

@@ -13,8 +13,8 @@ struct ReleaseStream {
 };
 using StreamPointer = std::unique_ptr<IStream, ReleaseStream>;
 
-// A stream that owns its copy of the bytes, as the picture loaded from it may go on reading; null when
-// there is no memory for it.
+// A stream that owns its copy of the bytes, as the picture loaded from it may go on reading; null
+// when there is no memory for it.
 StreamPointer MakeOwningStream(const std::string& bytes) {
   HGLOBAL block = GlobalAlloc(0, bytes.size());
   if (block == nullptr) {
@@ -112,8 +112,8 @@ int AnnotationPage::AddPictureFromFile(const std::wstring& filePath,
 }
 
 int AnnotationPage::AddPictureFromStream(const std::string& pictureData,
-                                         const std::string& pictureProperty,
-                                         Annotation* annotation, bool isBackground) {
+                                         const std::string& pictureProperty, Annotation* annotation,
+                                         bool isBackground) {
   if (!HasGraphics() || pictureData.empty() || annotation == nullptr) {
     return 0;
   }

@@ -100,10 +100,10 @@ int AnnotationPage::DrawNicknameTip(const std::string& nickname, const Annotatio
       static_cast<std::int64_t>(std::floor(narrow * 0.75 + 0.5) + std::ceil(wide * 1.1));
   const int boxWidth = SaturatingPixel(units * std::int64_t{tipStyle->fontSize});
   const int boxHeight = SaturatingPixel(size * 1.5);
-  const int x = PlaceInside(SaturatingPixel(currentInfo.width * at.xRatio), boxWidth,
-                            currentInfo.width);
-  const int y = PlaceInside(SaturatingPixel(currentInfo.height * at.yRatio), boxHeight,
-                            currentInfo.height);
+  const int x =
+      PlaceInside(SaturatingPixel(currentInfo.width * at.xRatio), boxWidth, currentInfo.width);
+  const int y =
+      PlaceInside(SaturatingPixel(currentInfo.height * at.yRatio), boxHeight, currentInfo.height);
 
   const Gdiplus::FontFamily family(tipStyle->fontFamily.c_str());
   const Gdiplus::Font font(&family, static_cast<Gdiplus::REAL>(size), Gdiplus::FontStyleBold,
