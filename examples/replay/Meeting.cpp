@@ -1,6 +1,8 @@
 #include "Meeting.h"
 
 #include <algorithm>
+#include <cstdint>
+#include <string>
 
 #include "Failure.h"
 
@@ -98,8 +100,10 @@ void Meeting::Relay(const Annotation& mark) {
 
 void Meeting::Settle() {
   network.Flush();
-  drawer.AwaitFrame();
-  viewer.AwaitFrame();
+  const std::uint64_t drawn = drawer.NextFullFrame();
+  const std::uint64_t seen = viewer.NextFullFrame();
+  drawer.AwaitFrame(drawn);
+  viewer.AwaitFrame(seen);
 }
 
 void Meeting::EraseUnder(const std::vector<POINT>& path) {

@@ -137,11 +137,15 @@ void Participant::DropSelection() {
   engine.EraseSelectedAnnotations(kDocument, page);
 }
 
-void Participant::AwaitFrame() const {
+std::uint64_t Participant::NextFullFrame() const {
   // The next frame may have been painted before the last call; the one after it cannot have been.
   constexpr std::uint64_t kFrames = 2;
+  return window.PresentCount() + kFrames;
+}
+
+void Participant::AwaitFrame(std::uint64_t number) const {
   constexpr int kTimeoutMs = 60'000;
-  if (!window.WaitForPresent(window.PresentCount() + kFrames, kTimeoutMs)) {
+  if (!window.WaitForPresent(number, kTimeoutMs)) {
     throw Failure("the engine has pushed no new frame for a minute");
   }
 }

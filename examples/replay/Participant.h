@@ -56,8 +56,10 @@ class Participant {
   std::map<std::string, Annotation*> Selected();
   void DropSelection();
 
-  // Waits until the window shows everything done so far. Throws Failure when no frames come.
-  void AwaitFrame() const;
+  // The number of the first frame that surely shows everything done so far.
+  std::uint64_t NextFullFrame() const;
+  // Waits until the window has got the frame of that number. Throws Failure when no frames come.
+  void AwaitFrame(std::uint64_t number) const;
   MemoryFrame CopyFrame() const;
   std::uint64_t FrameCount() const;
 
