@@ -6,7 +6,7 @@
 #include <cstdint>
 #include <vector>
 
-#include "Workload.h"
+#include "workload/Workload.h"
 
 // An image of the workload's size and the plain code that draws the marks on it. One thread's own.
 class CairoRival {

@@ -6,21 +6,19 @@
 
 #include <algorithm>
 #include <cstdlib>
+#include <ctime>
 #include <functional>
 #include <string>
+#include <utility>
+#include <vector>
 
 #include "CairoRival.h"
-#include "EnginePage.h"
-#include "Workload.h"
+#include "workload/EnginePage.h"
+#include "workload/Workload.h"
 
 namespace {
 
 using WorkloadMaker = std::function<Workload()>;
-
-void Describe(benchmark::State& state, const Workload& workload) {
-  state.counters["marks"] = static_cast<double>(workload.marks.size());
-  state.counters["points"] = static_cast<double>(workload.PointCount());
-}
 
 bool AreAlike(std::uint32_t a, std::uint32_t b) {
   constexpr int kTolerance =
@@ -36,9 +34,8 @@ bool AreAlike(std::uint32_t a, std::uint32_t b) {
 }
 
 // A rendering that leaves something out would look fast.
-bool ShowTheSame(const Workload& workload, EnginePage& page) {
+bool ShowTheSame(EnginePage& page, CairoRival& rival) {
   constexpr double kToleratedShare = 0.005;
-  CairoRival rival(workload);
   rival.Draw();
   const std::vector<std::uint32_t> expected = rival.CopyPixels();
   const std::vector<std::uint32_t> actual = page.CopyPixels();
@@ -52,42 +49,84 @@ bool ShowTheSame(const Workload& workload, EnginePage& page) {
   return static_cast<double>(differing) <= kToleratedShare * static_cast<double>(actual.size());
 }
 
-using Show = bool (EnginePage::*)();
+// CPU time of the whole process, whatever else the machine does and however many threads draw.
+double CpuSeconds() {
+  constexpr double kNanosecond = 1e-9;
+  timespec time = {};
+  clock_gettime(CLOCK_PROCESS_CPUTIME_ID, &time);
+  return static_cast<double>(time.tv_sec) + kNanosecond * static_cast<double>(time.tv_nsec);
+}
 
-void DrawWithEngine(benchmark::State& state, const WorkloadMaker& make, Show show) {
+double Median(std::vector<double> values) {
+  const auto middle = values.begin() + static_cast<std::ptrdiff_t>(values.size() / 2);
+  std::nth_element(values.begin(), middle, values.end());
+  return *middle;
+}
+
+// Seconds a frame, as the mean of a few when one is too short to time alone.
+template <class Show>
+double Time(int frames, const Show& show) {
+  const double start = CpuSeconds();
+  for (int i = 0; i < frames; ++i) {
+    show();
+  }
+  return (CpuSeconds() - start) / frames;
+}
+
+// What the rounds of one run took, in seconds a frame.
+struct Times {
+  std::vector<double> cairo, scratch, live, idle;
+
+  void AddRound(EnginePage& page, CairoRival& rival) {
+    constexpr int kShortFrames = 10;
+    scratch.push_back(Time(1, [&] { page.ShowAnew(); }));
+    cairo.push_back(Time(1, [&] { rival.Draw(); }));
+    live.push_back(Time(kShortFrames, [&] { page.ShowLive(); }));
+    idle.push_back(Time(kShortFrames, [&] { page.ShowIdle(); }));
+  }
+
+  // How many times as long Cairo took, round by round.
+  double Gain(const std::vector<double>& engine) const {
+    std::vector<double> gains;
+    for (std::size_t i = 0; i < engine.size(); ++i) {
+      gains.push_back(cairo[i] / engine[i]);
+    }
+    return Median(std::move(gains));
+  }
+};
+
+// Frames of both sides take turns, so that a machine that gets slower or faster under way does so
+// for both. A round is one iteration.
+void DrawInTurns(benchmark::State& state, const WorkloadMaker& make) {
   const Workload workload = make();
   EnginePage page(workload);
-  if (!ShowTheSame(workload, page)) {
+  CairoRival rival(workload);
+  if (!ShowTheSame(page, rival)) {
     state.SkipWithError("the engine's page and Cairo's image differ");
     return;
   }
+  Times times;
   while (state.KeepRunning()) {
-    benchmark::DoNotOptimize((page.*show)());
+    times.AddRound(page, rival);
   }
-  Describe(state, workload);
-}
-
-void DrawWithCairo(benchmark::State& state, const WorkloadMaker& make) {
-  const Workload workload = make();
-  CairoRival rival(workload);
-  rival.Draw();
-  while (state.KeepRunning()) {
-    rival.Draw();
-    benchmark::ClobberMemory();
-  }
-  Describe(state, workload);
+  constexpr double kMilliseconds = 1000.0;
+  state.counters["marks"] = static_cast<double>(workload.marks.size());
+  state.counters["points"] = static_cast<double>(workload.PointCount());
+  state.counters["cairo_ms"] = kMilliseconds * Median(times.cairo);
+  const auto report = [&](const std::string& name, const std::vector<double>& seconds) {
+    state.counters[name + "_ms"] = kMilliseconds * Median(seconds);
+    state.counters[name + "_gain"] = times.Gain(seconds);
+  };
+  report("scratch", times.scratch);
+  report("live", times.live);
+  report("idle", times.idle);
 }
 
 void Register(const std::string& name, const WorkloadMaker& make) {
-  const auto add = [&](const std::string& side, auto... arguments) {
-    benchmark::RegisterBenchmark((name + "/" + side).c_str(), arguments...)
-        ->Unit(benchmark::kMillisecond)
-        ->UseRealTime();
-  };
-  add("cairo", DrawWithCairo, make);
-  add("scratch", DrawWithEngine, make, &EnginePage::ShowAnew);
-  add("live", DrawWithEngine, make, &EnginePage::ShowLive);
-  add("idle", DrawWithEngine, make, &EnginePage::ShowIdle);
+  constexpr double kMinSeconds = 3.0;
+  benchmark::RegisterBenchmark(name.c_str(), DrawInTurns, make)
+      ->Unit(benchmark::kMillisecond)
+      ->MinTime(kMinSeconds);
 }
 
 void RegisterPaths(const std::string& name, int width, int height, const PathStyle& style) {

@@ -4,9 +4,10 @@
 #include <fstream>
 #include <string_view>
 #include <system_error>
+#include <type_traits>
 
 #include "Failure.h"
-#include "MarkParser.h"
+#include "StepParser.h"
 
 namespace replay {
 
@@ -40,10 +41,22 @@ bool IsBlank(std::string_view line) {
 
 }  // namespace
 
+std::size_t Step::PointCount() const {
+  return std::visit(
+      [](const auto& gesture) -> std::size_t {
+        if constexpr (std::is_same_v<decltype(gesture), const Clearing&>) {
+          return 0;
+        } else {
+          return gesture.points.size();
+        }
+      },
+      action);
+}
+
 std::size_t Board::PointCount() const {
   std::size_t count = 0;
-  for (const Mark& mark : marks) {
-    count += mark.points.size();
+  for (const Step& step : steps) {
+    count += step.PointCount();
   }
   return count;
 }
@@ -77,12 +90,13 @@ Board ReadBoard(std::istream& stream, const std::string& name) {
       if (IsBlank(line)) {
         continue;
       }
-      Mark mark = ParseMark(line);
-      pointCount += mark.points.size();
+      Step step = ParseStep(line);
+      step.line = number;
+      pointCount += step.PointCount();
       if (pointCount > kMaxBoardPoints) {
         throw Failure("the board has more than " + std::to_string(kMaxBoardPoints) + " points");
       }
-      board.marks.push_back(std::move(mark));
+      board.steps.push_back(std::move(step));
     } catch (const Failure& reason) {
       throw Failure(name + ":" + std::to_string(number) + ": " + reason.what());
     }

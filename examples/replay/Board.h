@@ -1,4 +1,4 @@
-// Board.h - a drawing as a list of marks, and the reader of the files that hold one
+// Board.h - a drawing as a list of steps, and the reader of the files that hold one
 // (docs/boards.md).
 #pragma once
 
@@ -6,6 +6,7 @@
 #include <cstdint>
 #include <istream>
 #include <string>
+#include <variant>
 #include <vector>
 
 namespace replay {
@@ -33,15 +34,40 @@ struct Mark {
   std::vector<BoardPoint> points;
 };
 
+// The way of an eraser: one point or more, the first on the page.
+struct Erasure {
+  std::vector<BoardPoint> points;
+};
+
+// A rubber band between two opposite corners, the first on the page.
+struct Selection {
+  std::vector<BoardPoint> points;
+};
+
+// The way that the selection is dragged: two points or more, the first on the page.
+struct Drag {
+  std::vector<BoardPoint> points;
+};
+
+enum class Clearing { kMine, kAll };
+
+// What one line of the file asks for.
+struct Step {
+  std::size_t line = 0;  // its number in the file, from 1
+  std::variant<Mark, Erasure, Selection, Drag, Clearing> action;
+
+  std::size_t PointCount() const;
+};
+
 struct Board {
   std::string name;  // the file it was read from
-  std::vector<Mark> marks;
+  std::vector<Step> steps;
 
   std::size_t PointCount() const;
 };
 
 // Reads a board file. Throws Failure for a file that cannot be read and for the first line that is
-// not a mark, naming the file and, where there is one, the line.
+// not a step, naming the file and, where there is one, the line.
 Board ReadBoard(const std::string& path);
 
 // The same from a stream; messages call it `name`.

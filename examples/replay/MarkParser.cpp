@@ -7,6 +7,7 @@
 #include <string>
 
 #include "Failure.h"
+#include "PointParser.h"
 
 namespace replay {
 
@@ -16,16 +17,6 @@ using Json = nlohmann::json;
 
 constexpr std::size_t kKeyCount = 4;
 constexpr std::array<const char*, kKeyCount> kKeys = {"kind", "color", "width", "points"};
-
-Json ParseJson(std::string_view line) {
-  try {
-    return Json::parse(line);
-  } catch (const Json::parse_error& error) {
-    throw Failure("not valid JSON, see byte " + std::to_string(error.byte) + " of the line");
-  } catch (const Json::out_of_range&) {
-    throw Failure("a number is out of every range");
-  }
-}
 
 // The four keys, all of them and no other: a misspelt key would otherwise be a mark that looks
 // wrong.
@@ -84,29 +75,6 @@ int ParseWidth(const Json& value) {
   throw Failure("\"width\" must be a whole number from 1 to 30");
 }
 
-BoardPoint ParsePoint(const Json& value, std::size_t number) {
-  if (!value.is_array() || value.size() != 2 || !value[0].is_number() || !value[1].is_number()) {
-    throw Failure("point " + std::to_string(number) + " must be [x, y], two numbers");
-  }
-  const BoardPoint point = {value[0].get<double>(), value[1].get<double>()};
-  if (!(std::abs(point.x) <= kMaxCoordinate && std::abs(point.y) <= kMaxCoordinate)) {
-    throw Failure("point " + std::to_string(number) + " is more than 1000000 pixels away");
-  }
-  return point;
-}
-
-std::vector<BoardPoint> ParsePoints(const Json& value) {
-  if (!value.is_array()) {
-    throw Failure("\"points\" must be a list of points");
-  }
-  std::vector<BoardPoint> points;
-  points.reserve(value.size());
-  for (const Json& point : value) {
-    points.push_back(ParsePoint(point, points.size() + 1));
-  }
-  return points;
-}
-
 void CheckPoints(const Mark& mark) {
   if (mark.kind == MarkKind::kPath && mark.points.empty()) {
     throw Failure("a path has at least one point");
@@ -115,26 +83,18 @@ void CheckPoints(const Mark& mark) {
     throw Failure("every mark but a path has two points, not " +
                   std::to_string(mark.points.size()));
   }
-  // A mark starts with a press of the pointer, and that is always on the page.
-  const BoardPoint& first = mark.points.front();
-  if (!(first.x >= 0 && first.x <= kBoardWidth && first.y >= 0 && first.y <= kBoardHeight)) {
-    throw Failure("the first point must lie on the page, 1920 x 1080");
-  }
+  CheckPress(mark.points);
 }
 
 }  // namespace
 
-Mark ParseMark(std::string_view line) {
-  const Json json = ParseJson(line);
-  if (!json.is_object()) {
-    throw Failure("a mark is a JSON object");
-  }
-  CheckKeys(json);
+Mark ParseMark(const nlohmann::json& object) {
+  CheckKeys(object);
   Mark mark;
-  mark.kind = ParseKind(json["kind"]);
-  mark.color = ParseColor(json["color"]);
-  mark.width = ParseWidth(json["width"]);
-  mark.points = ParsePoints(json["points"]);
+  mark.kind = ParseKind(object["kind"]);
+  mark.color = ParseColor(object["color"]);
+  mark.width = ParseWidth(object["width"]);
+  mark.points = ParsePoints(object, "points");
   CheckPoints(mark);
   return mark;
 }

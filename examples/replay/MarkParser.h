@@ -1,18 +1,13 @@
-// MarkParser.h - one line of a board file becomes a mark.
+// MarkParser.h - the JSON object of a mark.
 #pragma once
 
-#include <string_view>
+#include <nlohmann/json_fwd.hpp>
 
 #include "Board.h"
 
 namespace replay {
 
-// How far from the origin a point may lie, in pixels: far more than any page, and scaled to any
-// page it still is a pixel number.
-inline constexpr double kMaxCoordinate = 1'000'000.0;
-
-// Reads the JSON object of one line. Throws Failure with the reason, without file and line, for
-// anything that is not exactly a mark.
-Mark ParseMark(std::string_view line);
+// Reads a mark. Throws Failure with the reason for an object that is not exactly a mark.
+Mark ParseMark(const nlohmann::json& object);
 
 }  // namespace replay

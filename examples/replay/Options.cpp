@@ -17,6 +17,8 @@ constexpr const char* kDescription =
     "Replays drawings through the Parchlet engine, one page a board file, as fast as it goes or at "
     "a\n"
     "given pace, and writes the last frame of every page as a PNG picture.";
+constexpr const char* kLossyHelp =
+    "Delay, duplicate and reorder what the participants send each other, by this number";
 constexpr const char* kOutHelp =
     "The picture; several boards write FILE with -1, -2, ... before its extension";
 
@@ -44,11 +46,22 @@ PageSize ParseSize(std::string_view text) {
                 std::to_string(kMaxExtent) + " a side and 64 million in all");
 }
 
+std::uint64_t ParseSeed(std::string_view text) {
+  std::uint64_t seed = 0;
+  const char* end = text.data() + text.size();
+  const auto [last, error] = std::from_chars(text.data(), end, seed);
+  if (error != std::errc() || last != end) {
+    throw Failure("--lossy must be a whole number of 0 or more, such as 1");
+  }
+  return seed;
+}
+
 }  // namespace
 
 std::optional<Options> ParseOptions(int argc, const char* const* argv) {
   Options options;
   std::string size = "1920x1080";
+  std::optional<std::string> lossy;
   CLI::App app(kDescription, "parchlet-replay");
   app.set_version_flag("--version", "parchlet-replay " PARCHLET_VERSION,
                        "Print the version and exit");
@@ -60,6 +73,7 @@ std::optional<Options> ParseOptions(int argc, const char* const* argv) {
   CLI::Option* pace =
       app.add_option("--pace", options.pace, "Points a second (default: as fast as it goes)");
   pace->type_name("NUMBER");
+  app.add_option("--lossy", lossy, kLossyHelp)->type_name("SEED");
   try {
     app.parse(argc, argv);
   } catch (const CLI::ParseError& error) {
@@ -70,6 +84,9 @@ std::optional<Options> ParseOptions(int argc, const char* const* argv) {
     throw Failure(std::string(error.what()) + " (see --help)");
   }
   options.size = ParseSize(size);
+  if (lossy) {
+    options.lossySeed = ParseSeed(*lossy);
+  }
   if (pace->count() > 0 && !(std::isfinite(options.pace) && options.pace > 0)) {
     throw Failure("--pace must be a number of points a second above 0");
   }

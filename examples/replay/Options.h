@@ -1,6 +1,7 @@
 // Options.h - what the command line asks for.
 #pragma once
 
+#include <cstdint>
 #include <optional>
 #include <string>
 #include <vector>
@@ -13,10 +14,11 @@ struct PageSize {
 };
 
 struct Options {
-  std::vector<std::string> boards;  // board files, one page each; at least one
-  PageSize size = {1920, 1080};     // pixels of every page
-  std::string out = "replay.png";   // where the pictures go; see PictureName
-  double pace = 0;                  // points a second; 0: as fast as it goes
+  std::vector<std::string> boards;         // board files, one page each; at least one
+  PageSize size = {1920, 1080};            // pixels of every page
+  std::string out = "replay.png";          // where the pictures go; see PictureName
+  double pace = 0;                         // points a second; 0: as fast as it goes
+  std::optional<std::uint64_t> lossySeed;  // of the network between the participants; see Network
 };
 
 // Reads the command line. Gives nothing when help or version was asked for and has been printed to

@@ -75,7 +75,7 @@ void CheckPicture(const std::string& path, const std::vector<std::string>& board
 void WritePicture(const MemoryFrame& frame, const std::string& path) {
   const PictureView view = {frame.pixels.data(), frame.width, frame.height,
                             std::ptrdiff_t{4} * frame.width};
-  if (!SavePng(view, path)) {
+  if (!SavePicture(view, PictureEncoder::kPng, path)) {
     throw Failure(path + ": the picture cannot be written");
   }
 }

@@ -2,90 +2,86 @@
 
 #include <algorithm>
 #include <cmath>
+#include <string>
+#include <variant>
 
 #include "Failure.h"
 
 namespace replay {
 
-namespace {
-
-constexpr const char* kUser = "replay";
-constexpr const char* kDocument = "boards";
-
-AnnotationSubType SubTypeOf(MarkKind kind) {
-  switch (kind) {
-    case MarkKind::kLine:
-      return AnnotationSubTypeLine;
-    case MarkKind::kRectangle:
-      return AnnotationSubTypeRectangle;
-    case MarkKind::kEllipse:
-      return AnnotationSubTypeEllipse;
-    case MarkKind::kPath:
-      break;
-  }
-  return AnnotationSubTypePath;
-}
-
-// Ends the replay when a call was refused.
-void Require(int result, const char* call) {
-  if (result != 1) {
-    throw Failure(std::string("the engine refused ") + call);
-  }
-}
-
-}  // namespace
-
-Replay::Replay(PageSize size, double pace)
-    : size(size), window(RECT{0, 0, size.width, size.height}), pacer(pace) {
-  engine.SetUserInfo(kUser, "", "");
-  Require(engine.NewDoc(kUser, kDocument), "NewDoc");
-  Require(engine.Init(), "Init");
-}
+Replay::Replay(PageSize size, double pace, std::optional<std::uint64_t> lossySeed)
+    : size(size), meeting(size, lossySeed), pacer(pace) {}
 
 MemoryFrame Replay::Draw(const Board& board, Progress& progress) {
-  const std::string pageId = std::string("page-") + std::to_string(++pages);
-  OpenPage(pageId);
+  meeting.OpenPage(std::string("page-") + std::to_string(++pages));
   progress.Begin(board.name, board.PointCount());
   pacer.Restart();
-  for (const Mark& mark : board.marks) {
-    DrawMark(mark, pageId, progress);
+  for (const Step& step : board.steps) {
+    if (!std::visit([&](const auto& action) { return Do(action, progress); }, step.action)) {
+      throw Failure(board.name + ":" + std::to_string(step.line) +
+                    ": the move does not start on a selected mark");
+    }
   }
-  MemoryFrame frame = AwaitLastFrame();
+  MemoryFrame frame = meeting.ClosePage(board.name);
   progress.End();
   return frame;
 }
 
 Tally Replay::GetTally() const {
-  Tally tally = {marks, points, window.PresentCount(), 0.0};
+  Tally tally = {marks, points, meeting.FrameCount(), 0.0};
   if (tally.frames > 0) {
     tally.secondsPerFrame = engineTime.Seconds() / static_cast<double>(tally.frames);
   }
   return tally;
 }
 
-void Replay::OpenPage(const std::string& pageId) {
-  AnnotationPageInfo info = {};
-  info.width = size.width;
-  info.height = size.height;
-  info.viewRect = {0, 0, size.width, size.height};
-  Require(engine.NewPage(kDocument, pageId, kUser, window.Handle(), info), "NewPage");
-}
-
-void Replay::DrawMark(const Mark& mark, const std::string& pageId, Progress& progress) {
-  engine.SetPen(mark.color, ToPixels(mark.width));
-  engine.SetAnnotationType(AnnotationTypeDrawing, SubTypeOf(mark.kind));
+bool Replay::Do(const Mark& mark, Progress& progress) {
+  Participant& drawer = meeting.Drawer();
+  drawer.TakePen(mark.kind, mark.color, ToPixels(mark.width));
   for (const BoardPoint& point : mark.points) {
     pacer.AwaitNext();
     if (&point == &mark.points.front()) {
-      Require(engine.StartDrawing(kDocument, pageId, ToPixels(point)), "StartDrawing");
+      drawer.Press(ToPixels(point));
     } else {
-      Require(engine.MoveDrawing(ToPixels(point)), "MoveDrawing");
+      drawer.Move(ToPixels(point));
     }
     ++points;
     progress.Step();
   }
-  Require(engine.EndDrawing(), "EndDrawing");
+  meeting.RelayDrawing();
   ++marks;
+  return true;
+}
+
+bool Replay::Do(const Erasure& erasure, Progress& progress) {
+  meeting.Erase(Trace(erasure.points, progress));
+  return true;
+}
+
+bool Replay::Do(const Selection& selection, Progress& progress) {
+  const std::vector<POINT> corners = Trace(selection.points, progress);
+  meeting.Select(corners.front(), corners.back());
+  return true;
+}
+
+bool Replay::Do(const Drag& drag, Progress& progress) {
+  return meeting.Drag(Trace(drag.points, progress));
+}
+
+bool Replay::Do(const Clearing& clearing, Progress& /*progress*/) {
+  meeting.Clear(clearing);
+  return true;
+}
+
+std::vector<POINT> Replay::Trace(const std::vector<BoardPoint>& way, Progress& progress) {
+  std::vector<POINT> pixels;
+  pixels.reserve(way.size());
+  for (const BoardPoint& point : way) {
+    pacer.AwaitNext();
+    pixels.push_back(ToPixels(point));
+    progress.Step();
+  }
+  return pixels;
 }
 
 POINT Replay::ToPixels(const BoardPoint& point) const {
@@ -97,16 +93,6 @@ unsigned int Replay::ToPixels(int penWidth) const {
   const double scale = std::min(static_cast<double>(size.width) / kBoardWidth,
                                 static_cast<double>(size.height) / kBoardHeight);
   return static_cast<unsigned int>(std::max(1L, std::lround(penWidth * scale)));
-}
-
-MemoryFrame Replay::AwaitLastFrame() const {
-  // The next frame may have been painted before the last call; the one after it cannot have been.
-  constexpr std::uint64_t kFrames = 2;
-  constexpr int kTimeoutMs = 60'000;
-  if (!window.WaitForPresent(window.PresentCount() + kFrames, kTimeoutMs)) {
-    throw Failure("the engine has pushed no new frame for a minute");
-  }
-  return window.CopyFrame();
 }
 
 }  // namespace replay

@@ -1,15 +1,16 @@
-// Replay.h - a host without a screen that draws boards through the engine.
+// Replay.h - draws boards through the engine, as a meeting of two.
 #pragma once
 
 #include <cstddef>
 #include <cstdint>
-#include <string>
+#include <optional>
+#include <vector>
 
 #include <parchlet/MemoryWindow.h>
-#include <parchlet/Parchlet.h>
 
 #include "Board.h"
 #include "CpuTime.h"
+#include "Meeting.h"
 #include "Options.h"
 #include "Pacer.h"
 #include "Progress.h"
@@ -19,35 +20,39 @@ namespace replay {
 // What a replay did so far.
 struct Tally {
   std::size_t marks = 0;
-  std::size_t points = 0;
-  std::uint64_t frames = 0;      // pushed to the window
-  double secondsPerFrame = 0.0;  // the engine's CPU time, averaged over the frames
+  std::size_t points = 0;        // of the marks
+  std::uint64_t frames = 0;      // pushed to both windows
+  double secondsPerFrame = 0.0;  // the engines' CPU time, averaged over the frames
 };
 
-// Owns an engine whose timer runs, one document in it, and the window in memory that the current
-// page is pushed to. One thread's own.
+// Owns the meeting, a page of which every board gets. One thread's own.
 class Replay {
  public:
-  // `pace` is in points a second; 0: as fast as it goes. Throws Failure when the engine does not
-  // start.
-  Replay(PageSize size, double pace);
+  // `pace` is in points a second; 0: as fast as it goes. `lossySeed`: see Meeting. Throws Failure
+  // when an engine does not start.
+  Replay(PageSize size, double pace, std::optional<std::uint64_t> lossySeed);
 
-  // Draws the board, scaled to the page's size, on a new page and gives the last frame pushed,
-  // which shows all of it. Throws Failure when the engine refuses a call or pushes no frames.
+  // Does the board's steps, scaled to the page's size, on a new page and gives the last frame,
+  // which shows all of it. Throws Failure when an engine refuses a call or pushes no frames, and
+  // for a drag that grabs nothing; Disagreement when the participants' pages differ.
   MemoryFrame Draw(const Board& board, Progress& progress);
 
   Tally GetTally() const;
 
  private:
-  void OpenPage(const std::string& pageId);
-  void DrawMark(const Mark& mark, const std::string& pageId, Progress& progress);
+  // One overload a kind of step; false when there is nothing for it to be done to.
+  bool Do(const Mark& mark, Progress& progress);
+  bool Do(const Erasure& erasure, Progress& progress);
+  bool Do(const Selection& selection, Progress& progress);
+  bool Do(const Drag& drag, Progress& progress);
+  bool Do(const Clearing& clearing, Progress& progress);
+  // Takes the time that a way of so many points takes, and gives the way in pixels.
+  std::vector<POINT> Trace(const std::vector<BoardPoint>& way, Progress& progress);
   POINT ToPixels(const BoardPoint& point) const;
   unsigned int ToPixels(int penWidth) const;
-  MemoryFrame AwaitLastFrame() const;
 
   PageSize size;
-  MemoryWindow window;  // outlives the engine that pushes to it
-  Parchlet engine;
+  Meeting meeting;
   OtherThreadsCpuTime engineTime;
   Pacer pacer;
   std::size_t pages = 0;

@@ -1,5 +1,5 @@
-// main.cpp - parchlet-replay: draws board files through the engine and writes the pages as
-// pictures.
+// main.cpp - parchlet-replay: draws board files through the engine, as a meeting of two, and writes
+// the pages as pictures.
 #include <unistd.h>
 
 #include <exception>
@@ -10,6 +10,7 @@
 #include <vector>
 
 #include "Board.h"
+#include "Failure.h"
 #include "Options.h"
 #include "Picture.h"
 #include "Progress.h"
@@ -17,6 +18,7 @@
 
 namespace {
 
+constexpr int kDisagreed = 1;
 constexpr int kFailed = 2;
 
 void Print(const replay::Tally& tally) {
@@ -39,7 +41,7 @@ void Run(const replay::Options& options) {
     pictures.push_back(replay::PictureName(options.out, page, boards.size()));
     replay::CheckPicture(pictures.back(), options.boards);
   }
-  replay::Replay replay(options.size, options.pace);
+  replay::Replay replay(options.size, options.pace, options.lossySeed);
   {
     replay::Progress progress(std::cerr, isatty(STDERR_FILENO) == 1);
     for (std::size_t page = 0; page < boards.size(); ++page) {
@@ -57,6 +59,9 @@ int main(int argc, char** argv) {
       Run(*options);
     }
     return 0;
+  } catch (const replay::Disagreement& disagreement) {
+    std::cerr << "parchlet-replay: " << disagreement.what() << '\n';
+    return kDisagreed;
   } catch (const std::bad_alloc&) {
     std::cerr << "parchlet-replay: out of memory\n";
   } catch (const std::exception& error) {

@@ -139,6 +139,17 @@ class PARCHLET_API Annotation : public AnnotationHeader {
   // Whether the map has the mark's present id for a key.
   bool IsNamedIn(const std::map<std::string, Annotation*>& annotations) const
       PARCHLET_EXCLUDES(mutex);
+  // What the nickname tip beside the mark needs to know; nothing but `isWanted` when no tip is
+  // wanted.
+  struct TipSubject {
+    bool isWanted = false;
+    bool hasPoint = false;
+    std::string userId;
+    std::string nickname;
+    AnnotationPoint firstPoint{};
+  };
+  TipSubject GetTipSubject() const PARCHLET_EXCLUDES(mutex);
+  void SetTipVisible(int value) PARCHLET_EXCLUDES(mutex);
   // Makes the mark report to the table, under `slot`, how far it reaches, from now on.
   void ReportReach(ReachTable& table, std::size_t slot) PARCHLET_EXCLUDES(mutex);
   std::size_t ReachSlot() const PARCHLET_EXCLUDES(mutex);
@@ -199,6 +210,10 @@ class PARCHLET_API Annotation : public AnnotationHeader {
   int IsShapeInSelectRect(const RECT& rect) const PARCHLET_REQUIRES(mutex);
   int IsPictureInSelectRect(const RECT& rect) const PARCHLET_REQUIRES(mutex);
   int IsPointInRectEx(POINT point) const PARCHLET_REQUIRES(mutex);
+  // Asks `hits` about the segments of a path that lie near `area`, until it says yes.
+  template <class Hits>
+  int AnySegment(const RECT& area, const Hits& hits) const PARCHLET_REQUIRES(mutex);
+  void FillSegmentBoxes() const PARCHLET_REQUIRES(mutex);
   POINT FirstPixel() const PARCHLET_REQUIRES(mutex);
   POINT SecondPixel() const PARCHLET_REQUIRES(mutex);
 
@@ -215,6 +230,10 @@ class PARCHLET_API Annotation : public AnnotationHeader {
   // of sub-model 0 past the first `convertedPoints`; {0, 0} when they are not.
   CurrentAnnotPageSize convertedSize PARCHLET_GUARDED_BY(mutex) = {0, 0};
   std::size_t convertedPoints PARCHLET_GUARDED_BY(mutex) = 0;
+
+  // Boxes of a path's segments, so many a box, list by list; filled by the first search that comes
+  // near the mark, empty when out of date.
+  mutable std::vector<RECT> segmentBoxes PARCHLET_GUARDED_BY(mutex);
 
   // Where the page that owns the mark looks before it asks the mark. Null until then.
   ReachTable* reachTable PARCHLET_GUARDED_BY(mutex) = nullptr;

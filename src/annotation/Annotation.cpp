@@ -7,7 +7,8 @@
 
 namespace {
 
-// Both Erase and IsErased may meet the refresh thread, for which a lock would be too much.
+// `erased` is written under the mark's lock, for the sake of copies, and read without it: asking is
+// too frequent for a lock.
 std::atomic_ref<std::int32_t> Shared(std::int32_t& field) {
   return std::atomic_ref<std::int32_t>(field);
 }
@@ -54,9 +55,7 @@ Annotation& Annotation::operator=(const Annotation& other) {
 
 Annotation::Snapshot Annotation::TakeSnapshot() const {
   MutexLock lock(mutex);
-  Snapshot snapshot{*this, moveOrigin, ConnectedSubModels(points), frame, picture};
-  snapshot.header.erased = IsErased();
-  return snapshot;
+  return {*this, moveOrigin, ConnectedSubModels(points), frame, picture};
 }
 
 // The snapshot keeps the two locks apart and, should memory run out, this mark as it was.
@@ -73,7 +72,7 @@ void Annotation::CopyAnnotation(const Annotation& source) {
   hostData3 = header.hostData3;
   subModelIndex = header.subModelIndex;
   order = header.order;
-  Erase(header.erased);
+  Shared(erased).store(header.erased, std::memory_order_relaxed);
   tipVisible = header.tipVisible;
   type = header.type;
   subType = header.subType;
@@ -115,11 +114,34 @@ bool Annotation::IsNamedIn(const std::map<std::string, Annotation*>& annotations
 }
 
 void Annotation::Erase(int value) {
+  MutexLock lock(mutex);
   Shared(erased).store(value, std::memory_order_relaxed);
 }
 
 int Annotation::IsErased() const {
   return Shared(const_cast<std::int32_t&>(erased)).load(std::memory_order_relaxed);
+}
+
+Annotation::TipSubject Annotation::GetTipSubject() const {
+  MutexLock lock(mutex);
+  TipSubject subject;
+  if (nickname.empty() || tipVisible == 0) {
+    return subject;
+  }
+  subject.isWanted = true;
+  subject.userId = userId;
+  subject.nickname = nickname;
+  const auto first = points.find(0);
+  if (first != points.end() && !first->second.empty()) {
+    subject.hasPoint = true;
+    subject.firstPoint = first->second.front();
+  }
+  return subject;
+}
+
+void Annotation::SetTipVisible(int value) {
+  MutexLock lock(mutex);
+  tipVisible = value;
 }
 
 void Annotation::Destroy() {

@@ -1,7 +1,5 @@
 #include <algorithm>
-#include <array>
-#include <cmath>
-#include <span>
+#include <cstdlib>
 
 #include <parchlet/Annotation.h>
 #include <parchlet/Utils.h>
@@ -32,36 +30,39 @@ std::int64_t Farthest(const RECT& box) {
       {distance(box.left), distance(box.top), distance(box.right), distance(box.bottom)});
 }
 
-// Whether segments in these two boxes are too far apart to be found crossing.
-bool CannotCross(const RECT& a, const RECT& b) {
-  const std::int64_t farthest = std::max(Farthest(a), Farthest(b));
+// The box that a segment's box must meet to be found crossing a segment within `eraser`; the
+// segment itself lies within `mark`.
+RECT CrossableArea(const RECT& eraser, const RECT& mark) {
+  const std::int64_t farthest = std::max(Farthest(eraser), Farthest(mark));
   if (farthest > kFarthestTabled) {
-    return false;
+    return ReachTable::kEverywhere;
   }
-  const std::int64_t extents =
-      std::int64_t{a.right} - a.left + a.bottom - a.top + b.right - b.left + b.bottom - b.top;
-  const std::int64_t margin = CrossingMargin(farthest, extents);
-  return a.left - margin > b.right || b.left - margin > a.right || a.top - margin > b.bottom ||
-         b.top - margin > a.bottom;
+  const std::int64_t extents = std::int64_t{eraser.right} - eraser.left + eraser.bottom -
+                               eraser.top + mark.right - mark.left + mark.bottom - mark.top;
+  const auto margin = static_cast<LONG>(CrossingMargin(farthest, extents));
+  return {eraser.left - margin, eraser.top - margin, eraser.right + margin, eraser.bottom + margin};
 }
 
-// Asks `hits` about every two neighbours of every connected sub-model; the joins between sub-models
-// are not part of it.
-template <class Hits>
-int AnySegment(const Annotation::SubModels& points, const Hits& hits) {
+bool DoMeet(const RECT& a, const RECT& b) {
+  return a.left <= b.right && b.left <= a.right && a.top <= b.bottom && b.top <= a.bottom;
+}
+
+constexpr std::size_t kSegmentsABox = 16;
+
+// Calls `visit` with every connected sub-model's points until it gives true.
+template <class Visit>
+bool AnyConnected(const Annotation::SubModels& points, const Visit& visit) {
   unsigned int next = 0;
   for (const auto& [number, list] : points) {
     if (number != next) {
-      break;
+      return false;
     }
     ++next;
-    for (std::size_t i = 1; i < list.size(); ++i) {
-      if (hits(PixelAt(list[i - 1]), PixelAt(list[i]))) {
-        return 1;
-      }
+    if (visit(list)) {
+      return true;
     }
   }
-  return 0;
+  return false;
 }
 
 }  // namespace
@@ -82,6 +83,47 @@ int Annotation::FindAnnotation(const AnnotationPoint& p, bool useFrame) const {
   }
   return type == AnnotationTypePicture ? FindPictureAnnotation(PixelAt(p), useFrame)
                                        : FindShapeAnnotation(PixelAt(p), useFrame);
+}
+
+void Annotation::FillSegmentBoxes() const {
+  AnyConnected(points, [this](const std::vector<AnnotationPoint>& list) PARCHLET_REQUIRES(mutex) {
+    for (std::size_t start = 0; start + 1 < list.size(); start += kSegmentsABox) {
+      const std::size_t last = std::min(start + kSegmentsABox, list.size() - 1);
+      RECT box = kNoBox;
+      for (std::size_t i = start; i <= last; ++i) {
+        Extend(box, PixelAt(list[i]));
+      }
+      segmentBoxes.push_back(box);
+    }
+    return false;
+  });
+}
+
+// The joins between sub-models are no segments.
+template <class Hits>
+int Annotation::AnySegment(const RECT& area, const Hits& hits) const {
+  if (!DoMeet(area, pixelBox)) {
+    return 0;
+  }
+  if (segmentBoxes.empty()) {
+    FillSegmentBoxes();
+  }
+  auto box = segmentBoxes.begin();
+  const bool isHit = AnyConnected(points, [&](const std::vector<AnnotationPoint>& list) {
+    for (std::size_t start = 0; start + 1 < list.size(); start += kSegmentsABox) {
+      if (!DoMeet(area, *box++)) {
+        continue;
+      }
+      const std::size_t last = std::min(start + kSegmentsABox, list.size() - 1);
+      for (std::size_t i = start; i < last; ++i) {
+        if (hits(PixelAt(list[i]), PixelAt(list[i + 1]))) {
+          return true;
+        }
+      }
+    }
+    return false;
+  });
+  return isHit ? 1 : 0;
 }
 
 POINT Annotation::FirstPixel() const {
@@ -181,20 +223,19 @@ int Annotation::FindTriangle(POINT at) const {
 }
 
 int Annotation::FindPath(POINT from, POINT to) const {
-  if (CannotCross(BoxOf(from, to), pixelBox)) {
-    return 0;
-  }
-  return AnySegment(points,
-                    [&](POINT a, POINT b) { return Utils::IsLineIntersect(from, to, a, b); });
+  const RECT area = CrossableArea(BoxOf(from, to), pixelBox);
+  return AnySegment(area, [&](POINT a, POINT b) {
+    return DoMeet(area, BoxOf(a, b)) && Utils::IsLineIntersect(from, to, a, b);
+  });
 }
 
 int Annotation::FindPath(POINT at) const {
   const int width = ClampedWidth(pen);
-  if (!IsInBox(at, pixelBox, HalfWidth(pen))) {
-    return 0;
-  }
-  return AnySegment(points,
-                    [&](POINT a, POINT b) { return Utils::IsPointOnLine(at, a, b, width); });
+  const int half = HalfWidth(pen);
+  const RECT area = {
+      SaturatingPixel(std::int64_t{at.x} - half), SaturatingPixel(std::int64_t{at.y} - half),
+      SaturatingPixel(std::int64_t{at.x} + half), SaturatingPixel(std::int64_t{at.y} + half)};
+  return AnySegment(area, [&](POINT a, POINT b) { return Utils::IsPointOnLine(at, a, b, width); });
 }
 
 int Annotation::IsInSelectRect(const RECT& rect) const {

@@ -37,6 +37,7 @@ void Annotation::AddPoint(AnnotationPoint point) {
   } else {
     list.push_back(point);
     Extend(pixelBox, {point.x, point.y});
+    segmentBoxes.clear();
     PublishReach();
   }
 }
@@ -117,6 +118,7 @@ void Annotation::PointsReplaced() {
 
 void Annotation::RecomputePixelBox() {
   const RECT before = std::exchange(pixelBox, kNoBox);
+  segmentBoxes.clear();
   for (const auto& [number, list] : points) {
     for (const AnnotationPoint& point : list) {
       Extend(pixelBox, {point.x, point.y});
@@ -148,8 +150,10 @@ void Annotation::PublishReach() {
   constexpr LONG kHalfPen = 17;
   const bool isTriangle =
       subType == AnnotationSubTypeTriangle || subType == AnnotationSubTypeRightTriangle;
-  const bool isFar = pixelBox.left < -kFarthestTabled || pixelBox.top < -kFarthestTabled ||
-                     pixelBox.right > kFarthestTabled || pixelBox.bottom > kFarthestTabled;
+  // The widened box must lie within the table's range too, or the margin would not know of it.
+  constexpr LONG kFarthest = kFarthestTabled - kHalfPen;
+  const bool isFar = pixelBox.left < -kFarthest || pixelBox.top < -kFarthest ||
+                     pixelBox.right > kFarthest || pixelBox.bottom > kFarthest;
   RECT hit = pixelBox;
   if (!IsEmptyBox(pixelBox)) {
     hit = isTriangle || isFar ? ReachTable::kEverywhere

@@ -1,5 +1,7 @@
 #include "page/DibSection.h"
 
+#include <algorithm>
+#include <cstdint>
 #include <cstdlib>
 #include <utility>
 
@@ -15,7 +17,8 @@ int DibSection::Create(HDC dc, int width, int height, int bitsPerPixel, bool bot
   BITMAPINFOHEADER& info = header.bmiHeader;
   info.biSize = sizeof(BITMAPINFOHEADER);
   info.biWidth = width;
-  info.biHeight = bottomUp ? std::abs(height) : -std::abs(height);
+  const int rows = -std::abs(std::max(height, -INT32_MAX));  // the lowest number has no opposite
+  info.biHeight = bottomUp ? -rows : rows;
   info.biPlanes = 1;
   info.biBitCount = static_cast<WORD>(bitsPerPixel);
   info.biCompression = BI_RGB;

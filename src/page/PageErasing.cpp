@@ -3,17 +3,10 @@
 #include "annotation/PixelMath.h"
 #include "page/AnnotationPage.h"
 
-// A mark that a search may find, and its place in the paint order.
-struct AnnotationPage::Candidate {
-  PaintPlace place;
-  Annotation* annotation;
-
-  bool IsAbove(const Candidate& other) const {
-    return place.entry->order != other.place.entry->order
-               ? place.entry->order > other.place.entry->order
-               : place.number > other.place.number;
-  }
-};
+bool AnnotationPage::PaintPlace::IsAbove(const PaintPlace& other) const {
+  return entry->order != other.entry->order ? entry->order > other.entry->order
+                                            : number > other.number;
+}
 
 namespace {
 
@@ -32,23 +25,20 @@ std::vector<std::size_t>& EmptySlots() {
 
 }  // namespace
 
-std::vector<AnnotationPage::Candidate> AnnotationPage::TopmostFirst(
+std::vector<AnnotationPage::PaintPlace> AnnotationPage::TopmostFirst(
     const std::vector<std::size_t>& slots, const std::string& userId,
     const std::string& userSubId) const {
-  std::vector<Candidate> candidates;
+  std::vector<PaintPlace> places;
   for (const std::size_t slot : slots) {
     const PaintPlace& place = paintPlaces[slot];
-    if (place.entry == nullptr || !PassesFilters(*place.entry, userId, userSubId)) {
-      continue;
-    }
-    Annotation* annotation = FindConfirmed(place.entry->userId, place.entry->annotationId);
-    if (annotation != nullptr && annotation->IsErased() == 0) {
-      candidates.push_back({place, annotation});
+    if (place.entry != nullptr && PassesFilters(*place.entry, userId, userSubId) &&
+        place.annotation->IsErased() == 0) {
+      places.push_back(place);
     }
   }
-  std::sort(candidates.begin(), candidates.end(),
-            [](const Candidate& a, const Candidate& b) { return a.IsAbove(b); });
-  return candidates;
+  std::sort(places.begin(), places.end(),
+            [](const PaintPlace& a, const PaintPlace& b) { return a.IsAbove(b); });
+  return places;
 }
 
 Annotation* AnnotationPage::FindAtPoint(const std::string& userId, const std::string& userSubId,
@@ -59,9 +49,9 @@ Annotation* AnnotationPage::FindAtPoint(const std::string& userId, const std::st
   } else {
     reachTable.FindTouched({point.x, point.y, point.x, point.y}, slots);
   }
-  for (const Candidate& candidate : TopmostFirst(slots, userId, userSubId)) {
-    if (candidate.annotation->FindAnnotation(point, useFrame) != 0) {
-      return candidate.annotation;
+  for (const PaintPlace& place : TopmostFirst(slots, userId, userSubId)) {
+    if (place.annotation->FindAnnotation(point, useFrame) != 0) {
+      return place.annotation;
     }
   }
   return nullptr;
@@ -74,9 +64,9 @@ std::vector<Annotation*> AnnotationPage::FindOnSegment(const std::string& userId
   std::vector<std::size_t>& slots = EmptySlots();
   reachTable.FindTouched(BoxOf({from.x, from.y}, {to.x, to.y}), slots);
   std::vector<Annotation*> found;
-  for (const Candidate& candidate : TopmostFirst(slots, userId, userSubId)) {
-    if (candidate.annotation->FindAnnotation(from, to) != 0) {
-      found.push_back(candidate.annotation);
+  for (const PaintPlace& place : TopmostFirst(slots, userId, userSubId)) {
+    if (place.annotation->FindAnnotation(from, to) != 0) {
+      found.push_back(place.annotation);
     }
   }
   return found;

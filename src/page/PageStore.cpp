@@ -108,7 +108,7 @@ Annotation* AnnotationPage::Adopt(Annotation* annotation, AnnotationMap& authore
 }
 
 void AnnotationPage::AddToReachTable(Annotation* annotation) {
-  paintPlaces.emplace_back();
+  paintPlaces.push_back({annotation, nullptr, 0});
   annotation->ReportReach(reachTable, reachTable.Add());
 }
 

@@ -81,11 +81,14 @@ bool AnnotationPage::CreateMemoryContext() {
 
 void AnnotationPage::CreateGraphics() {
   graphics.reset();
-  graphics.reset(new (std::nothrow) Gdiplus::Graphics(memoryDC));
-  if (graphics != nullptr && graphics->GetLastStatus() != Gdiplus::Ok) {
-    graphics.reset();
+  try {
+    graphics = std::make_unique<Gdiplus::Graphics>(memoryDC);
+  } catch (const std::bad_alloc&) {
+    return;  // a page that cannot paint is not ready, and no call throws for it
   }
-  if (graphics != nullptr) {
+  if (graphics->GetLastStatus() != Gdiplus::Ok) {
+    graphics.reset();
+  } else {
     graphics->SetSmoothingMode(Gdiplus::SmoothingModeAntiAlias);
   }
 }

@@ -4,6 +4,7 @@
 #include <gtest/gtest.h>
 
 #include <sstream>
+#include <variant>
 
 #include "replay/Failure.h"
 
@@ -32,6 +33,10 @@ std::string MarkWith(const std::string& points) {
   return R"({"kind":"path","color":"#FF000000","width":2,"points":)" + points + "}";
 }
 
+const Mark& MarkAt(const Board& board, std::size_t step) {
+  return std::get<Mark>(board.steps.at(step).action);
+}
+
 constexpr const char* kGoodLine =
     R"({"kind":"line","color":"#80fFa501","width":30,"points":[[0,0],[1919.5,-7]]})";
 
@@ -41,24 +46,44 @@ TEST(BoardTest, EveryMarkOfAFileIsRead) {
            R"({"points":[[1920,1080]],"width":1.0,"color":"#00000001","kind":"path"})" + "\n" +
            R"({"kind":"rectangle","color":"#FF000000","width":2,"points":[[1,2],[3,4]]})" + "\n" +
            R"({"kind":"ellipse","color":"#FF000000","width":2,"points":[[1,2],[1,2]]})");
-  ASSERT_EQ(board.marks.size(), 4U);
-  const Mark& line = board.marks[0];
+  ASSERT_EQ(board.steps.size(), 4U);
+  const Mark& line = MarkAt(board, 0);
   EXPECT_EQ(line.kind, MarkKind::kLine);
   EXPECT_EQ(line.color, 0x80FFA501U);
   EXPECT_EQ(line.width, 30);
   ASSERT_EQ(line.points.size(), 2U);
   EXPECT_EQ(line.points[1].x, 1919.5);
   EXPECT_EQ(line.points[1].y, -7.0);
-  EXPECT_EQ(board.marks[1].kind, MarkKind::kPath);
-  EXPECT_EQ(board.marks[1].color, 1U);
-  EXPECT_EQ(board.marks[1].width, 1);
-  EXPECT_EQ(board.marks[2].kind, MarkKind::kRectangle);
-  EXPECT_EQ(board.marks[3].kind, MarkKind::kEllipse);
+  EXPECT_EQ(MarkAt(board, 1).kind, MarkKind::kPath);
+  EXPECT_EQ(MarkAt(board, 1).color, 1U);
+  EXPECT_EQ(MarkAt(board, 1).width, 1);
+  EXPECT_EQ(MarkAt(board, 2).kind, MarkKind::kRectangle);
+  EXPECT_EQ(MarkAt(board, 3).kind, MarkKind::kEllipse);
   EXPECT_EQ(board.PointCount(), 7U);
 }
 
+TEST(BoardTest, GesturesAreReadWithTheirPointsAndLines) {
+  const Board board = Read(R"({"erase":[[1,2]]})"
+                           "\n\n"
+                           R"({"select":[[0,1080],[-5.5,3000]]})"
+                           "\n"
+                           R"({"move":[[1,2],[3,4],[5,6]]})"
+                           "\n"
+                           R"({"clear":"mine"})"
+                           "\n"
+                           R"({"clear":"all"})");
+  ASSERT_EQ(board.steps.size(), 5U);
+  EXPECT_EQ(std::get<Erasure>(board.steps[0].action).points.size(), 1U);
+  EXPECT_EQ(std::get<Selection>(board.steps[1].action).points.back().x, -5.5);
+  EXPECT_EQ(board.steps[1].line, 3U);
+  EXPECT_EQ(std::get<Drag>(board.steps[2].action).points.back().y, 6.0);
+  EXPECT_EQ(std::get<Clearing>(board.steps[3].action), Clearing::kMine);
+  EXPECT_EQ(std::get<Clearing>(board.steps[4].action), Clearing::kAll);
+  EXPECT_EQ(board.PointCount(), 6U);
+}
+
 TEST(BoardTest, AnEmptyFileIsAnEmptyBoard) {
-  EXPECT_TRUE(Read("").marks.empty());
+  EXPECT_TRUE(Read("").steps.empty());
 }
 
 TEST(BoardTest, AMessageNamesTheFileAndTheLine) {
@@ -72,16 +97,16 @@ struct BadLine {
   const char* reason;
 };
 
-TEST(BoardTest, AnythingThatIsNotAMarkIsRefusedWithItsReason) {
+TEST(BoardTest, AnythingThatIsNotAStepIsRefusedWithItsReason) {
   const std::string deep(100'000, '[');
   const BadLine badLines[] = {
       {"{\"kind\":\"path\"} x", "not valid JSON"},
       {"{\"kind\":\"\xFF\"}", "not valid JSON"},
       {std::string("{\"kind\"\0:1}", 11), "not valid JSON"},
       {deep, "not valid JSON"},
-      {deep + std::string(deep.size(), ']'), "a mark is a JSON object"},
-      {"[]", "a mark is a JSON object"},
-      {"null", "a mark is a JSON object"},
+      {deep + std::string(deep.size(), ']'), "a line is one JSON object"},
+      {"[]", "a line is one JSON object"},
+      {"null", "a line is one JSON object"},
       {"{}", "\"kind\" is missing"},
       {R"({"kind":"path","color":"#FF000000","width":2})", "\"points\" is missing"},
       {R"({"kind":"path","color":"#FF000000","width":2,"points":[[1,1]],"fill":1})", "no others"},
@@ -113,6 +138,22 @@ TEST(BoardTest, AnythingThatIsNotAMarkIsRefusedWithItsReason) {
       {R"({"kind":"line","color":"#FF000000","width":2,"points":[[1,1]]})", "two points, not 1"},
       {R"({"kind":"ellipse","color":"#FF000000","width":2,"points":[[1,1],[2,2],[3,3]]})",
        "two points, not 3"},
+      {R"({"erase":[]})", "\"erase\" needs 1 point or more"},
+      {R"({"erase":{"x":1,"y":1}})", "\"erase\" must be a list of points"},
+      {R"({"erase":[[1,1],["2",3]]})", "point 2 must be"},
+      {R"({"erase":[[-1,1],[2,3]]})", "the first point must lie on the page"},
+      {R"({"erase":[[1,1]],"width":3})", "\"erase\" stands alone"},
+      {R"({"kind":"path","color":"#FF000000","width":2,"points":[[1,1]],"clear":"all"})",
+       "\"clear\" stands alone"},
+      {R"({"select":[[1,1]]})", "\"select\" needs 2 points or more"},
+      {R"({"select":[[1,1],[2,2],[3,3]]})", "\"select\" has two points, not 3"},
+      {R"({"select":[[1,1081],[2,2]]})", "the first point must lie on the page"},
+      {R"({"move":[[1,1]]})", "\"move\" needs 2 points or more"},
+      {R"({"move":[[1921,1],[2,2]]})", "the first point must lie on the page"},
+      {R"({"move":"right"})", "\"move\" must be a list of points"},
+      {R"({"clear":"theirs"})", "\"clear\" must be mine or all"},
+      {R"({"clear":true})", "\"clear\" must be mine or all"},
+      {R"({"undo":1})", "\"kind\" is missing"},
   };
   for (const BadLine& bad : badLines) {
     EXPECT_THAT(MessageOf(bad.line), HasSubstr(bad.reason)) << bad.line.substr(0, 100);
@@ -122,7 +163,7 @@ TEST(BoardTest, AnythingThatIsNotAMarkIsRefusedWithItsReason) {
 TEST(BoardTest, TheLongestLineIsReadAndALongerOneIsNot) {
   const std::string mark = MarkWith("[[1,1]]");
   const std::string longest = mark + std::string(kMaxLineBytes - mark.size(), ' ');
-  EXPECT_EQ(Read(longest).marks.size(), 1U);
+  EXPECT_EQ(Read(longest).steps.size(), 1U);
   EXPECT_THAT(MessageOf(mark + "\n" + longest + " "),
               testing::AllOf(StartsWith("a.jsonl:2: "), HasSubstr("longer than")));
 }

@@ -6,19 +6,33 @@
 namespace {
 
 constexpr int kMaxSide = 32767;
-constexpr std::size_t kMaxPixels = std::size_t{1} << 28;  // 1 GiB
+constexpr std::int64_t kMaxPixels = std::int64_t{1} << 28;  // 1 GiB
 
 std::uint64_t NextSerial() {
   static std::atomic<std::uint64_t> last{0};
   return ++last;
 }
 
-bool IsUsableSize(LONG width, LONG height) {
-  return width >= 1 && height >= 1 && width <= kMaxSide && height <= kMaxSide &&
-         static_cast<std::size_t>(width) * static_cast<std::size_t>(height) <= kMaxPixels;
+// A zeroed section, or null when memory runs out.
+HBITMAP MakeSection(int width, int height) {
+  std::unique_ptr<PixelSection> bitmap(new (std::nothrow) PixelSection);
+  if (bitmap == nullptr) {
+    return nullptr;
+  }
+  const auto count = static_cast<std::size_t>(width) * static_cast<std::size_t>(height);
+  bitmap->serial = NextSerial();
+  bitmap->width = width;
+  bitmap->height = height;
+  bitmap->pixels.reset(new (std::nothrow) std::uint32_t[count]());
+  return bitmap->pixels != nullptr ? bitmap.release() : nullptr;
 }
 
 }  // namespace
+
+bool IsUsableSize(std::int64_t width, std::int64_t height) {
+  return width >= 1 && height >= 1 && width <= kMaxSide && height <= kMaxSide &&
+         width * height <= kMaxPixels;
+}
 
 HDC CreateCompatibleDC(HDC dc) {
   if (dc == nullptr) {
@@ -59,21 +73,13 @@ HBITMAP CreateDIBSection(HDC dc, const BITMAPINFO* info, UINT usage, void** bits
   if (dc == nullptr || !known || !IsUsableSize(header.biWidth, -header.biHeight)) {
     return nullptr;
   }
-  std::unique_ptr<PixelSection> bitmap(new (std::nothrow) PixelSection);
-  if (bitmap == nullptr) {
-    return nullptr;
-  }
-  bitmap->serial = NextSerial();
-  bitmap->width = header.biWidth;
-  bitmap->height = -header.biHeight;
-  const auto count =
-      static_cast<std::size_t>(bitmap->width) * static_cast<std::size_t>(bitmap->height);
-  bitmap->pixels.reset(new (std::nothrow) std::uint32_t[count]());
-  if (bitmap->pixels == nullptr) {
-    return nullptr;
-  }
-  *bits = bitmap->pixels.get();
-  return bitmap.release();
+  HBITMAP bitmap = MakeSection(header.biWidth, -header.biHeight);
+  *bits = bitmap != nullptr ? bitmap->pixels.get() : nullptr;
+  return bitmap;
+}
+
+HBITMAP CreateCompatibleBitmap(HDC dc, int width, int height) {
+  return dc != nullptr && IsUsableSize(width, height) ? MakeSection(width, height) : nullptr;
 }
 
 PixelView GetPixels(HDC dc) {

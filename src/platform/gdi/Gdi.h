@@ -52,19 +52,29 @@ struct PixelSection {
   int height = 0;
   std::unique_ptr<std::uint32_t[]> pixels;
   std::uint64_t serial = 0;   // never given to another section
-  std::uint64_t version = 0;  // grows whenever the painter changes pixels
+  std::uint64_t version = 0;  // grows whenever pixels change
   std::vector<RECT> changed;  // what may differ from the version before
+
+  // Starts a new version. Whoever writes pixels lists the areas in `changed`.
+  void BeginChange() {
+    ++version;
+    changed.clear();
+  }
 };
 using HBITMAP = PixelSection*;
 using HGDIOBJ = void*;
 
 // A device context: a memory context draws on the bitmap selected into it; a window's context is
-// only a proof that the window lives.
+// only a proof that the window lives; a display's context is copied from.
 struct DeviceContext {
   PixelSection initial;  // what a memory context holds before anything is selected: no pixels
   HBITMAP selected = nullptr;
+  RECT displayArea = {};  // a display's place on the screen; empty for the other contexts
 };
 using HDC = DeviceContext*;
+
+// True for a size that surfaces and frames may have: 1 to 32767 pixels a side and at most 1 GiB.
+bool IsUsableSize(std::int64_t width, std::int64_t height);
 
 // A memory context like `dc`; null for a null `dc`. The caller ends it with DeleteDC.
 HDC CreateCompatibleDC(HDC dc);
@@ -75,10 +85,14 @@ HGDIOBJ SelectObject(HDC dc, HGDIOBJ bitmap);
 BOOL DeleteObject(HGDIOBJ bitmap);
 
 // Makes a zeroed section, 32 bits a pixel, top-down, and stores its memory in `*bits`. Null, and
-// null bits, for any other format and for a size that cannot be had: a side of more than 32767
-// pixels or more than 1 GiB. `section` is null and `offset` 0.
+// null bits, for any other format and for a size that is not usable or cannot be had. `section` is
+// null and `offset` 0.
 HBITMAP CreateDIBSection(HDC dc, const BITMAPINFO* info, UINT usage, void** bits, void* section,
                          DWORD offset);
+
+// Makes a zeroed bitmap, 32 bits a pixel. Null for a null `dc` and for a size that cannot be had,
+// as above.
+HBITMAP CreateCompatibleBitmap(HDC dc, int width, int height);
 
 // The pixels that drawing on `dc` writes; empty for a context without any.
 PixelView GetPixels(HDC dc);

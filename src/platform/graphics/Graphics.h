@@ -22,7 +22,14 @@ namespace Gdiplus {
 using ARGB = std::uint32_t;
 using REAL = float;
 
-enum Status { Ok = 0, GenericError = 1, InvalidParameter = 2, OutOfMemory = 3 };
+enum Status {
+  Ok = 0,
+  GenericError = 1,
+  InvalidParameter = 2,
+  OutOfMemory = 3,
+  Win32Error = 7,
+  FontFamilyNotFound = 14
+};
 enum Unit { UnitWorld = 0, UnitPixel = 2 };
 enum SmoothingMode { SmoothingModeAntiAlias = 4 };
 enum FlushIntention { FlushIntentionFlush = 0, FlushIntentionSync = 1 };
@@ -48,6 +55,11 @@ struct Rect {
   INT X, Y, Width, Height;
 };
 
+struct RectF {
+  RectF(REAL x, REAL y, REAL width, REAL height) : X(x), Y(y), Width(width), Height(height) {}
+  REAL X, Y, Width, Height;
+};
+
 class Pen {
  public:
   explicit Pen(const Color& color, REAL width = 1.0F) : color(color), width(width) {}
@@ -68,6 +80,10 @@ class SolidBrush {
   Color color;
 };
 
+class EncoderParameters;
+class Font;
+class StringFormat;
+
 // A picture loaded from a file or a stream. One that could not be loaded has a failed status and
 // the size 0 x 0, and draws nothing.
 class Image {
@@ -83,10 +99,20 @@ class Image {
   UINT GetHeight();
   // Writes the identifier of the format that the picture was stored in.
   Status GetRawFormat(GUID* format);
+  // A new image of that size, for the caller to delete. The size is the image's own, so it is a
+  // copy; it shares the pixels, which never change. Null for any other size.
+  Image* GetThumbnailImage(UINT width, UINT height);
+  // Writes the image to a file with the encoder of that identifier; see GetImageEncoders. A failure
+  // leaves an existing file as it was and nothing else behind. `parameters` is null.
+  Status Save(const wchar_t* path, const GUID* encoder,
+              const EncoderParameters* parameters = nullptr);
   Status GetLastStatus();
 
   const Picture& Pixels() const { return *picture; }
   std::shared_ptr<const Picture> SharedPixels() const { return picture; }
+
+ protected:
+  explicit Image(std::shared_ptr<const Picture> picture);
 
  private:
   std::shared_ptr<const Picture> picture;
@@ -113,6 +139,11 @@ class Graphics {
   // Stretches the source rectangle, in pixels, into `destination`.
   Status DrawImage(Image* image, const Rect& destination, INT sourceX, INT sourceY, INT sourceWidth,
                    INT sourceHeight, Unit unit);
+  // Draws zero-terminated UTF-16 text from `area`'s top left corner. `length` is -1 and the area's
+  // extent 0 x 0: the text is neither wrapped nor clipped. InvalidParameter, and nothing drawn, for
+  // a font that is not available.
+  Status DrawString(const wchar_t* text, INT length, const Font* font, const RectF& area,
+                    const StringFormat* format, const SolidBrush* brush);
   // Completes all drawing under way; with either intention, before it returns.
   void Flush(FlushIntention intention = FlushIntentionFlush);
   // The status of the last failed call since it was last asked for.

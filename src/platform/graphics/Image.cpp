@@ -2,6 +2,7 @@
 #include <cstdio>
 #include <memory>
 #include <span>
+#include <utility>
 #include <vector>
 
 #include "platform/graphics/Graphics.h"
@@ -83,13 +84,14 @@ GUID RawFormatOf(PictureFormat format) {
 
 }  // namespace
 
+Image::Image(std::shared_ptr<const Picture> picture)
+    : picture(std::move(picture)), lastStatus(this->picture->width > 0 ? Ok : InvalidParameter) {}
+
 Image::Image(const wchar_t* path)
-    : picture(std::make_shared<const Picture>(DecodePicture(ReadFile(path)))),
-      lastStatus(picture->width > 0 ? Ok : InvalidParameter) {}
+    : Image(std::make_shared<const Picture>(DecodePicture(ReadFile(path)))) {}
 
 Image::Image(IStream* stream)
-    : picture(std::make_shared<const Picture>(DecodePicture(ReadStream(stream)))),
-      lastStatus(picture->width > 0 ? Ok : InvalidParameter) {}
+    : Image(std::make_shared<const Picture>(DecodePicture(ReadStream(stream)))) {}
 
 Image::~Image() = default;
 
@@ -99,6 +101,14 @@ UINT Image::GetWidth() {
 
 UINT Image::GetHeight() {
   return static_cast<UINT>(picture->height);
+}
+
+Image* Image::GetThumbnailImage(UINT width, UINT height) {
+  if (picture->width == 0 || width != GetWidth() || height != GetHeight()) {
+    lastStatus = InvalidParameter;
+    return nullptr;
+  }
+  return new Image(picture);
 }
 
 Status Image::GetRawFormat(GUID* format) {

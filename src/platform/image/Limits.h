@@ -3,8 +3,9 @@
 
 #include <cstdint>
 
-// At 4 bytes a pixel this is 256 MiB of decoded picture.
 inline constexpr std::uint64_t kMaxPicturePixels = 64ULL * 1024 * 1024;
+// What kMaxPicturePixels take at 4 bytes each; also what a decoder may hold besides them.
+inline constexpr std::uint64_t kMaxPictureBytes = 4 * kMaxPicturePixels;
 // Bounds the row buffers inside the decoders, which an extremely wide picture would make large.
 inline constexpr std::uint64_t kMaxPictureSide = 1'000'000;
 

@@ -1,27 +1,34 @@
 #include "platform/image/Picture.h"
 
 #include <algorithm>
-#include <array>
+#include <string_view>
 
-#include "platform/image/PngDecoder.h"
+#include "platform/image/Decoders.h"
 
 namespace {
 
-constexpr std::array<std::uint8_t, 8> kPngSignature = {0x89, 'P', 'N', 'G', '\r', '\n', 0x1A, '\n'};
-
-template <std::size_t size>
-bool StartsWith(std::span<const std::byte> bytes, const std::array<std::uint8_t, size>& signature) {
-  return bytes.size() >= size && std::equal(signature.begin(), signature.end(), bytes.begin(),
-                                            [](std::uint8_t expected, std::byte found) {
-                                              return std::byte{expected} == found;
-                                            });
+bool StartsWith(std::span<const std::byte> bytes, std::string_view signature) {
+  return bytes.size() >= signature.size() &&
+         std::equal(signature.begin(), signature.end(), bytes.begin(),
+                    [](char expected, std::byte found) {
+                      return static_cast<std::byte>(expected) == found;
+                    });
 }
 
 }  // namespace
 
 Picture DecodePicture(std::span<const std::byte> bytes) {
-  if (StartsWith(bytes, kPngSignature)) {
+  if (StartsWith(bytes, "\x89PNG\r\n\x1A\n")) {
     return DecodePng(bytes);
+  }
+  if (StartsWith(bytes, "\xFF\xD8\xFF")) {
+    return DecodeJpeg(bytes);
+  }
+  if (StartsWith(bytes, "GIF87a") || StartsWith(bytes, "GIF89a")) {
+    return DecodeGif(bytes);
+  }
+  if (StartsWith(bytes, "BM")) {
+    return DecodeBmp(bytes);
   }
   return {};
 }

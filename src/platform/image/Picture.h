@@ -30,7 +30,13 @@ struct PictureView {
   std::ptrdiff_t stride = 0;
 };
 
-// Writes a PNG file (8 bits a channel, alpha kept, not premultiplied): first a temporary file
-// beside `path` (UTF-8), then a rename, so that a failure harms no existing file and leaves nothing
-// behind. False for empty pixels or when the file cannot be written.
-bool SavePng(const PictureView& view, const std::string& path);
+enum class PictureEncoder {
+  kPng,   // 8 bits a channel, alpha kept
+  kJpeg,  // quality 90, composed over white
+  kBmp,   // 24 bits a pixel, composed over white
+};
+
+// Writes an image file: first a temporary file beside `path` (UTF-8), then a rename, so that a
+// failure harms no existing file and leaves nothing behind. False for empty pixels, for a size that
+// the format cannot hold and when the file cannot be written.
+bool SavePicture(const PictureView& view, PictureEncoder encoder, const std::string& path);

@@ -39,3 +39,12 @@ constexpr StraightColor Unpremultiply(std::uint32_t pixel) {
   };
   return {scale(16), scale(8), scale(0), static_cast<std::uint8_t>(alpha)};
 }
+
+// What a premultiplied colour looks like on white paper; opaque.
+constexpr StraightColor ComposeOverWhite(std::uint32_t pixel) {
+  const std::uint32_t white = 255 - (pixel >> 24);
+  const auto compose = [white, pixel](int shift) {
+    return static_cast<std::uint8_t>(std::min<std::uint32_t>((pixel >> shift & 0xFF) + white, 255));
+  };
+  return {compose(16), compose(8), compose(0), 255};
+}

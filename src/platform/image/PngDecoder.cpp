@@ -1,11 +1,9 @@
-#include "platform/image/PngDecoder.h"
-
-#include <algorithm>
 #include <csetjmp>
 #include <cstring>
 
 #include <png.h>
 
+#include "platform/image/Decoders.h"
 #include "platform/image/Limits.h"
 #include "platform/image/PixelMath.h"
 

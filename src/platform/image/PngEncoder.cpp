@@ -1,12 +1,9 @@
 #include <csetjmp>
-#include <cstring>
 
 #include <png.h>
 
-#include "platform/image/Limits.h"
-#include "platform/image/Picture.h"
+#include "platform/image/Encoders.h"
 #include "platform/image/PixelMath.h"
-#include "platform/image/ReplacingFile.h"
 
 namespace {
 
@@ -43,11 +40,8 @@ struct Writer {
 };
 
 void ConvertRow(const PictureView& view, int y, png_byte* row) {
-  const auto* source = reinterpret_cast<const std::byte*>(view.pixels) + y * view.stride;
   for (int x = 0; x < view.width; ++x, row += kChannels) {
-    std::uint32_t pixel = 0;
-    std::memcpy(&pixel, source + static_cast<std::ptrdiff_t>(x) * 4, sizeof pixel);
-    const StraightColor color = Unpremultiply(pixel);
+    const StraightColor color = Unpremultiply(PixelAt(view, x, y));
     row[0] = color.red;
     row[1] = color.green;
     row[2] = color.blue;
@@ -75,14 +69,7 @@ bool WritePng(Writer& writer, ReplacingFile& file, const PictureView& view) {
 
 }  // namespace
 
-bool SavePng(const PictureView& view, const std::string& path) {
-  if (view.pixels == nullptr || view.width < 1 || view.height < 1) {
-    return false;
-  }
-  ReplacingFile file(path);
-  if (!file.IsOpen()) {
-    return false;
-  }
+bool EncodePng(const PictureView& view, ReplacingFile& file) {
   Writer writer(view.width);
-  return writer.info != nullptr && WritePng(writer, file, view) && file.Commit();
+  return writer.info != nullptr && WritePng(writer, file, view);
 }

@@ -7,10 +7,33 @@
 
 #include <parchlet/LayeredWindow.h>
 
-struct MemoryWindow::State final : LayeredWindow {
+#include "platform/display/DesktopLayers.h"
+#include "platform/display/ScreenArea.h"
+
+namespace {
+
+std::uint32_t BlendPixel(std::uint32_t over, std::uint32_t under) {
+  const std::uint32_t rest = 255 - (over >> 24);
+  const auto channel = [=](int shift) {
+    const std::uint32_t sum = (over >> shift & 0xFF) + ((under >> shift & 0xFF) * rest + 127) / 255;
+    return std::min<std::uint32_t>(sum, 255) << shift;
+  };
+  return channel(24) | channel(16) | channel(8) | channel(0);
+}
+
+}  // namespace
+
+struct MemoryWindow::State final : LayeredWindow, DesktopLayer {
   explicit State(const RECT& screenRect) : screenRect(screenRect) {
     handle = RegisterLayeredWindow(*this);
+    AddDesktopLayer(*this);
   }
+  ~State() {
+    RemoveDesktopLayer(*this);
+    UnregisterLayeredWindow(handle);
+  }
+  State(const State&) = delete;
+  State& operator=(const State&) = delete;
 
   RECT GetScreenRect() const override {
     const std::lock_guard lock(mutex);
@@ -28,17 +51,18 @@ struct MemoryWindow::State final : LayeredWindow {
   }
 
   void Copy(const LayeredFrame& pushed) {
-    const RECT whole = {0, 0, pushed.width, pushed.height};
-    if (frame.width != pushed.width || frame.height != pushed.height) {
-      frame.width = pushed.width;
-      frame.height = pushed.height;
-      frame.pixels.resize(static_cast<std::size_t>(pushed.width) * pushed.height);
-      CopyArea(pushed, whole);
+    if (frame.width == pushed.width && frame.height == pushed.height) {
+      for (std::size_t i = 0; i < pushed.changedCount; ++i) {
+        CopyArea(pushed, pushed.changed[i]);
+      }
       return;
     }
-    for (std::size_t i = 0; i < pushed.changedCount; ++i) {
-      CopyArea(pushed, pushed.changed[i]);
-    }
+    // First, as memory may run out: the frame then stays as it was.
+    frame.pixels.resize(static_cast<std::size_t>(pushed.width) *
+                        static_cast<std::size_t>(pushed.height));
+    frame.width = pushed.width;
+    frame.height = pushed.height;
+    CopyArea(pushed, {0, 0, pushed.width, pushed.height});
   }
 
   void CopyArea(const LayeredFrame& pushed, const RECT& area) {
@@ -46,6 +70,25 @@ struct MemoryWindow::State final : LayeredWindow {
       const std::uint32_t* row = pushed.pixels + y * (pushed.stride / 4);
       std::copy(row + area.left, row + area.right,
                 frame.pixels.data() + static_cast<std::ptrdiff_t>(y) * frame.width + area.left);
+    }
+  }
+
+  void BlendOver(const RECT& area, std::uint32_t* pixels) const override {
+    const std::lock_guard lock(mutex);
+    const RECT window = screenRect;
+    const RECT content = {window.left, window.top,
+                          static_cast<LONG>(std::min<std::int64_t>(
+                              window.right, std::int64_t{window.left} + frame.width)),
+                          static_cast<LONG>(std::min<std::int64_t>(
+                              window.bottom, std::int64_t{window.top} + frame.height))};
+    const RECT shared = Intersect(area, content);
+    for (LONG y = shared.top; y < shared.bottom && shared.left < shared.right; ++y) {
+      const auto row = static_cast<std::size_t>(std::int64_t{y} - window.top);
+      const auto column = static_cast<std::size_t>(std::int64_t{shared.left} - window.left);
+      const std::uint32_t* from =
+          frame.pixels.data() + row * static_cast<std::size_t>(frame.width) + column;
+      std::uint32_t* to = pixels + OffsetIn(area, shared.left, y);
+      std::transform(from, from + WidthOf(shared), to, to, BlendPixel);
     }
   }
 
@@ -59,9 +102,7 @@ struct MemoryWindow::State final : LayeredWindow {
 
 MemoryWindow::MemoryWindow(const RECT& screenRect) : state(std::make_unique<State>(screenRect)) {}
 
-MemoryWindow::~MemoryWindow() {
-  UnregisterLayeredWindow(state->handle);
-}
+MemoryWindow::~MemoryWindow() = default;
 
 HWND MemoryWindow::Handle() const {
   return state->handle;

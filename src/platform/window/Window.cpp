@@ -10,8 +10,6 @@
 
 namespace {
 
-constexpr std::int64_t kMaxSide = 32767;
-
 // The frame that a window shows.
 struct ShownFrame {
   std::uint64_t serial = 0;  // of its section; 0: none
@@ -187,12 +185,13 @@ bool Push(Registration& registration, const PixelSection& section, int width, in
   }
   frame.changed = registration.changed.data();
   frame.changedCount = registration.changed.size();
-  registration.shown = {section.serial, section.version, width, height};
-  const bool presented = registration.window.Present(frame);
-  if (!presented) {
-    registration.shown = {};  // nobody knows what the window shows now
+  // Until the window has taken the frame, nobody knows what it shows.
+  registration.shown = {};
+  if (!registration.window.Present(frame)) {
+    return false;
   }
-  return presented;
+  registration.shown = {section.serial, section.version, width, height};
+  return true;
 }
 
 }  // namespace
@@ -231,8 +230,7 @@ BOOL UpdateLayeredWindow(HWND window, HDC /*destination*/, POINT* /*position*/, 
                          BLENDFUNCTION* /*blend*/, DWORD /*flags*/) {
   const WindowUse use(window);
   const PixelView surface = GetPixels(source);
-  if (use.Get() == nullptr || surface.pixels == nullptr || size->cx < 1 || size->cy < 1 ||
-      size->cx > kMaxSide || size->cy > kMaxSide) {
+  if (use.Get() == nullptr || surface.pixels == nullptr || !IsUsableSize(size->cx, size->cy)) {
     return 0;
   }
   return Push(*use.Get(), *source->selected, size->cx, size->cy) ? 1 : 0;

@@ -29,8 +29,8 @@ BOOL GetWindowRect(HWND window, RECT* rect);
 
 // Pushes the pixels of `source`, from its origin, at the window's size `*size`: what lies past them
 // is transparent. Gives what the window's Present gave; 0 for a dead handle, a context without
-// pixels or an empty or unreasonable size (over 32767 a side). The other arguments keep the
-// engine's one use: the source point is (0, 0), the blend is source-over with per-pixel alpha.
-// Blocks the window's unregistering while it runs.
+// pixels or a size that is not usable. The other arguments keep the engine's one use: the source
+// point is (0, 0), the blend is source-over with per-pixel alpha. Blocks the window's unregistering
+// while it runs.
 BOOL UpdateLayeredWindow(HWND window, HDC destination, POINT* position, SIZE* size, HDC source,
                          POINT* sourcePoint, COLORREF key, BLENDFUNCTION* blend, DWORD flags);

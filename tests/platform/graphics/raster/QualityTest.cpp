@@ -9,8 +9,8 @@
 #include <vector>
 
 #include "ExactCoverage.h"
-#include "frame/Workload.h"
 #include "platform/graphics/raster/Rasterizer.h"
+#include "workload/Workload.h"
 
 namespace {
 

@@ -1,10 +1,10 @@
-#include "Workload.h"
+#include "workload/Workload.h"
 
 #include <algorithm>
 #include <array>
 #include <cmath>
 
-#include "Random.h"
+#include "workload/Random.h"
 
 namespace {
 

@@ -2,12 +2,16 @@
 #pragma once
 
 #include <cstdint>
+#include <memory>
 #include <vector>
 
 #include <parchlet/MemoryWindow.h>
 
 #include "page/AnnotationPage.h"
-#include "Workload.h"
+#include "workload/Workload.h"
+
+// The mark at `index` as a remote participant's annotation, fragment 0 of itself.
+std::unique_ptr<Annotation> MakeAnnotation(const Workload& workload, std::size_t index);
 
 // A page with the marks as four participants' confirmed annotations, and the window it belongs to.
 // One thread's own.
@@ -20,6 +24,8 @@ class EnginePage {
   bool ShowAnew();
   bool ShowLive();
   bool ShowIdle() { return page.UpdateLayeredContent() != 0; }
+
+  AnnotationPage& Page() { return page; }
 
   // Renders the page once more and gives what it pushes to its window.
   std::vector<std::uint32_t> CopyPixels();

@@ -1,9 +1,6 @@
-#include "EnginePage.h"
+#include "workload/EnginePage.h"
 
-#include <memory>
 #include <string>
-
-namespace {
 
 std::unique_ptr<Annotation> MakeAnnotation(const Workload& workload, std::size_t index) {
   constexpr std::size_t kAuthors = 4;
@@ -20,8 +17,6 @@ std::unique_ptr<Annotation> MakeAnnotation(const Workload& workload, std::size_t
   }
   return annotation;
 }
-
-}  // namespace
 
 EnginePage::EnginePage(const Workload& workload)
     : window(RECT{0, 0, workload.width, workload.height}),

@@ -1,0 +1,46 @@
+#include "Network.h"
+
+#include <utility>
+
+namespace replay {
+
+Network::Network(std::optional<std::uint64_t> seed)
+    : lossy(seed.has_value()), random(seed.value_or(0)) {}
+
+void Network::Send(Participant& to, const Fragment& fragment) {
+  if (!lossy) {
+    to.Receive(*fragment);
+    return;
+  }
+  constexpr std::size_t kOneInSoManyTwice = 4;
+  constexpr std::size_t kMostUnderWay = 40;
+  underWay.push_back({&to, fragment});
+  if (Draw(kOneInSoManyTwice) == 0) {
+    underWay.push_back({&to, fragment});
+  }
+  // A full network mostly stays so, and now and then lets nearly everything through.
+  const std::size_t remaining = Draw(kOneInSoManyTwice) == 0 ? Draw(kMostUnderWay) : kMostUnderWay;
+  while (underWay.size() > remaining) {
+    DeliverAny();
+  }
+}
+
+void Network::Flush() {
+  while (!underWay.empty()) {
+    DeliverAny();
+  }
+}
+
+// Not by a standard distribution, whose numbers differ from one library to the next.
+std::size_t Network::Draw(std::size_t limit) {
+  return static_cast<std::size_t>(random() % limit);
+}
+
+void Network::DeliverAny() {
+  std::swap(underWay[Draw(underWay.size())], underWay.back());
+  const Message message = std::move(underWay.back());
+  underWay.pop_back();
+  message.to->Receive(*message.fragment);
+}
+
+}  // namespace replay

@@ -1,0 +1,44 @@
+// Network.h - what lies between the participants of a meeting.
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <optional>
+#include <random>
+#include <vector>
+
+#include "Fragments.h"
+#include "Participant.h"
+
+namespace replay {
+
+// Carries fragments to participants, who must outlive it. One thread's own.
+//
+// Without a seed it hands every fragment over at once. With one it is a bad network, the same for
+// the same seed: fragments wait, come twice and overtake each other, but all arrive by the next
+// Flush.
+class Network {
+ public:
+  explicit Network(std::optional<std::uint64_t> seed);
+
+  void Send(Participant& to, const Fragment& fragment);
+
+  // Hands over everything that is still under way.
+  void Flush();
+
+ private:
+  struct Message {
+    Participant* to;
+    Fragment fragment;
+  };
+
+  // A number below `limit`.
+  std::size_t Draw(std::size_t limit);
+  void DeliverAny();
+
+  bool lossy;
+  std::mt19937_64 random;
+  std::vector<Message> underWay;
+};
+
+}  // namespace replay

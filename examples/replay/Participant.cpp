@@ -1,0 +1,161 @@
+#include "Participant.h"
+
+#include <memory>
+#include <utility>
+
+#include "Failure.h"
+
+namespace replay {
+
+namespace {
+
+constexpr const char* kDocument = "boards";
+
+AnnotationSubType SubTypeOf(MarkKind kind) {
+  switch (kind) {
+    case MarkKind::kLine:
+      return AnnotationSubTypeLine;
+    case MarkKind::kRectangle:
+      return AnnotationSubTypeRectangle;
+    case MarkKind::kEllipse:
+      return AnnotationSubTypeEllipse;
+    case MarkKind::kPath:
+      break;
+  }
+  return AnnotationSubTypePath;
+}
+
+// Ends the replay when a call was refused.
+void Require(int result, const char* call) {
+  if (result != 1) {
+    throw Failure(std::string("the engine refused ") + call);
+  }
+}
+
+}  // namespace
+
+Participant::Participant(PageSize size, Identity identity)
+    : size(size), identity(std::move(identity)), window(RECT{0, 0, size.width, size.height}) {
+  engine.SetUserInfo(this->identity.userId, this->identity.userSubId, "");
+  Require(engine.NewDoc(this->identity.userId, kDocument), "NewDoc");
+  Require(engine.Init(), "Init");
+}
+
+const Identity& Participant::Who() const {
+  return identity;
+}
+
+void Participant::OpenPage(const std::string& pageId) {
+  AnnotationPageInfo info = {};
+  info.width = size.width;
+  info.height = size.height;
+  info.viewRect = {0, 0, size.width, size.height};
+  Require(engine.NewPage(kDocument, pageId, identity.userId, window.Handle(), info), "NewPage");
+  page = pageId;
+}
+
+void Participant::TakePen(MarkKind kind, std::uint32_t color, unsigned int width) {
+  engine.SetPen(color, width);
+  engine.SetAnnotationType(AnnotationTypeDrawing, SubTypeOf(kind));
+}
+
+void Participant::Press(POINT point) {
+  Require(engine.StartDrawing(kDocument, page, point), "StartDrawing");
+}
+
+void Participant::Move(POINT point) {
+  Require(engine.MoveDrawing(point), "MoveDrawing");
+}
+
+const Annotation& Participant::Release() {
+  std::string docId;
+  std::string pageId;
+  const std::string id = engine.GetCurrentAnnotationInfo(docId, pageId);
+  Require(engine.EndDrawing(), "EndDrawing");
+  const Annotation* mark = engine.GetLocalAnnotation(docId, pageId, id);
+  if (mark == nullptr) {
+    throw Failure("the engine has lost the mark just drawn");
+  }
+  return *mark;
+}
+
+void Participant::Receive(const Annotation& fragment) {
+  auto mark = std::make_unique<Annotation>(fragment);
+  const bool known =
+      engine.GetLocalAnnotation(kDocument, page, mark->annotationId) != nullptr ||
+      engine.GetAnnotation(kDocument, page, mark->userId, mark->annotationId) != nullptr;
+  Require(engine.AddAnnotationFromRemote(kDocument, page, mark.get()), "AddAnnotationFromRemote");
+  if (!known) {
+    static_cast<void>(mark.release());  // the page's from now on
+  }
+}
+
+std::vector<std::string> Participant::FindErased(const std::vector<POINT>& path) {
+  std::vector<std::string> ids = engine.EraseAnnotations(kDocument, page, "", "", path);
+  // The answer to a single point that hits nothing is one empty id.
+  std::erase(ids, std::string());
+  return ids;
+}
+
+void Participant::Erase(const std::string& userId, const std::string& annotationId) {
+  Require(engine.EraseAnnotation(kDocument, page, userId, annotationId), "EraseAnnotation");
+}
+
+void Participant::EraseFromRemote(const std::string& userId, const std::string& annotationId) {
+  Require(engine.EraseAnnotationFromRemote(kDocument, page, userId, annotationId),
+          "EraseAnnotationFromRemote");
+}
+
+void Participant::Clear(const Identity& author) {
+  // Refused when there is nothing to clear, which is no mistake.
+  engine.ClearAnnotations(kDocument, page, author.userId, author.userSubId);
+}
+
+void Participant::Select(POINT from, POINT to) {
+  // A press on a mark that is still selected would drag it.
+  DropSelection();
+  Require(engine.StartSelecting(kDocument, page, "", "", from), "StartSelecting");
+  engine.MoveSelecting(to);
+  engine.EndSelecting();
+}
+
+bool Participant::Drag(const std::vector<POINT>& way) {
+  Require(engine.StartSelecting(kDocument, page, "", "", way.front()), "StartSelecting");
+  bool moving = true;
+  for (auto point = way.begin() + 1; moving && point != way.end(); ++point) {
+    moving = engine.MoveSelecting(*point) == 1;
+  }
+  engine.EndSelecting();
+  return moving;
+}
+
+std::map<std::string, Annotation*> Participant::Selected() {
+  return engine.GetSelectedAnnotations(kDocument, page);
+}
+
+void Participant::DropSelection() {
+  engine.EraseSelectedAnnotations(kDocument, page);
+}
+
+std::uint64_t Participant::NextFullFrame() const {
+  // The next frame may have been painted before the last call; the one after it cannot have been.
+  constexpr std::uint64_t kFrames = 2;
+  return window.PresentCount() + kFrames;
+}
+
+void Participant::AwaitFrame(std::uint64_t number) const {
+  constexpr int kTimeoutMs = 60'000;
+  if (!window.WaitForPresent(number, kTimeoutMs)) {
+    throw Failure("the engine has pushed no new frame for a minute");
+  }
+}
+
+MemoryFrame Participant::CopyFrame() const {
+  return window.CopyFrame();
+}
+
+std::uint64_t Participant::FrameCount() const {
+  return window.PresentCount();
+}
+
+}  // namespace replay

@@ -1,0 +1,38 @@
+#!/usr/bin/env bash
+# Feeds every decoder with invented files under the sanitizers. Usage: fuzz.sh [SECONDS]
+# SECONDS is the time for each decoder, a minute when not given. A file that brings a decoder down
+# stays in build/fuzz/findings.
+set -euo pipefail
+cd "$(dirname "$0")/.."
+
+seconds=${1:-60}
+if ! [[ $seconds =~ ^[1-9][0-9]*$ ]]; then
+  echo "usage: scripts/fuzz.sh [SECONDS]" >&2
+  exit 2
+fi
+
+scripts/install-deps.sh test
+mkdir -p build/fuzz/findings
+{ cmake --preset fuzz && cmake --build --preset fuzz; } >build/fuzz.log 2>&1 ||
+  { tail -40 build/fuzz.log >&2; exit 1; }
+
+failed=()
+for format in bmp gif jpeg png; do
+  found=build/fuzz/found/$format
+  mkdir -p "$found"
+  printf '== %s\n' "$format"
+  log=build/fuzz/$format.log
+  if ! "build/fuzz/fuzz/parchlet-fuzz-$format" -max_total_time="$seconds" -max_len=4096 -timeout=30 \
+      -rss_limit_mb=2048 -artifact_prefix="build/fuzz/findings/$format-" -print_final_stats=1 \
+      "$found" "fuzz/corpus/$format" >"$log" 2>&1; then
+    tail -40 "$log" >&2
+    failed+=("$format")
+    continue
+  fi
+  grep -E 'number_of_executed_units|peak_rss_mb' "$log"
+done
+if ((${#failed[@]})); then
+  echo "Brought down: ${failed[*]}; the files are in build/fuzz/findings." >&2
+  exit 1
+fi
+echo "No decoder was brought down."

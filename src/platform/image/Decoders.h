@@ -1,0 +1,18 @@
+// The decoders behind DecodePicture, one a format. Each gives a picture of size 0 x 0 when the file
+// is damaged, cut or over the limits, which are enforced before anything is decoded. Silent; no
+// state.
+#pragma once
+
+#include <cstddef>
+#include <span>
+
+#include "platform/image/Picture.h"
+
+// Every colour type, depth and interlacing.
+Picture DecodePng(std::span<const std::byte> bytes);
+// Greyscale, colour and the four-channel kinds of print; sequential and progressive.
+Picture DecodeJpeg(std::span<const std::byte> bytes);
+// The first frame, placed on the file's screen; what no frame covers is transparent.
+Picture DecodeGif(std::span<const std::byte> bytes);
+// 1 to 32 bits a pixel, run-length packed or not, bottom-up and top-down.
+Picture DecodeBmp(std::span<const std::byte> bytes);

@@ -1,0 +1,192 @@
+#include "platform/text/TextPainter.h"
+
+#include <pango/pangocairo.h>
+#include <parchlet/Mutex.h>
+
+#include <algorithm>
+#include <cmath>
+#include <memory>
+
+#include "platform/text/GlyphOutlines.h"
+#include "platform/text/Unicode.h"
+
+namespace {
+
+// Glyphs of these sizes are drawn one by one, fitted to the pixels; others as scaled outlines.
+constexpr double kSmallestFitted = 1;
+constexpr double kLargestFitted = 256;
+// Past this size a stem is wider than any surface.
+constexpr double kLargest = 1 << 19;
+// Text is cut where it has left the widest surface, at a quarter of an em a character; it also
+// keeps within Pango's coordinates, which end at 2^21 pixels.
+constexpr double kMaxWidth = 4 * 32768;
+constexpr double kMaxUnits = 16384;
+constexpr double kMinUnits = 64;
+// Smoothing and fitting move an edge by less than this, in pixels.
+constexpr double kFringe = 2;
+
+template <class Object>
+struct Unref {
+  void operator()(Object* object) const { g_object_unref(object); }
+};
+using Layout = std::unique_ptr<PangoLayout, Unref<PangoLayout>>;
+
+double Channel(std::uint32_t color, int shift) {
+  return (color >> shift & 0xFF) / 255.0;
+}
+
+// A Cairo context on the pixels, with the text's colour as its source.
+class Canvas {
+ public:
+  Canvas(const PixelView& pixels, std::uint32_t color)
+      : surface(cairo_image_surface_create_for_data(
+            reinterpret_cast<unsigned char*>(pixels.pixels), CAIRO_FORMAT_ARGB32, pixels.width,
+            pixels.height, static_cast<int>(pixels.StrideBytes()))),
+        context(cairo_create(surface)) {
+    cairo_set_source_rgba(context, Channel(color, 16), Channel(color, 8), Channel(color, 0),
+                          Channel(color, 24));
+  }
+  ~Canvas() {
+    cairo_destroy(context);
+    cairo_surface_destroy(surface);
+  }
+  Canvas(const Canvas&) = delete;
+  Canvas& operator=(const Canvas&) = delete;
+
+  cairo_t* Context() const { return context; }
+
+ private:
+  cairo_surface_t* surface;
+  cairo_t* context;
+};
+
+// A context that lays text out in fonts of that hinting, grey at their edges.
+PangoContext* MakeContext(PangoFontMap* fonts, cairo_hint_style_t hinting) {
+  PangoContext* context = pango_font_map_create_context(fonts);
+  pango_context_set_base_dir(context, PANGO_DIRECTION_LTR);
+  // Decides between the Chinese, Japanese and Korean forms of a character, whatever the environment
+  // says.
+  pango_context_set_language(context, pango_language_from_string("zh-cn"));
+  cairo_font_options_t* options = cairo_font_options_create();
+  cairo_font_options_set_antialias(options, CAIRO_ANTIALIAS_GRAY);
+  cairo_font_options_set_hint_style(options, hinting);
+  const bool isFitted = hinting != CAIRO_HINT_STYLE_NONE;
+  cairo_font_options_set_hint_metrics(options,
+                                      isFitted ? CAIRO_HINT_METRICS_ON : CAIRO_HINT_METRICS_OFF);
+  pango_context_set_round_glyph_positions(context, isFitted);
+  pango_cairo_context_set_font_options(context, options);
+  cairo_font_options_destroy(options);
+  return context;
+}
+
+struct Text {
+  Layout layout;
+  double scale;   // from the layout's size to the text's
+  bool isFitted;  // drawn glyph by glyph
+};
+
+// Pango's state, one for the process: fonts stay loaded from one frame to the next, whatever thread
+// draws it.
+class TextRoom {
+ public:
+  TextRoom() : TextRoom(pango_cairo_font_map_new()) {}
+
+  void Paint(const PixelView& pixels, const TextStyle& style, std::wstring_view text, double x,
+             double y) PARCHLET_EXCLUDES(mutex) {
+    MutexLock lock(mutex);
+    const Text laidOut = LayOut(style, text);
+    const RECT area = InkArea(laidOut, x, y, {pixels.width, pixels.height});
+    if (area.left >= area.right || area.top >= area.bottom) {
+      return;
+    }
+    const Canvas canvas(pixels, style.color);
+    if (laidOut.isFitted) {
+      cairo_move_to(canvas.Context(), x, y);
+      pango_cairo_show_layout(canvas.Context(), laidOut.layout.get());
+    } else {
+      FillGlyphOutlines(canvas.Context(), laidOut.layout.get(), laidOut.scale, x, y, pixels.width,
+                        pixels.height);
+    }
+  }
+
+  RECT FindArea(const TextStyle& style, std::wstring_view text, double x, double y,
+                const TextSurface& surface) PARCHLET_EXCLUDES(mutex) {
+    MutexLock lock(mutex);
+    return InkArea(LayOut(style, text), x, y, surface);
+  }
+
+ private:
+  explicit TextRoom(PangoFontMap* fonts)
+      : fitted(MakeContext(fonts, CAIRO_HINT_STYLE_SLIGHT)),
+        outlined(MakeContext(fonts, CAIRO_HINT_STYLE_NONE)) {}
+
+  Text LayOut(const TextStyle& style, std::wstring_view text) PARCHLET_REQUIRES(mutex) {
+    const double size = std::min(style.pixelSize, kLargest);
+    const bool isFitted = size >= kSmallestFitted && size <= kLargestFitted;
+    const double layoutSize = isFitted ? size : kLargestFitted;
+    return {MakeLayout(isFitted ? fitted : outlined, style, text, layoutSize), size / layoutSize,
+            isFitted};
+  }
+
+  static Layout MakeLayout(PangoContext* context, const TextStyle& style, std::wstring_view text,
+                           double size) {
+    const double units = std::min(kMinUnits + kMaxWidth / size, kMaxUnits);
+    const std::string utf8 = EncodeText(text.substr(0, static_cast<std::size_t>(units)), {});
+    Layout layout(pango_layout_new(context));
+    pango_layout_set_auto_dir(layout.get(), FALSE);
+    pango_layout_set_text(layout.get(), utf8.data(), static_cast<int>(utf8.size()));
+    PangoFontDescription* font = pango_font_description_new();
+    pango_font_description_set_family(font, style.family.c_str());
+    pango_font_description_set_weight(font, style.bold ? PANGO_WEIGHT_BOLD : PANGO_WEIGHT_NORMAL);
+    pango_font_description_set_absolute_size(font, size * PANGO_SCALE);
+    pango_layout_set_font_description(layout.get(), font);
+    pango_font_description_free(font);
+    return layout;
+  }
+
+  // The text's ink, its smoothed edges included, as far as it lies on the surface.
+  static RECT InkArea(const Text& text, double x, double y, const TextSurface& surface) {
+    PangoRectangle ink;
+    pango_layout_get_pixel_extents(text.layout.get(), &ink, nullptr);
+    if (ink.width <= 0 || ink.height <= 0) {
+      return {};
+    }
+    const auto limit = [](double value, int most) {
+      return static_cast<LONG>(std::clamp(value, 0.0, static_cast<double>(most)));
+    };
+    const double left = std::floor(x + ink.x * text.scale) - kFringe;
+    const double top = std::floor(y + ink.y * text.scale) - kFringe;
+    const double right = std::ceil(x + (ink.x + ink.width) * text.scale) + kFringe;
+    const double bottom = std::ceil(y + (ink.y + ink.height) * text.scale) + kFringe;
+    return {limit(left, surface.width), limit(top, surface.height), limit(right, surface.width),
+            limit(bottom, surface.height)};
+  }
+
+  Mutex mutex;
+  PangoContext* fitted PARCHLET_GUARDED_BY(mutex);
+  PangoContext* outlined PARCHLET_GUARDED_BY(mutex);
+};
+
+TextRoom& Room() {
+  // Never destroyed: a refresh thread may outlive every static object.
+  static TextRoom& room = *new TextRoom;
+  return room;
+}
+
+bool IsDrawable(const TextStyle& style, std::wstring_view text, double x, double y) {
+  return style.pixelSize > 0 && std::isfinite(x) && std::isfinite(y) && !text.empty();
+}
+
+}  // namespace
+
+RECT FindTextArea(const TextStyle& style, std::wstring_view text, double x, double y,
+                  const TextSurface& surface) {
+  return IsDrawable(style, text, x, y) ? Room().FindArea(style, text, x, y, surface) : RECT{};
+}
+
+void PaintText(const PixelView& pixels, const TextStyle& style, std::wstring_view text, double x,
+               double y) {
+  if (pixels.pixels != nullptr && IsDrawable(style, text, x, y)) {
+    Room().Paint(pixels, style, text, x, y);
+  }
+}

@@ -1,0 +1,58 @@
+# Installs the build into a fresh prefix, builds a host against it, runs the host, and compares what
+# the library exports with what the headers declare.
+#   cmake -D SOURCE_FOLDER=... -D BUILD_FOLDER=... -D WORK_FOLDER=... -D COMPILER=... -D GENERATOR=...
+#         -D LIBRARY=... (its path below the prefix) -D NM=... -P InstallTest.cmake
+cmake_minimum_required(VERSION 3.25)
+function(run)
+  execute_process(COMMAND ${ARGN} RESULT_VARIABLE result OUTPUT_VARIABLE output ERROR_VARIABLE output)
+  if(NOT result EQUAL 0)
+    message(FATAL_ERROR "${ARGN}\ngave ${result}:\n${output}")
+  endif()
+  set(output "${output}" PARENT_SCOPE)
+endfunction()
+
+set(prefix ${WORK_FOLDER}/prefix)
+file(REMOVE_RECURSE ${WORK_FOLDER})
+run(${CMAKE_COMMAND} --install ${BUILD_FOLDER} --prefix ${prefix})
+run(${CMAKE_COMMAND} -S ${CMAKE_CURRENT_LIST_DIR}/host -B ${WORK_FOLDER}/host -G ${GENERATOR}
+  -D CMAKE_PREFIX_PATH=${prefix} -D CMAKE_CXX_COMPILER=${COMPILER})
+run(${CMAKE_COMMAND} --build ${WORK_FOLDER}/host)
+run(${WORK_FOLDER}/host/host)
+message(STATUS "the host says: ${output}")
+
+# What the installed headers declare: classes and free functions.
+file(GLOB headers ${prefix}/include/parchlet/*.h)
+foreach(header IN LISTS headers)
+  file(STRINGS ${header} lines REGEX "PARCHLET_API ")
+  foreach(line IN LISTS lines)
+    if(line MATCHES "class PARCHLET_API ([A-Za-z]+)")
+      list(APPEND classes ${CMAKE_MATCH_1})
+    elseif(line MATCHES "^PARCHLET_API [^(]*[ *]([A-Za-z0-9]+)\\(")
+      list(APPEND functions ${CMAKE_MATCH_1})
+    endif()
+  endforeach()
+endforeach()
+list(JOIN classes "|" classes_pattern)
+list(JOIN functions "|" functions_pattern)
+
+run(${NM} -DC --defined-only ${prefix}/${LIBRARY})
+string(REGEX MATCHALL "[^\n]+" symbols "${output}")
+set(seen "")
+foreach(symbol IN LISTS symbols)
+  string(REGEX REPLACE "^[0-9a-f]+ . " "" name "${symbol}")
+  if(name MATCHES "^(${classes_pattern})::" OR name MATCHES "^(${functions_pattern})\\(" OR
+     name MATCHES "^(vtable for|typeinfo for|typeinfo name for) (${classes_pattern})")
+    string(REGEX MATCH "(${classes_pattern}|${functions_pattern})" found "${name}")
+    list(APPEND seen ${found} ${CMAKE_MATCH_1})
+  elseif(NOT name MATCHES "^PARCHLET_0(@|$)")
+    string(APPEND strays "  ${name}\n")
+  endif()
+endforeach()
+if(strays)
+  message(FATAL_ERROR "The library exports what no header declares:\n${strays}")
+endif()
+foreach(name IN LISTS classes functions)
+  if(NOT name IN_LIST seen)
+    message(FATAL_ERROR "The library does not export ${name}, which a header declares")
+  endif()
+endforeach()

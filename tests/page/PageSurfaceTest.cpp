@@ -1,0 +1,206 @@
+#include "page/AnnotationPage.h"
+#include "page/DibSection.h"
+#include "support/Mark.h"
+#include "support/Whiteboard.h"
+
+namespace {
+
+constexpr CurrentAnnotPageSize kSize = {60, 40};
+
+class PageSurfaceTest : public testing::Test {
+ protected:
+  int Init(AnnotationPageInfo info) { return page.InitPage(window.Handle(), info, nullptr); }
+
+  Frame Paint() {
+    EXPECT_NE(0, page.UpdateLayeredContent());
+    return Frame(window.CopyFrame());
+  }
+
+  MemoryWindow window{{5, 5, 5 + kSize.width, 5 + kSize.height}};
+  AnnotationPage page;
+};
+
+TEST_F(PageSurfaceTest, APageWithoutASurfacePushesNothing) {
+  EXPECT_EQ(0, page.UpdateLayeredContent());
+  EXPECT_EQ(0, page.DrawPage());
+  for (const auto& [width, height] : {std::pair{0, 40}, {60, 0}, {-1, 40}, {60, INT32_MIN}}) {
+    EXPECT_EQ(0, Init(PageOf(width, height)));
+  }
+  EXPECT_EQ(0, page.InitPage(nullptr, PageOf(60, 40), nullptr));
+  EXPECT_EQ(0, page.UpdateLayeredContent());
+  EXPECT_EQ(0U, window.PresentCount());
+}
+
+TEST_F(PageSurfaceTest, ASecondInitKeepsSurfaceGeometryAndWindow) {
+  EXPECT_EQ(1, Init(PageOf(60, 40)));
+  MemoryWindow other({0, 0, 9, 9});
+  EXPECT_EQ(0, page.InitPage(other.Handle(), PageOf(9, 9), nullptr));
+  EXPECT_EQ(60, page.GetCurrentInfo().width);
+  EXPECT_THAT(Paint(), IsAll(kWhite));
+  EXPECT_EQ(0U, other.PresentCount());
+}
+
+TEST_F(PageSurfaceTest, AnEmptyViewMakesASurfaceOfOnePixelUntilTheFirstResize) {
+  const struct {
+    RECT view;
+    RECT painted;
+  } cases[] = {{{0, 0, 0, 40}, {0, 0, 1, 40}},
+               {{0, 7, 60, 7}, {0, 0, 60, 1}},
+               {{9, 9, 3, 3}, {0, 0, 1, 1}},
+               {{INT32_MAX, INT32_MAX, INT32_MIN, INT32_MIN}, {0, 0, 1, 1}},
+               {{INT32_MIN, INT32_MIN, INT32_MAX, INT32_MAX}, {0, 0, 60, 40}}};
+  for (const auto& [view, painted] : cases) {
+    PaintedPage shown(kSize);
+    AnnotationPage narrow;
+    AnnotationPageInfo info = PageOf(60, 40);
+    info.viewRect = view;
+    ASSERT_EQ(1, narrow.InitPage(window.Handle(), info, nullptr));
+    EXPECT_NE(0, narrow.UpdateLayeredContent());
+    EXPECT_EQ(painted, Frame(window.CopyFrame()).InkBox(kClear));
+    EXPECT_EQ(60, narrow.GetCurrentInfo().width);
+    EXPECT_EQ(40, narrow.GetCurrentInfo().height);
+
+    EXPECT_EQ(1, narrow.UpdatePage(PageOf(50, 40), true));
+    EXPECT_NE(0, narrow.UpdateLayeredContent());
+    EXPECT_EQ((RECT{0, 0, 50, 40}), Frame(window.CopyFrame()).InkBox(kClear));
+  }
+}
+
+TEST_F(PageSurfaceTest, OnlyTheFirstViewThatIsNotEmptyStaysTheInitialOne) {
+  AnnotationPageInfo info = PageOf(60, 40);
+  info.viewRect = {3, 3, 3, 9};
+  Init(info);
+  info.userValue1 = 7;
+  info.userValue2 = 8;
+  info.transparent = true;
+  info.backgroundColor = kRed;
+  for (const RECT& view : {RECT{5, 5, 9, 5}, RECT{1, 2, 3, 4}, RECT{5, 6, 7, 8}}) {
+    info.viewRect = view;
+    EXPECT_EQ(1, page.UpdatePage(info, false));
+    EXPECT_EQ(view, page.GetCurrentInfo().viewRect);
+  }
+  EXPECT_EQ((RECT{1, 2, 3, 4}), page.GetInitialInfo().viewRect);
+  EXPECT_EQ(0, page.GetInitialInfo().userValue1);
+  EXPECT_EQ(7, page.GetCurrentInfo().userValue1);
+  EXPECT_EQ(8, page.GetCurrentInfo().userValue2);
+  EXPECT_FALSE(page.GetCurrentInfo().transparent);
+  EXPECT_EQ(kWhite, page.GetCurrentInfo().backgroundColor);
+}
+
+TEST_F(PageSurfaceTest, APlainUpdateNeverTouchesTheSurface) {
+  Init(PageOf(60, 40));
+  EXPECT_EQ(1, page.UpdatePage(PageOf(0, -5), false));
+  EXPECT_EQ(60, page.GetCurrentInfo().width);
+  EXPECT_EQ((RECT{0, 0, 60, 40}), Paint().InkBox(kClear));
+}
+
+TEST_F(PageSurfaceTest, AResizeToTheSameOrNoSizeFailsYetTakesTheRestOver) {
+  Init(PageOf(60, 40));
+  for (const auto& [width, height] : {std::pair{60, 40}, {0, 40}, {60, -1}}) {
+    AnnotationPageInfo info = PageOf(width, height);
+    info.userValue1 = width + height;
+    EXPECT_EQ(0, page.UpdatePage(info, true));
+    EXPECT_EQ(width + height, page.GetCurrentInfo().userValue1);
+    EXPECT_EQ(info.viewRect, page.GetCurrentInfo().viewRect);
+    EXPECT_EQ(60, page.GetCurrentInfo().width);
+    EXPECT_EQ(40, page.GetCurrentInfo().height);
+  }
+}
+
+TEST_F(PageSurfaceTest, MarksKeepTheirFractionsWhenThePageIsResized) {
+  Init(PageOf(60, 40));
+  page.AddAnnotation(Mark("m").Box(kSize, 30, 20, 10, kRed).Release(), true);
+  EXPECT_EQ((RECT{30, 20, 40, 30}), Paint().InkBox());
+  window.SetScreenRect({0, 0, 120, 20});
+  EXPECT_EQ(1, page.UpdatePage(PageOf(120, 20), true));
+  EXPECT_EQ((RECT{60, 10, 80, 15}), Paint().InkBox());
+  window.SetScreenRect({0, 0, 60, 40});
+  EXPECT_EQ(1, page.UpdatePage(PageOf(60, 40), true));
+  EXPECT_EQ((RECT{30, 20, 40, 30}), Paint().InkBox());
+}
+
+TEST_F(PageSurfaceTest, ASizeThatCannotBeHadKeepsTheOldSurface) {
+  Init(PageOf(60, 40));
+  page.AddAnnotation(Mark("m").Box({100'000, 40}, 10, 10, 10, kRed).Release(), true);
+  for (const auto& [width, height] :
+       {std::pair{100'000, 40}, {40, INT32_MAX}, {INT32_MAX, INT32_MAX}, {32'000, 32'000}}) {
+    EXPECT_EQ(1, page.UpdatePage(PageOf(width, height), true)) << "the old surface is in use";
+    EXPECT_EQ(width, page.GetCurrentInfo().width);
+    EXPECT_EQ((RECT{0, 0, 60, 40}), Paint().InkBox(kClear));
+  }
+  page.UpdatePage(PageOf(100'000, 40), true);
+  EXPECT_THAT(Paint(), Shows(15, 15, kRed)) << "points follow the page's size all the same";
+  EXPECT_EQ(1, page.UpdatePage(PageOf(30, 20), true));
+  EXPECT_EQ((RECT{0, 0, 30, 20}), Paint().InkBox(kClear));
+}
+
+TEST_F(PageSurfaceTest, TheWindowsSizeIsWhatIsPushed) {
+  Init(PageOf(60, 40));
+  const struct {
+    RECT window;
+    RECT painted;
+  } cases[] = {{{0, 0, 20, 10}, {0, 0, 20, 10}},
+               {{0, 0, 100, 10}, {0, 0, 60, 10}},
+               {{-9, -9, 91, 91}, {0, 0, 60, 40}}};
+  for (const auto& [rect, painted] : cases) {
+    window.SetScreenRect(rect);
+    const Frame frame = Paint();
+    EXPECT_EQ(rect.right - rect.left, frame.width);
+    EXPECT_EQ(rect.bottom - rect.top, frame.height);
+    EXPECT_EQ(painted, frame.InkBox(kClear));
+  }
+  for (const RECT& none : {RECT{0, 0, 0, 9}, RECT{9, 9, 3, 3}, RECT{0, 0, 40'000, 1},
+                           RECT{INT32_MIN, 0, INT32_MAX, 9}, RECT{0, 0, 32'767, 32'767}}) {
+    window.SetScreenRect(none);
+    EXPECT_EQ(0, page.UpdateLayeredContent());
+  }
+  EXPECT_EQ(3U, window.PresentCount());
+}
+
+TEST_F(PageSurfaceTest, ADeadWindowIsLeftAlone) {
+  Init(PageOf(60, 40));
+  UnregisterLayeredWindow(window.Handle());
+  EXPECT_EQ(0, page.UpdateLayeredContent());
+  EXPECT_EQ(1, page.UpdatePage(PageOf(50, 40), true)) << "the page itself lives on";
+  EXPECT_EQ(1, page.DrawPage());
+  AnnotationPage late;
+  EXPECT_EQ(0, late.InitPage(window.Handle(), PageOf(60, 40), nullptr));
+  EXPECT_EQ(0, late.UpdatePage(PageOf(50, 40), true)) << "there is nothing to resize";
+  EXPECT_EQ(0, late.UpdateLayeredContent());
+}
+
+TEST_F(PageSurfaceTest, AReleasedPageMayBeInitialisedAnew) {
+  Init(PageOf(60, 40));
+  page.AddAnnotation(Mark("m").Box(kSize, 0, 0, 10, kRed).Release(), true);
+  page.ReleaseSurface();
+  page.ReleaseSurface();
+  EXPECT_EQ(0, page.UpdateLayeredContent());
+  EXPECT_EQ(0, page.UpdatePage(PageOf(50, 40), true));
+  EXPECT_EQ(1, Init(PageOf(60, 40)));
+  EXPECT_THAT(Paint(), IsAll(kWhite)) << "the marks went with the surface";
+}
+
+TEST(DibSectionTest, AFailedCreateLeavesTheHolderAsDocumented) {
+  DeviceContext proof;
+  HDC dc = CreateCompatibleDC(&proof);
+  {
+    DibSection section;
+    EXPECT_EQ(1, section.Create(dc, 30, 20, 32, false));
+    EXPECT_EQ(30, section.GetWidth());
+    EXPECT_EQ(20, section.GetHeight());
+    HBITMAP made = section.GetBitmap();
+    EXPECT_EQ(0, section.Create(dc, 0, 20, 32, false));
+    EXPECT_EQ(0, section.Create(dc, 30, 20, 0, false));
+    EXPECT_EQ(made, section.GetBitmap()) << "refused before anything is given up";
+    for (const int height : {40'000, INT32_MIN, 0}) {
+      EXPECT_EQ(0, section.Create(dc, 30, height, 32, false)) << height;
+      EXPECT_EQ(nullptr, section.GetBitmap());
+    }
+    EXPECT_EQ(1, section.Create(dc, 3, 2, 32, false));
+    section.Release();
+    EXPECT_EQ(0, section.GetWidth());
+  }
+  DeleteDC(dc);
+}
+
+}  // namespace

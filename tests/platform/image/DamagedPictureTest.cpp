@@ -1,0 +1,132 @@
+// What every decoder owes to files that are cut, changed or over the limits.
+#include <gtest/gtest.h>
+
+#include <png.h>
+
+#include "ImageFiles.h"
+#include "platform/image/Limits.h"
+#include "platform/image/Picture.h"
+#include "SampleFiles.h"
+
+namespace {
+
+class DamagedPictureTest : public testing::TestWithParam<SampleFile> {};
+
+TEST_P(DamagedPictureTest, AFileCutAnywhereFails) {
+  const Bytes bytes = GetParam().bytes;
+  ASSERT_NE(DecodePicture(bytes).width, 0);
+  for (std::size_t size = 0; size + GetParam().unusedTail < bytes.size(); ++size) {
+    const Picture picture = DecodePicture(std::span(bytes).first(size));
+    ASSERT_EQ(picture.width, 0) << "cut to " << size << " of " << bytes.size() << " bytes";
+    ASSERT_EQ(picture.height, 0);
+    ASSERT_EQ(picture.format, PictureFormat::kUnknown);
+    ASSERT_TRUE(picture.pixels.empty());
+  }
+}
+
+TEST_P(DamagedPictureTest, AChangedFileGivesAWholePictureOrNoneAndSaysNothing) {
+  const Bytes bytes = GetParam().bytes;
+  testing::internal::CaptureStdout();
+  testing::internal::CaptureStderr();
+  bool consistent = true;
+  for (std::size_t i = 0; i < bytes.size(); ++i) {
+    for (const int change : {0x01, 0x10, 0x80, 0xFF}) {
+      Bytes changed = bytes;
+      changed[i] ^= static_cast<std::byte>(change);
+      const Picture picture = DecodePicture(changed);
+      const bool isNone = picture.width == 0 && picture.height == 0 && picture.pixels.empty() &&
+                          picture.format == PictureFormat::kUnknown;
+      const bool isWhole =
+          IsPictureSizeAllowed(picture.width, picture.height) &&
+          picture.pixels.size() == static_cast<std::size_t>(picture.width) * picture.height;
+      consistent = consistent && (isNone || isWhole);
+    }
+  }
+  EXPECT_EQ(testing::internal::GetCapturedStdout(), "");
+  EXPECT_EQ(testing::internal::GetCapturedStderr(), "");
+  EXPECT_TRUE(consistent);
+}
+
+INSTANTIATE_TEST_SUITE_P(AllFormats, DamagedPictureTest, testing::ValuesIn(MakeSampleFiles()),
+                         [](const testing::TestParamInfo<SampleFile>& info) {
+                           return info.param.name;
+                         });
+
+TEST(PictureLimits, AllowSixtyFourMegapixelsInAnyShape) {
+  EXPECT_TRUE(IsPictureSizeAllowed(8192, 8192));
+  EXPECT_TRUE(IsPictureSizeAllowed(1'000'000, 67));
+  EXPECT_FALSE(IsPictureSizeAllowed(8192, 8193));
+  EXPECT_FALSE(IsPictureSizeAllowed(1'000'001, 1));
+  EXPECT_FALSE(IsPictureSizeAllowed(0, 1));
+  EXPECT_FALSE(IsPictureSizeAllowed(1, 0));
+  EXPECT_FALSE(IsPictureSizeAllowed(1ULL << 32, 1ULL << 32));
+}
+
+constexpr int kSide = 8192;
+
+TEST(PictureLimits, AWholeFileOfOneRowTooManyFails) {
+  PngFile png;
+  png.width = kSide;
+  png.height = kSide + 1;
+  png.colorType = PNG_COLOR_TYPE_GRAY;
+  png.bitDepth = 1;
+  png.rows.resize(static_cast<std::size_t>(png.width) / 8 * png.height);
+  EXPECT_EQ(DecodePicture(MakePng(png)).width, 0);
+
+  JpegFile jpeg;
+  jpeg.width = kSide;
+  jpeg.height = kSide + 1;
+  jpeg.components = 1;
+  jpeg.samples.resize(static_cast<std::size_t>(jpeg.width) * jpeg.height);
+  EXPECT_EQ(DecodePicture(MakeJpeg(jpeg)).width, 0);
+
+  BmpFile bmp;
+  bmp.width = kSide;
+  bmp.height = kSide + 1;
+  bmp.bits = 8;
+  bmp.compression = 1;
+  bmp.stored = {0, 1};
+  EXPECT_EQ(DecodePicture(MakeBmp(bmp)).width, 0);
+
+  GifFile gif;
+  gif.screenWidth = kSide;
+  gif.screenHeight = kSide + 1;
+  gif.width = gif.height = 1;
+  gif.indexes = {0};
+  gif.palette = {{}, {}};
+  EXPECT_EQ(DecodePicture(MakeGif(gif)).width, 0);
+}
+
+TEST(PictureLimits, AGifFrameLargerThanAnyPictureFailsOnASmallScreen) {
+  GifFile gif;
+  gif.screenWidth = gif.screenHeight = 1;
+  gif.width = kSide + 1;
+  gif.height = kSide;
+  gif.palette = {{}, {}};
+  gif.indexes.resize(static_cast<std::size_t>(gif.width) * gif.height);
+  EXPECT_EQ(DecodePicture(MakeGif(gif)).width, 0);
+}
+
+TEST(PictureLimits, APngHeaderThatPromisesMoreThanItsBytesCanHoldFails) {
+  PngFile png;
+  png.width = png.height = 1;
+  png.colorType = PNG_COLOR_TYPE_GRAY;
+  png.rows = {0};
+  Bytes lying = MakePng(png);
+  png.width = png.height = 4096;
+  png.rows.resize(std::size_t{4096} * 4096);
+  const Bytes large = MakePng(png);
+  constexpr std::size_t kHeaderEnd = 33;  // the signature and the first chunk with its checksum
+  std::copy_n(large.begin(), kHeaderEnd, lying.begin());
+  EXPECT_EQ(DecodePicture(lying).width, 0);
+}
+
+TEST(Pictures, AreToldByTheirContent) {
+  EXPECT_EQ(DecodePicture({}).format, PictureFormat::kUnknown);
+  for (const std::string text : {"", "B", "BM", "GIF89a", "GIF88a", "\x89PNG\r\n\x1A\n",
+                                 "\xFF\xD8\xFF", "<svg xmlns='http://www.w3.org/2000/svg'/>"}) {
+    EXPECT_EQ(DecodePicture(std::as_bytes(std::span(text))).width, 0) << text;
+  }
+}
+
+}  // namespace

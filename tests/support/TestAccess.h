@@ -1,0 +1,68 @@
+// The private operations and fields that tests look at.
+#pragma once
+
+#include <string>
+#include <vector>
+
+#include <parchlet/Parchlet.h>
+
+#include "page/AnnotationPage.h"
+
+// Fields are read where no other thread is at work, which the analysis cannot know.
+#define PARCHLET_UNCHECKED PARCHLET_THREAD_ATTRIBUTE(no_thread_safety_analysis)
+
+struct ParchletTestAccess {
+  // Paints and pushes the current page, as the refresh thread does.
+  static int Refresh(Parchlet& engine) { return engine.UpdateLayeredContent(); }
+  static Annotation* GetCurrentAnnotation(Parchlet& engine) {
+    return engine.GetCurrentAnnotation();
+  }
+  static AnnotationPage* GetPageById(Parchlet& engine, const std::string& docId,
+                                     const std::string& pageId) {
+    return engine.GetPageById(docId, pageId);
+  }
+};
+
+struct PageTestAccess {
+  using Annotations = std::map<std::string, Annotation*>;
+
+  PARCHLET_UNCHECKED static Annotations Pending(const AnnotationPage& page) {
+    return page.localAnnotations;
+  }
+  PARCHLET_UNCHECKED static std::map<std::string, Annotations> Confirmed(
+      const AnnotationPage& page) {
+    return page.userAnnotations;
+  }
+  // The ids of the paint order's entries, in that order.
+  PARCHLET_UNCHECKED static std::vector<std::string> PaintOrder(const AnnotationPage& page) {
+    std::vector<std::string> ids;
+    for (const PaintOrderEntry& entry : page.paintOrder) {
+      ids.push_back(entry.annotationId);
+    }
+    return ids;
+  }
+  PARCHLET_UNCHECKED static void Select(AnnotationPage& page, Annotation* annotation) {
+    page.selectedAnnotations[annotation->annotationId] = annotation;
+  }
+  PARCHLET_UNCHECKED static std::size_t SelectedCount(const AnnotationPage& page) {
+    return page.selectedAnnotations.size();
+  }
+  PARCHLET_UNCHECKED static Annotation& RubberBand(AnnotationPage& page) { return page.selectRect; }
+  // The page owns the picture from then on.
+  PARCHLET_UNCHECKED static void SetBackgroundPicture(AnnotationPage& page, Annotation* picture) {
+    page.backgroundPicture = picture;
+  }
+  PARCHLET_UNCHECKED static void AddStrayPaintEntry(AnnotationPage& page, PaintOrderEntry entry) {
+    page.paintOrder.push_back(std::move(entry));
+  }
+};
+
+struct AnnotationTestAccess {
+  PARCHLET_UNCHECKED static RECT FrameOf(const Annotation& annotation) { return annotation.frame; }
+  PARCHLET_UNCHECKED static const Gdiplus::Image* PictureOf(const Annotation& annotation) {
+    return annotation.picture.get();
+  }
+  PARCHLET_UNCHECKED static long PictureUses(const Annotation& annotation) {
+    return annotation.picture.use_count();
+  }
+};
