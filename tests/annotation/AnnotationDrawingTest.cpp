@@ -252,8 +252,10 @@ TEST(AnnotationDrawingTest, DrawingNeedsGraphicsAndIgnoresErasing) {
     mark.InsertPoints(0, PointsOn({20, 20}, {{0, 10}, {20, 10}}));
     mark.Erase(1);
     EXPECT_EQ(0, mark.DrawRectEx(&graphics, {20, 20}));
+    graphics.Flush();
     EXPECT_EQ(0U, GetPixels(dc).pixels[10 * 20 + 10]);
     EXPECT_EQ(1, mark.Draw(&graphics, {20, 20}, true));
+    graphics.Flush();
     EXPECT_EQ(kBlack, GetPixels(dc).pixels[10 * 20 + 10]);
     SelectObject(dc, before);
   }

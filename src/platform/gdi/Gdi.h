@@ -51,9 +51,9 @@ struct PixelSection {
   int width = 0;
   int height = 0;
   std::unique_ptr<std::uint32_t[]> pixels;
-  std::uint64_t serial = 0;   // never given to another section
-  std::uint64_t version = 0;  // grows whenever pixels change
-  std::vector<RECT> changed;  // what may differ from the version before
+  std::uint64_t serial = 0;        // never given to another section
+  std::uint64_t version = 0;       // grows whenever pixels change
+  std::vector<RECT> changed = {};  // what may differ from the version before
 
   // Starts a new version. Whoever writes pixels lists the areas in `changed`.
   void BeginChange() {

@@ -1,5 +1,7 @@
 #include "platform/graphics/Graphics.h"
 
+#include <algorithm>
+#include <limits>
 #include <span>
 #include <type_traits>
 
@@ -13,6 +15,12 @@ namespace {
 std::span<const raster::GridPoint> AsGridPoints(const Point* points, INT count) {
   static_assert(sizeof(Point) == sizeof(raster::GridPoint) && std::is_standard_layout_v<Point>);
   return {reinterpret_cast<const raster::GridPoint*>(points), static_cast<std::size_t>(count)};
+}
+
+// Cut to the number range, far past any surface.
+INT FarEdge(INT near, INT extent) {
+  return static_cast<INT>(
+      std::min<std::int64_t>(std::int64_t{near} + extent, std::numeric_limits<INT>::max()));
 }
 
 }  // namespace
@@ -77,8 +85,8 @@ Status Graphics::DrawRectangle(const Pen* pen, INT x, INT y, INT width, INT heig
   if (painter == nullptr || pen == nullptr || width < 0 || height < 0) {
     return Keep(InvalidParameter);
   }
-  const INT right = x + width;
-  const INT bottom = y + height;
+  const INT right = FarEdge(x, width);
+  const INT bottom = FarEdge(y, height);
   const Point corners[] = {{x, y}, {right, y}, {right, bottom}, {x, bottom}};
   // Without an extent it is a line, not a line there and back.
   const bool flat = width == 0 || height == 0;
