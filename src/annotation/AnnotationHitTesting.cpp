@@ -86,14 +86,15 @@ int Annotation::FindAnnotation(const AnnotationPoint& p, bool useFrame) const {
 }
 
 void Annotation::FillSegmentBoxes() const {
-  AnyConnected(points, [this](const std::vector<AnnotationPoint>& list) PARCHLET_REQUIRES(mutex) {
+  std::vector<RECT>& boxes = segmentBoxes;
+  AnyConnected(points, [&boxes](const std::vector<AnnotationPoint>& list) {
     for (std::size_t start = 0; start + 1 < list.size(); start += kSegmentsABox) {
       const std::size_t last = std::min(start + kSegmentsABox, list.size() - 1);
       RECT box = kNoBox;
       for (std::size_t i = start; i <= last; ++i) {
         Extend(box, PixelAt(list[i]));
       }
-      segmentBoxes.push_back(box);
+      boxes.push_back(box);
     }
     return false;
   });
