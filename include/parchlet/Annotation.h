@@ -139,6 +139,17 @@ class PARCHLET_API Annotation : public AnnotationHeader {
   // Whether the map has the mark's present id for a key.
   bool IsNamedIn(const std::map<std::string, Annotation*>& annotations) const
       PARCHLET_EXCLUDES(mutex);
+  // What the nickname tip beside the mark needs to know; nothing but `isWanted` when no tip is
+  // wanted.
+  struct TipSubject {
+    bool isWanted = false;
+    bool hasPoint = false;
+    std::string userId;
+    std::string nickname;
+    AnnotationPoint firstPoint{};
+  };
+  TipSubject GetTipSubject() const PARCHLET_EXCLUDES(mutex);
+  void SetTipVisible(int value) PARCHLET_EXCLUDES(mutex);
   // Makes the mark report to the table, under `slot`, how far it reaches, from now on.
   void ReportReach(ReachTable& table, std::size_t slot) PARCHLET_EXCLUDES(mutex);
   std::size_t ReachSlot() const PARCHLET_EXCLUDES(mutex);

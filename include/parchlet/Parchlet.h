@@ -220,8 +220,63 @@ class PARCHLET_API Parchlet {
   int ClearAnnotations(const std::string& docId, const std::string& pageId,
                        const std::string& userId, const std::string& userSubId);
 
+  // --- Pictures ---
+
+  // Places a picture (PNG, JPEG, BMP or GIF, told by its content) from a file at the page's top
+  // left corner: in its own size, or half the page's width or height where it does not fit. It is a
+  // pending mark of the local user, like a drawing. As background it is fitted into the page's
+  // middle, under all marks, in place of the background before. `pictureProperty` is kept with it.
+  // Gives the annotation, owned by the page. Null for an unknown page or a picture that cannot be
+  // read: the background before then stays, an ordinary picture leaves an empty pending mark.
+  Annotation* AddPictureFromFile(const std::string& docId, const std::string& pageId,
+                                 const std::string& filePath, const std::string& pictureProperty,
+                                 bool isBackground);
+  // The same from the bytes of an image file. An ordinary picture of bytes that cannot be decoded
+  // is placed, and shows nothing.
+  Annotation* AddPictureFromStream(const std::string& docId, const std::string& pageId,
+                                   const std::string& pictureData,
+                                   const std::string& pictureProperty, bool isBackground);
+
+  // --- Nickname tips ---
+
+  // Makes every page, and every page to come, show authors' names beside fresh confirmed marks: for
+  // two seconds, an author at most once in five. Colours are ARGB; a size of 0 stands for 18
+  // pixels, an empty font name for the default Chinese family.
+  int SetNicknameTip(unsigned int textColor, unsigned int fontSize, const std::string& fontName,
+                     unsigned int boxColor);
+
+  // --- Export ---
+
+  // Writes the page to an image file, whose folder must be there: JPEG for ".jpg", BMP for ".bmp",
+  // PNG for any other name. What is written is the page's surface as it was rendered last; or, for
+  // the name of a display, all of what that shows; or, for a window, what the screen shows where it
+  // is. 0 when it cannot be written; a file that was there is then kept.
+  int SavePage(const std::string& docId, const std::string& pageId, const std::string& path,
+               const std::wstring& displayDevice);
+  int SavePage(const std::string& docId, const std::string& pageId, const std::string& path,
+               HWND window);
+  // Writes every page, in the order of their ids, as PNG into the folder, which must be there,
+  // under names made of the local time: [prefix_]YYYYMMDD_hhmmss.mmm.png. Gives the last page's
+  // result.
+  int SaveDocument(const std::string& docId, const std::string& folder, const std::string& prefix,
+                   const std::wstring& displayDevice);
+  int SaveDocument(const std::string& docId, const std::string& folder, const std::string& prefix,
+                   HWND window);
+  // Accepted, without effect; gives 1.
+  int SaveAs(const std::string& docId, const std::string& path);
+
  private:
   friend struct ParchletTestAccess;
+
+  template <class AddToPage>
+  Annotation* AddPicture(const std::string& docId, const std::string& pageId, bool isBackground,
+                         const AddToPage& addToPage);
+  template <class Source>
+  int SaveDocumentFrom(const std::string& docId, const std::string& folder,
+                       const std::string& prefix, const Source& source);
+  template <class Source>
+  int SavePageFrom(const std::string& docId, const std::string& pageId, const std::string& path,
+                   const Source& source);
 
   int UpdateLayeredContent() PARCHLET_EXCLUDES(handOverMutex);
   void TearDown() PARCHLET_EXCLUDES(handOverMutex);

@@ -122,6 +122,28 @@ int Annotation::IsErased() const {
   return Shared(const_cast<std::int32_t&>(erased)).load(std::memory_order_relaxed);
 }
 
+Annotation::TipSubject Annotation::GetTipSubject() const {
+  MutexLock lock(mutex);
+  TipSubject subject;
+  if (nickname.empty() || tipVisible == 0) {
+    return subject;
+  }
+  subject.isWanted = true;
+  subject.userId = userId;
+  subject.nickname = nickname;
+  const auto first = points.find(0);
+  if (first != points.end() && !first->second.empty()) {
+    subject.hasPoint = true;
+    subject.firstPoint = first->second.front();
+  }
+  return subject;
+}
+
+void Annotation::SetTipVisible(int value) {
+  MutexLock lock(mutex);
+  tipVisible = value;
+}
+
 void Annotation::Destroy() {
   MutexLock lock(mutex);
   picture.reset();

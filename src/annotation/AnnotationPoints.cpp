@@ -150,8 +150,10 @@ void Annotation::PublishReach() {
   constexpr LONG kHalfPen = 17;
   const bool isTriangle =
       subType == AnnotationSubTypeTriangle || subType == AnnotationSubTypeRightTriangle;
-  const bool isFar = pixelBox.left < -kFarthestTabled || pixelBox.top < -kFarthestTabled ||
-                     pixelBox.right > kFarthestTabled || pixelBox.bottom > kFarthestTabled;
+  // The widened box must lie within the table's range too, or the margin would not know of it.
+  constexpr LONG kFarthest = kFarthestTabled - kHalfPen;
+  const bool isFar = pixelBox.left < -kFarthest || pixelBox.top < -kFarthest ||
+                     pixelBox.right > kFarthest || pixelBox.bottom > kFarthest;
   RECT hit = pixelBox;
   if (!IsEmptyBox(pixelBox)) {
     hit = isTriangle || isFar ? ReachTable::kEverywhere

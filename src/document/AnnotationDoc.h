@@ -3,6 +3,8 @@
 #include <map>
 #include <string>
 
+#include <parchlet/Platform.h>
+
 class AnnotationPage;
 
 // One open document: its pages, their order, and which of them is current. Owned by the engine;
@@ -43,7 +45,17 @@ class AnnotationDoc {
   // A copy of the map from id to page; the pages stay the document's.
   std::map<std::string, AnnotationPage*> GetPages() const { return pages; }
 
+  // Writes every page, in the order of their ids, into the folder, as PNG files named from the
+  // local time, after "prefix_" when there is a prefix; see AnnotationPage::SavePage for the last
+  // argument. Gives the last page's result, 0 without pages. Every page is tried.
+  int SaveDocument(const std::wstring& folder, const std::wstring& prefix,
+                   const std::wstring& displayDevice);
+  int SaveDocument(const std::wstring& folder, const std::wstring& prefix, HWND window);
+
  private:
+  template <class Source>
+  int SaveEveryPage(const std::wstring& folder, const std::wstring& prefix, const Source& source);
+
   std::map<std::string, AnnotationPage*> pages;  // owned
   AnnotationPage* currentPage = nullptr;         // one of `pages`
 };

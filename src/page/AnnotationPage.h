@@ -13,8 +13,10 @@
 
 #include "annotation/ReachTable.h"
 #include "page/DibSection.h"
+#include "page/NicknameTip.h"
 #include "page/NicknameTipStyle.h"
 #include "page/PaintOrderEntry.h"
+#include "page/PictureBox.h"
 #include "platform/Platform.h"
 
 // One page of a document: its annotations, the gestures on them, and the surface that they are
@@ -169,6 +171,36 @@ class AnnotationPage {
   int ClearAnnotations(const std::string& userId, const std::string& userSubId)
       PARCHLET_EXCLUDES(mutex);
 
+  // --- Nickname tips (PageTips.cpp) ---
+
+  // Takes a copy of the style; from then on tips are painted. 0 for null or when memory runs out.
+  int SetNicknameTip(const NicknameTipStyle* style) PARCHLET_EXCLUDES(mutex);
+
+  // --- Pictures (PagePictures.cpp) ---
+
+  // Gives the annotation a box of the picture's size at the page's origin (half the page's extent
+  // where it does not fit), or, for a background, the largest box of its aspect in the page's
+  // middle; gives it the picture; and installs a background in place of the one before. 1; or 0,
+  // and the annotation as it was, without a surface, for an empty argument, or when the picture
+  // cannot be read. Bytes of no picture are accepted for an ordinary one, which then shows nothing.
+  // A background is the page's once installed; an ordinary picture's owner does not change.
+  int AddPictureFromFile(const std::wstring& filePath, const std::string& pictureProperty,
+                         Annotation* annotation, bool isBackground) PARCHLET_EXCLUDES(mutex);
+  int AddPictureFromStream(const std::string& pictureData, const std::string& pictureProperty,
+                           Annotation* annotation, bool isBackground) PARCHLET_EXCLUDES(mutex);
+  // Writes the largest box of the picture's aspect that fits the page, centred; 0 for a size of 0.
+  int FitPicture(unsigned int imageWidth, unsigned int imageHeight, PictureBox* box) const;
+
+  // --- Export (PageExport.cpp) ---
+
+  // Writes an image file, JPEG for ".jpg", BMP for ".bmp", else PNG: of what the whole display
+  // shows, or what the screen shows where the window is; for an empty name, or null or a handle of
+  // no window, of the page's own surface as it was rendered last. 0 when there is nothing to write
+  // or it cannot be written; a file that was there is then kept.
+  int SavePage(const std::wstring& path, const std::wstring& displayDevice)
+      PARCHLET_EXCLUDES(mutex);
+  int SavePage(const std::wstring& path, HWND capturedWindow) PARCHLET_EXCLUDES(mutex);
+
   // --- Rendering (PageRendering.cpp) ---
 
   // Paints the whole page into its surface, layer by layer; 0 when it has none. Marks drawn here
@@ -196,8 +228,20 @@ class AnnotationPage {
   void ReleaseSurfaceObjects() PARCHLET_REQUIRES(surfaceMutex, mutex);
   int PushToWindow() PARCHLET_REQUIRES(surfaceMutex);
 
+  bool HasGraphics() const PARCHLET_EXCLUDES(mutex);
+  bool PlacePicture(Gdiplus::Image& probe, Annotation& annotation, bool isBackground) const;
+  void ReplaceBackgroundPicture(Annotation* annotation) PARCHLET_EXCLUDES(mutex);
+  int SaveSurface(const std::wstring& path, const CLSID& encoder) PARCHLET_REQUIRES(mutex);
+
   void DrawBackgroundPicture() PARCHLET_REQUIRES(mutex);
   void DrawConfirmed() PARCHLET_REQUIRES(mutex);
+  void DrawTipOf(Annotation& annotation) PARCHLET_REQUIRES(mutex);
+  // Whether the author's tip is to be shown beside this annotation now: for 2 s, and not within 5 s
+  // of the author's tip before.
+  int IsTipVisible(const std::string& userId, const Annotation& annotation)
+      PARCHLET_REQUIRES(mutex);
+  int DrawNicknameTip(const std::string& nickname, const AnnotationPoint& at)
+      PARCHLET_REQUIRES(mutex);
   void DrawPending() PARCHLET_REQUIRES(mutex);
   void DrawRubberBand() PARCHLET_REQUIRES(mutex);
   Annotation* FindConfirmed(const std::string& userId, const std::string& annotationId) const
@@ -256,4 +300,5 @@ class AnnotationPage {
   HGDIOBJ previousBitmap PARCHLET_GUARDED_BY(surfaceMutex) = nullptr;
   HWND window PARCHLET_GUARDED_BY(surfaceMutex) = nullptr;  // the host's
   std::unique_ptr<NicknameTipStyle> tipStyle PARCHLET_GUARDED_BY(mutex);
+  std::map<std::string, TipRecord> tipHistory PARCHLET_GUARDED_BY(mutex);  // by author
 };

@@ -28,13 +28,16 @@ void AnnotationPage::DrawBackgroundPicture() {
 void AnnotationPage::DrawConfirmed() {
   for (const PaintOrderEntry& entry : paintOrder) {
     Annotation* annotation = FindConfirmed(entry.userId, entry.annotationId);
-    if (annotation == nullptr || annotation->IsErased() != 0) {
+    if (annotation == nullptr) {
       continue;
     }
-    annotation->Draw(graphics.get(), GetSize(), false);
-    if (!selectedAnnotations.empty() && annotation->IsNamedIn(selectedAnnotations)) {
-      annotation->DrawRectEx(graphics.get(), GetSize());
+    if (annotation->IsErased() == 0) {
+      annotation->Draw(graphics.get(), GetSize(), false);
+      if (!selectedAnnotations.empty() && annotation->IsNamedIn(selectedAnnotations)) {
+        annotation->DrawRectEx(graphics.get(), GetSize());
+      }
     }
+    DrawTipOf(*annotation);
   }
 }
 

@@ -43,7 +43,8 @@ class AnnotationPictureTest : public testing::Test {
   // Two by two pixels: red and green over blue and black.
   AnnotationPictureTest() {
     const std::array<std::uint32_t, 4> pixels = {kRed, kGreen, kBlue, kBlack};
-    EXPECT_TRUE(SavePng({pixels.data(), 2, 2, 8}, folder.File("four.png")));
+    EXPECT_TRUE(
+        SavePicture({pixels.data(), 2, 2, 8}, PictureEncoder::kPng, folder.File("four.png")));
   }
 
   std::wstring Path(const std::string& name) { return Utils::Utf8ToUnicode(folder.File(name)); }

@@ -42,8 +42,8 @@ void PrintTo(const Frame& frame, std::ostream* out) {
   }
   std::replace(name.begin(), name.end(), '/', '_');
   const std::string file = (std::filesystem::temp_directory_path() / (name + ".png")).string();
-  const bool saved =
-      SavePng({frame.pixels.data(), frame.width, frame.height, frame.width * 4L}, file);
+  const bool saved = SavePicture({frame.pixels.data(), frame.width, frame.height, frame.width * 4L},
+                                 PictureEncoder::kPng, file);
   *out << "a frame of " << frame.width << " x " << frame.height << " pixels, "
        << (saved ? "seen in " + file : "which cannot be saved");
 }

@@ -1,0 +1,136 @@
+#include <parchlet/Utils.h>
+
+#include <cmath>
+#include <memory>
+
+#include "annotation/PixelMath.h"
+#include "page/AnnotationPage.h"
+
+namespace {
+
+struct ReleaseStream {
+  void operator()(IStream* stream) const { stream->Release(); }
+};
+using StreamPointer = std::unique_ptr<IStream, ReleaseStream>;
+
+// A stream that owns its copy of the bytes, as the picture loaded from it may go on reading; null
+// when there is no memory for it.
+StreamPointer MakeOwningStream(const std::string& bytes) {
+  HGLOBAL block = GlobalAlloc(0, bytes.size());
+  if (block == nullptr) {
+    return nullptr;
+  }
+  // Copies the bytes into the block; the stream it makes does not own them.
+  const StreamPointer filled(
+      Utils::GetPictureStream(bytes, block, static_cast<unsigned int>(bytes.size())));
+  IStream* owning = nullptr;
+  if (filled == nullptr || !SUCCEEDED(CreateStreamOnHGlobal(block, 1, &owning))) {
+    GlobalFree(block);
+    return nullptr;
+  }
+  return StreamPointer(owning);
+}
+
+void Rewind(IStream& stream) {
+  LARGE_INTEGER start;
+  start.QuadPart = 0;
+  stream.Seek(start, STREAM_SEEK_SET, nullptr);
+}
+
+// A picture keeps each extent that fits the page, and gets half the page's otherwise.
+int FitExtent(UINT picture, int page) {
+  return picture < static_cast<UINT>(page) ? static_cast<int>(picture) : page / 2;
+}
+
+}  // namespace
+
+int AnnotationPage::FitPicture(unsigned int imageWidth, unsigned int imageHeight,
+                               PictureBox* box) const {
+  const int width = currentInfo.width;
+  const int height = currentInfo.height;
+  if (imageWidth == 0 || imageHeight == 0 || width == 0 || height == 0) {
+    return 0;
+  }
+  constexpr double kSameAspect = 0.001;
+  const double pageAspect = static_cast<double>(width) / height;
+  const double imageAspect = static_cast<double>(imageWidth) / imageHeight;
+  *box = {0, 0, width, height};
+  if (std::abs(pageAspect - imageAspect) < kSameAspect) {
+    return 1;
+  }
+  if (pageAspect > imageAspect) {
+    box->width = SaturatingPixel(height * imageAspect);
+    box->x = (width - box->width) / 2;
+  } else {
+    box->height = SaturatingPixel(width / imageAspect);
+    box->y = (height - box->height) / 2;
+  }
+  return 1;
+}
+
+bool AnnotationPage::HasGraphics() const {
+  MutexLock lock(mutex);
+  return graphics != nullptr;
+}
+
+// Gives the annotation the corners of its box; false when a background picture has no size.
+bool AnnotationPage::PlacePicture(Gdiplus::Image& probe, Annotation& annotation,
+                                  bool isBackground) const {
+  PictureBox box = {0, 0, FitExtent(probe.GetWidth(), currentInfo.width),
+                    FitExtent(probe.GetHeight(), currentInfo.height)};
+  if (isBackground && FitPicture(probe.GetWidth(), probe.GetHeight(), &box) == 0) {
+    return false;
+  }
+  annotation.AddPoint(ToPagePoint({box.x, box.y}));
+  annotation.AddPoint(ToPagePoint({box.x + box.width, box.y + box.height}));
+  return true;
+}
+
+void AnnotationPage::ReplaceBackgroundPicture(Annotation* annotation) {
+  MutexLock lock(mutex);
+  delete backgroundPicture;
+  backgroundPicture = annotation;
+  annotation->isOwned = true;
+}
+
+int AnnotationPage::AddPictureFromFile(const std::wstring& filePath,
+                                       const std::string& pictureProperty, Annotation* annotation,
+                                       bool isBackground) {
+  if (!HasGraphics() || filePath.empty() || annotation == nullptr) {
+    return 0;
+  }
+  Gdiplus::Image probe(filePath.c_str());
+  if (probe.GetWidth() == 0 || probe.GetHeight() == 0 ||
+      !PlacePicture(probe, *annotation, isBackground)) {
+    return 0;
+  }
+  annotation->SetPicture(filePath, pictureProperty);
+  if (isBackground) {
+    ReplaceBackgroundPicture(annotation);
+  }
+  return 1;
+}
+
+int AnnotationPage::AddPictureFromStream(const std::string& pictureData,
+                                         const std::string& pictureProperty, Annotation* annotation,
+                                         bool isBackground) {
+  if (!HasGraphics() || pictureData.empty() || annotation == nullptr) {
+    return 0;
+  }
+  StreamPointer stream = MakeOwningStream(pictureData);
+  if (stream == nullptr) {
+    return 0;
+  }
+  Rewind(*stream);
+  Gdiplus::Image probe(stream.get());
+  if (!PlacePicture(probe, *annotation, isBackground)) {
+    return 0;
+  }
+  // The probe left the stream at its end.
+  Rewind(*stream);
+  annotation->SetPicture(stream.release(), pictureProperty);
+  if (isBackground) {
+    ReplaceBackgroundPicture(annotation);
+  }
+  return 1;
+}

@@ -1,0 +1,120 @@
+#include <parchlet/Utils.h>
+
+#include <cmath>
+#include <utility>
+
+#include "annotation/PixelMath.h"
+#include "page/AnnotationPage.h"
+#include "page/NicknameTip.h"
+
+namespace {
+
+constexpr std::uint64_t kShownMs = 2000;  // how long a tip stays
+constexpr std::uint64_t kQuietMs = 5000;  // from one tip of an author to the next
+constexpr int kMaxNicknameWidth = 10;
+
+// The start of a box of that extent: at the anchor, pushed back inside the page, cut at 0.
+int PlaceInside(std::int64_t anchor, std::int64_t extent, std::int64_t pageExtent) {
+  const std::int64_t start = anchor + extent > pageExtent ? pageExtent - extent : anchor;
+  return SaturatingPixel(std::max<std::int64_t>(start, 0));
+}
+
+}  // namespace
+
+std::string ShortenNickname(const std::string& text, int maxWidth, int& narrowCount,
+                            int& wideCount) {
+  narrowCount = 0;
+  wideCount = 0;
+  if (maxWidth < 1) {
+    return {};
+  }
+  std::int64_t width = 0;
+  std::size_t at = 0;
+  while (at < text.size()) {
+    const bool isWide = static_cast<unsigned char>(text[at]) >= 0x80;
+    width += isWide ? 2 : 1;
+    if (width == maxWidth || width == std::int64_t{maxWidth} + 1) {
+      return text.substr(0, at) + "...";
+    }
+    ++(isWide ? wideCount : narrowCount);
+    at += isWide ? 3 : 1;
+  }
+  return text;
+}
+
+int AnnotationPage::SetNicknameTip(const NicknameTipStyle* style) {
+  if (style == nullptr) {
+    return 0;
+  }
+  MutexLock lock(mutex);
+  CopyTipStyle(style);
+  return tipStyle != nullptr ? 1 : 0;
+}
+
+int AnnotationPage::IsTipVisible(const std::string& userId, const Annotation& annotation) {
+  const std::uint64_t now = GetTickCount64();
+  const std::string id = annotation.GetAnnotationId();
+  const auto found = tipHistory.find(userId);
+  if (found == tipHistory.end()) {
+    tipHistory.emplace(userId, TipRecord{id, now});
+    return 1;
+  }
+  const std::uint64_t shownFor = now - found->second.shownTick;
+  const bool isSame = found->second.annotationId == id;
+  if (isSame && shownFor < kShownMs) {
+    return 1;
+  }
+  if (shownFor < kQuietMs) {
+    return 0;
+  }
+  if (isSame) {
+    tipHistory.erase(found);
+    return 0;
+  }
+  found->second = TipRecord{id, now};
+  return 1;
+}
+
+void AnnotationPage::DrawTipOf(Annotation& annotation) {
+  const Annotation::TipSubject subject = annotation.GetTipSubject();
+  if (!subject.isWanted) {
+    return;
+  }
+  const int isVisible = IsTipVisible(subject.userId, annotation);
+  annotation.SetTipVisible(isVisible);
+  if (isVisible == 1 && subject.hasPoint) {
+    DrawNicknameTip(subject.nickname, subject.firstPoint);
+  }
+}
+
+int AnnotationPage::DrawNicknameTip(const std::string& nickname, const AnnotationPoint& at) {
+  if (tipStyle == nullptr) {
+    return 0;
+  }
+  int narrow = 0;
+  int wide = 0;
+  const std::wstring text =
+      Utils::Utf8ToUnicode(ShortenNickname(nickname, kMaxNicknameWidth, narrow, wide));
+  const double size = tipStyle->fontSize;
+  const auto units =
+      static_cast<std::int64_t>(std::floor(narrow * 0.75 + 0.5) + std::ceil(wide * 1.1));
+  const int boxWidth = SaturatingPixel(units * std::int64_t{tipStyle->fontSize});
+  const int boxHeight = SaturatingPixel(size * 1.5);
+  const int x =
+      PlaceInside(SaturatingPixel(currentInfo.width * at.xRatio), boxWidth, currentInfo.width);
+  const int y =
+      PlaceInside(SaturatingPixel(currentInfo.height * at.yRatio), boxHeight, currentInfo.height);
+
+  const Gdiplus::FontFamily family(tipStyle->fontFamily.c_str());
+  const Gdiplus::Font font(&family, static_cast<Gdiplus::REAL>(size), Gdiplus::FontStyleBold,
+                           Gdiplus::UnitPixel);
+  Gdiplus::StringFormat format(0, LANG_NEUTRAL);
+  format.SetAlignment(Gdiplus::StringAlignmentNear);
+  format.SetLineAlignment(Gdiplus::StringAlignmentNear);
+  const Gdiplus::SolidBrush box{Gdiplus::Color(tipStyle->boxColor)};
+  graphics->FillRectangle(&box, x, y, boxWidth, boxHeight);
+  const Gdiplus::SolidBrush ink{Gdiplus::Color(tipStyle->textColor)};
+  const Gdiplus::RectF layout(static_cast<Gdiplus::REAL>(x), static_cast<Gdiplus::REAL>(y), 0, 0);
+  graphics->DrawString(text.c_str(), -1, &font, layout, &format, &ink);
+  return 1;
+}
