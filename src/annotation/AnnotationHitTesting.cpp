@@ -1,5 +1,6 @@
 #include <algorithm>
 #include <cstdlib>
+#include <utility>
 
 #include <parchlet/Annotation.h>
 #include <parchlet/Utils.h>
@@ -86,7 +87,7 @@ int Annotation::FindAnnotation(const AnnotationPoint& p, bool useFrame) const {
 }
 
 void Annotation::FillSegmentBoxes() const {
-  std::vector<RECT>& boxes = segmentBoxes;
+  std::vector<RECT> boxes;
   AnyConnected(points, [&boxes](const std::vector<AnnotationPoint>& list) {
     for (std::size_t start = 0; start + 1 < list.size(); start += kSegmentsABox) {
       const std::size_t last = std::min(start + kSegmentsABox, list.size() - 1);
@@ -98,6 +99,7 @@ void Annotation::FillSegmentBoxes() const {
     }
     return false;
   });
+  segmentBoxes = std::move(boxes);
 }
 
 // The joins between sub-models are no segments.
