@@ -8,8 +8,7 @@
 #include <parchlet/Platform.h>
 
 // Where a page's confirmed marks are, in one flat table, so that a search asks only the marks near
-// it. Slots are numbered from 0 and stay until all
-// marks go.
+// it. Slots are numbered from 0 and stay until all marks go.
 //
 // Owned by the page. The marks write to it, on the host and the refresh thread, under their own
 // lock; its lock is the last in the lock order.
