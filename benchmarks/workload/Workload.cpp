@@ -78,6 +78,35 @@ std::vector<POINT> MakePath(Random& random, int width, int height, std::size_t p
   return points;
 }
 
+// One step's turn: a zigzag, a gentle bend or all but straight back. The tangent of half the angle.
+double TortureTurn(Random& random, std::size_t step) {
+  constexpr double kUturn = 10.0;  // 169 degrees
+  const double kind = random.Uniform(0.0, 1.0);
+  if (kind < 0.35) {
+    return (step % 2 == 0 ? 1.0 : -1.0) * random.Uniform(0.55, 8.0);
+  }
+  return kind < 0.85 ? random.Uniform(-0.25, 0.25) : random.Uniform(kUturn, 10 * kUturn);
+}
+
+std::vector<POINT> MakeTorturePath(Random& random, int width, int height) {
+  constexpr std::size_t kPoints = 60;
+  const double longest = random.Uniform(0.4, 45.0);
+  double x = random.Uniform(0, width);
+  double y = random.Uniform(0, height);
+  Heading heading;
+  std::vector<POINT> points;
+  for (std::size_t i = 0; i < kPoints; ++i) {
+    points.push_back({std::clamp(RoundToInt(x), 0, width), std::clamp(RoundToInt(y), 0, height)});
+    heading.Turn(TortureTurn(random, i));
+    Bounce(x, width, heading.x);
+    Bounce(y, height, heading.y);
+    const double step = random.Uniform(0.4, longest);
+    x += step * heading.x;
+    y += step * heading.y;
+  }
+  return points;
+}
+
 }  // namespace
 
 std::size_t Workload::PointCount() const {
@@ -119,6 +148,18 @@ Workload MakeShapes(const std::string& name, int width, int height, std::size_t 
                               color,
                               penWidth,
                               {{left, top}, {left + boxWidth, top + boxHeight}}});
+  }
+  return workload;
+}
+
+Workload MakeTorture(const std::string& name, int width, int height, std::size_t pathCount) {
+  constexpr std::uint32_t kOpaque = 0xFF;
+  Random random(kSeed);
+  Workload workload = {name, width, height, {}};
+  for (std::size_t i = 0; i < pathCount; ++i) {
+    const std::uint32_t color = RandomColor(random, kOpaque);
+    workload.marks.push_back({AnnotationSubTypePath, color, static_cast<int>(1 + i % 30),
+                              MakeTorturePath(random, width, height)});
   }
   return workload;
 }

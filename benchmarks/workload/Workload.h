@@ -40,3 +40,7 @@ Workload MakePaths(const std::string& name, int width, int height, const PathSty
 // `count` lines, ellipses, rectangles and triangles in turn, in boxes of 50 to 400 pixels a side.
 Workload MakeShapes(const std::string& name, int width, int height, std::size_t count,
                     int penWidth);
+
+// Paths that no hand draws: zigzags, U-turns and gentle bends in turn, steps of 0.4 to 45 pixels,
+// pens of 1 to 30.
+Workload MakeTorture(const std::string& name, int width, int height, std::size_t pathCount);

@@ -1,0 +1,68 @@
+// A surface that is drawn anew frame by frame and painted only where a frame differs from the one
+// before.
+//
+// Drawing calls are recorded; Finish paints them. A Clear drops what came before it. Every tile of
+// the page knows the hash of the commands that touched it, in order; a tile whose hash is that of
+// the pixels shown keeps them.
+#pragma once
+
+#include <memory>
+#include <span>
+#include <vector>
+
+#include "platform/graphics/canvas/BandPool.h"
+#include "platform/graphics/canvas/Command.h"
+#include "platform/graphics/canvas/TileMap.h"
+#include "platform/graphics/raster/Rasterizer.h"
+
+namespace canvas {
+
+// Owned by the painter of one surface, which must outlive it; one thread at a time. Coordinates may
+// lie anywhere. Memory is kept from frame to frame.
+class Frame {
+ public:
+  // `threads` as for BandPool; the pixels do not depend on it.
+  explicit Frame(const raster::PixelSurface& surface, int threads = 0);
+  ~Frame();
+
+  void Clear(std::uint32_t argb);
+  void Stroke(std::span<const raster::GridPoint> points, bool closed, float penWidth,
+              std::uint32_t argb);
+  void StrokeEllipse(const Box& box, float penWidth, std::uint32_t argb);
+  void Fill(const Box& box, std::uint32_t argb);
+  // Stretches a part of the picture into `box`; nothing for a part that reaches over its edge.
+  void DrawPicture(std::shared_ptr<const Picture> picture, const Box& part, const Box& box);
+
+  // Makes the pixels final. Gives the areas that may have changed since the last Finish, none when
+  // nothing did; valid until the next call.
+  std::span<const raster::PixelRect> Finish();
+
+ private:
+  void DropCommands();
+  Command& Add(Shape shape, std::uint32_t argb, float penWidth);
+  raster::PixelRect Reach(double left, double top, double right, double bottom,
+                          double margin) const;
+  void NoteBox(Command& command, std::uint64_t hash, double margin);
+  void NoteLine(Command& command);
+  void Paint(raster::Rasterizer& rasterizer, const raster::PixelRect& area) const;
+  void PaintPicture(const Command& command, const raster::PixelRect& area) const;
+  void NotePart(Command& command, std::size_t first, std::size_t last);
+  void CutIntoBands();
+
+  raster::PixelSurface surface;
+  TileMap tiles;
+  std::vector<Command> commands;
+  std::vector<raster::GridPoint> points;
+  // The pictures of the frame before: they live on while this one is recorded, so that equal
+  // addresses mean equal pictures.
+  std::vector<std::shared_ptr<const Picture>> pictures;
+  bool cleared = false;   // the commands start from a Clear
+  bool finished = false;  // the commands are painted; the next one starts a new list
+  std::uint32_t clearColor = 0;
+  std::vector<raster::PixelRect> changed;
+  std::vector<raster::PixelRect> bands;
+  BandPool pool;
+  std::vector<std::unique_ptr<raster::Rasterizer>> rasterizers;  // one a thread
+};
+
+}  // namespace canvas

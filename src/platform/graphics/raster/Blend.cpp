@@ -1,0 +1,227 @@
+#include "platform/graphics/raster/Blend.h"
+
+#include <algorithm>
+#include <cstring>
+
+#undef HWY_TARGET_INCLUDE
+#define HWY_TARGET_INCLUDE "platform/graphics/raster/Blend.cpp"
+#include <hwy/foreach_target.h>
+
+#include <hwy/cache_control.h>
+#include <hwy/highway.h>
+
+#include "platform/graphics/raster/Pack-inl.h"
+
+HWY_BEFORE_NAMESPACE();
+namespace raster {
+namespace HWY_NAMESPACE {
+namespace {
+
+namespace hn = hwy::HWY_NAMESPACE;
+using D16 = hn::CappedTag<std::int16_t, kWideLanes>;
+using D8 = hn::Repartition<std::uint8_t, D16>;
+using D64 = hn::Repartition<std::uint64_t, D16>;
+using V16 = hn::Vec<D16>;
+using V8 = hn::Vec<D8>;
+constexpr D16 k16;
+constexpr D8 k8;
+constexpr D64 k64;
+constexpr int kVectorPixels = static_cast<int>(hn::MaxLanes(k16)) / 2;
+
+// Where the coverage of a 16-bit channel stands among the eight bytes of a group, by 128-bit block:
+// the blocks hold pixels 0..3 and 4..7 (or, on 128-bit targets, one after the other), of which
+// unpacking puts the first two in the lower vector.
+alignas(32) constexpr std::uint8_t kLower[32] = {0, 0, 0, 0, 0, 0, 0, 0, 1, 1, 1, 1, 1, 1, 1, 1,
+                                                 4, 4, 4, 4, 4, 4, 4, 4, 5, 5, 5, 5, 5, 5, 5, 5};
+alignas(32) constexpr std::uint8_t kUpper[32] = {2, 2, 2, 2, 2, 2, 2, 2, 3, 3, 3, 3, 3, 3, 3, 3,
+                                                 6, 6, 6, 6, 6, 6, 6, 6, 7, 7, 7, 7, 7, 7, 7, 7};
+
+struct InkLanes {
+  V16 color;  // opaque: levels; translucent: 1/128 levels
+  V16 alpha;
+
+  explicit HWY_INLINE InkLanes(const Ink& ink) {
+    alignas(64) std::int16_t lanes[32];
+    for (int i = 0; i < 32; ++i) {
+      const int fine = ink.finePremultiplied[i % 4];
+      lanes[i] = static_cast<std::int16_t>(ink.opaque ? fine >> 7 : fine);
+    }
+    color = hn::Load(k16, lanes);
+    alpha = hn::Set(k16, ink.alpha15);
+  }
+};
+
+// ground + coverage (color - ground alpha), in one rounding for an opaque colour: `cover` is the
+// coverage byte in both halves of a channel, that is coverage / 255 in 1/65536.
+template <bool kOpaque>
+HWY_INLINE V16 Mixed(V16 ground, V16 cover, const InkLanes& ink) {
+  const auto bits = hn::BitCast(hn::RebindToUnsigned<D16>(), cover);
+  if constexpr (kOpaque) {
+    const V16 share = hn::BitCast(k16, hn::ShiftRight<1>(bits));
+    return hn::Add(ground, hn::MulFixedPoint15(hn::Sub(ink.color, ground), share));
+  } else {
+    // With 7 more bits on the way and the coverage in 1/256, rounded once at the end.
+    const V16 low = hn::BitCast(k16, hn::ShiftRight<8>(bits));
+    const V16 share = hn::Add(low, hn::ShiftRight<7>(low));
+    const V16 kept = hn::MulFixedPoint15(hn::ShiftLeft<7>(ground), ink.alpha);
+    return hn::Add(ground, hn::MulFixedPoint15(hn::Sub(ink.color, kept), share));
+  }
+}
+
+template <bool kOpaque>
+HWY_INLINE void BlendEight(std::uint32_t* HWY_RESTRICT pixels, std::uint64_t coverage,
+                           const InkLanes& ink) {
+  const V8 eight = hn::BitCast(k8, hn::Set(k64, coverage));
+  for (int part = 0; part < 8 / kVectorPixels; ++part) {
+    auto* const bytes = reinterpret_cast<std::uint8_t*>(pixels + part * kVectorPixels);
+    const V8 shift = hn::Set(k8, static_cast<std::uint8_t>(part * kVectorPixels));
+    const V16 lower =
+        hn::BitCast(k16, hn::TableLookupBytes(eight, hn::Add(hn::Load(k8, kLower), shift)));
+    const V16 upper =
+        hn::BitCast(k16, hn::TableLookupBytes(eight, hn::Add(hn::Load(k8, kUpper), shift)));
+    const V8 ground = hn::LoadU(k8, bytes);
+    const V16 low = hn::BitCast(k16, hn::InterleaveLower(k8, ground, hn::Zero(k8)));
+    const V16 high = hn::BitCast(k16, hn::InterleaveUpper(k8, ground, hn::Zero(k8)));
+    hn::StoreU(PackBlocks(Mixed<kOpaque>(low, lower, ink), Mixed<kOpaque>(high, upper, ink)), k8,
+               bytes);
+  }
+}
+
+constexpr std::size_t kAhead = 64;
+
+template <bool kOpaque>
+HWY_INLINE void BlendList(const GroupList& groups, const Ink& ink, std::uint32_t* pixels) {
+  const InkLanes lanes(ink);
+  const std::uint32_t* const offsets = groups.offsets.data();
+  const std::uint64_t* const coverage = groups.coverage.data();
+  const std::size_t ahead = groups.count > kAhead ? groups.count - kAhead : 0;
+  std::size_t i = 0;
+  for (; i < ahead; ++i) {
+    hwy::Prefetch(pixels + offsets[i + kAhead]);
+    BlendEight<kOpaque>(pixels + offsets[i], coverage[i], lanes);
+  }
+  for (; i < groups.count; ++i) {
+    BlendEight<kOpaque>(pixels + offsets[i], coverage[i], lanes);
+  }
+}
+
+void Groups(const GroupList& groups, const Ink& ink, std::uint32_t* pixels) {
+  if (ink.opaque) {
+    BlendList<true>(groups, ink, pixels);
+  } else {
+    BlendList<false>(groups, ink, pixels);
+  }
+}
+
+void Run(const Ink& ink, std::uint32_t* pixels, std::size_t count) {
+  const InkLanes lanes(ink);
+  const std::uint64_t full = ~std::uint64_t{0};
+  std::size_t i = 0;
+  for (; i + 8 <= count; i += 8) {
+    BlendEight<false>(pixels + i, full, lanes);
+  }
+  if (i < count) {
+    std::uint32_t rest[8] = {};
+    std::copy_n(pixels + i, count - i, rest);
+    BlendEight<false>(rest, full, lanes);
+    std::copy_n(rest, count - i, pixels + i);
+  }
+}
+
+// ground + source - ground alpha, rounded once.
+HWY_INLINE V16 Over(V16 ground, V16 source, V16 alpha) {
+  // alpha / 255 in 1/32768, at most 32640 + 127 = 32767.
+  const V16 share = hn::Add(hn::ShiftLeft<7>(alpha), hn::ShiftRight<1>(alpha));
+  return hn::Add(source, hn::Sub(ground, hn::MulFixedPoint15(ground, share)));
+}
+
+alignas(32) constexpr std::uint8_t kAlphaOfLower[32] = {
+    3, 0x80, 3, 0x80, 3, 0x80, 3, 0x80, 7, 0x80, 7, 0x80, 7, 0x80, 7, 0x80,
+    3, 0x80, 3, 0x80, 3, 0x80, 3, 0x80, 7, 0x80, 7, 0x80, 7, 0x80, 7, 0x80};
+alignas(32) constexpr std::uint8_t kAlphaOfUpper[32] = {
+    11, 0x80, 11, 0x80, 11, 0x80, 11, 0x80, 15, 0x80, 15, 0x80, 15, 0x80, 15, 0x80,
+    11, 0x80, 11, 0x80, 11, 0x80, 11, 0x80, 15, 0x80, 15, 0x80, 15, 0x80, 15, 0x80};
+
+HWY_INLINE void OverVector(const std::uint32_t* HWY_RESTRICT source,
+                           std::uint32_t* HWY_RESTRICT pixels) {
+  const V8 zero = hn::Zero(k8);
+  const V8 over = hn::LoadU(k8, reinterpret_cast<const std::uint8_t*>(source));
+  const V8 ground = hn::LoadU(k8, reinterpret_cast<const std::uint8_t*>(pixels));
+  const V16 lowAlpha = hn::BitCast(k16, hn::TableLookupBytesOr0(over, hn::Load(k8, kAlphaOfLower)));
+  const V16 highAlpha =
+      hn::BitCast(k16, hn::TableLookupBytesOr0(over, hn::Load(k8, kAlphaOfUpper)));
+  const V16 low = Over(hn::BitCast(k16, hn::InterleaveLower(k8, ground, zero)),
+                       hn::BitCast(k16, hn::InterleaveLower(k8, over, zero)), lowAlpha);
+  const V16 high = Over(hn::BitCast(k16, hn::InterleaveUpper(k8, ground, zero)),
+                        hn::BitCast(k16, hn::InterleaveUpper(k8, over, zero)), highAlpha);
+  hn::StoreU(PackBlocks(low, high), k8, reinterpret_cast<std::uint8_t*>(pixels));
+}
+
+void Pixels(const std::uint32_t* source, std::uint32_t* pixels, std::size_t count) {
+  std::size_t i = 0;
+  for (; i + kVectorPixels <= count; i += kVectorPixels) {
+    OverVector(source + i, pixels + i);
+  }
+  if (i < count) {
+    std::uint32_t over[8] = {};
+    std::uint32_t ground[8] = {};
+    std::copy_n(source + i, count - i, over);
+    std::copy_n(pixels + i, count - i, ground);
+    OverVector(over, ground);
+    std::copy_n(ground, count - i, pixels + i);
+  }
+}
+
+}  // namespace
+}  // namespace HWY_NAMESPACE
+}  // namespace raster
+HWY_AFTER_NAMESPACE();
+
+#if HWY_ONCE
+namespace raster {
+
+HWY_EXPORT(Groups);
+HWY_EXPORT(Run);
+HWY_EXPORT(Pixels);
+
+void BlendGroups(const GroupList& groups, const Ink& ink, std::uint32_t* pixels) {
+  HWY_DYNAMIC_DISPATCH(Groups)(groups, ink, pixels);
+}
+
+void BlendCutGroups(const GroupList& groups, const Ink& ink, std::uint32_t* pixels) {
+  GroupList one;
+  one.offsets = {0};
+  one.coverage = {0};
+  one.count = 1;
+  for (std::size_t i = 0; i < groups.count; ++i) {
+    std::uint32_t* const target = pixels + groups.offsets[i];
+    std::uint8_t bytes[8];
+    std::memcpy(bytes, &groups.coverage[i], sizeof bytes);
+    std::uint32_t eight[8] = {};
+    for (int k = 0; k < 8; ++k) {
+      eight[k] = bytes[k] != 0 ? target[k] : 0;
+    }
+    one.coverage[0] = groups.coverage[i];
+    HWY_DYNAMIC_DISPATCH(Groups)(one, ink, eight);
+    for (int k = 0; k < 8; ++k) {
+      if (bytes[k] != 0) {
+        target[k] = eight[k];
+      }
+    }
+  }
+}
+
+void BlendRun(const Ink& ink, std::uint32_t* pixels, std::size_t count) {
+  if (ink.opaque) {
+    std::fill_n(pixels, count, ink.premultiplied);
+  } else {
+    HWY_DYNAMIC_DISPATCH(Run)(ink, pixels, count);
+  }
+}
+
+void BlendPixels(const std::uint32_t* source, std::uint32_t* pixels, std::size_t count) {
+  HWY_DYNAMIC_DISPATCH(Pixels)(source, pixels, count);
+}
+
+}  // namespace raster
+#endif

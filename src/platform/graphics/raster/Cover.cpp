@@ -1,0 +1,331 @@
+#include "platform/graphics/raster/Cover.h"
+
+#include <cmath>
+
+#undef HWY_TARGET_INCLUDE
+#define HWY_TARGET_INCLUDE "platform/graphics/raster/Cover.cpp"
+#include <hwy/foreach_target.h>
+
+#include <hwy/highway.h>
+
+#include "platform/graphics/raster/Pack-inl.h"
+
+HWY_BEFORE_NAMESPACE();
+namespace raster {
+namespace HWY_NAMESPACE {
+namespace {
+
+namespace hn = hwy::HWY_NAMESPACE;
+using D16 = hn::CappedTag<std::int16_t, kWideLanes>;
+using DU16 = hn::RebindToUnsigned<D16>;
+using D8 = hn::Repartition<std::uint8_t, D16>;
+using V16 = hn::Vec<D16>;
+using V8 = hn::Vec<D8>;
+constexpr D16 k16;
+constexpr DU16 kU16;
+constexpr D8 k8;
+
+// A pair of vectors holds kPairRows rows of 8 pixels: the first vector the even ones, the second
+// the odd ones, so that packing the two puts the rows in order.
+constexpr int kPairRows = static_cast<int>(hn::MaxLanes(k16)) / 4;
+static_assert(kBlockRows % kPairRows == 0);
+
+HWY_INLINE V16 Set(int value) {
+  return hn::Set(k16, static_cast<std::int16_t>(value));
+}
+
+alignas(64) constexpr std::int16_t kLaneX[32] = {0, 1, 2, 3, 4, 5, 6, 7, 0, 1, 2, 3, 4, 5, 6, 7};
+alignas(64) constexpr std::int16_t kLaneY[32] = {0, 0, 0, 0, 0, 0, 0, 0, 2, 2, 2, 2, 2, 2, 2, 2};
+
+// One plane over the lanes of a pair, in 16 bits modulo 2^16: only the values within a piece's box
+// have to fit, not those on the way.
+struct PlaneLanes {
+  V16 offset;  // of a lane of the first vector from the pair's first pixel
+  V16 odd;     // from the first vector to the second
+  V16 step;    // from one pair to the next below
+
+  explicit HWY_INLINE PlaneLanes(int a, int b)
+      : offset(hn::Add(hn::Mul(hn::Load(k16, kLaneX), Set(a)),
+                       hn::Mul(hn::Load(k16, kLaneY), Set(b)))),
+        odd(Set(b)),
+        step(Set(b * kPairRows)) {}
+};
+
+struct PlaneValues {
+  V16 even, odd;
+
+  HWY_INLINE PlaneValues(const PlaneLanes& lanes, int base)
+      : even(hn::Add(lanes.offset, Set(base))), odd(hn::Add(even, lanes.odd)) {}
+  HWY_INLINE void Advance(const PlaneLanes& lanes) {
+    even = hn::Add(even, lanes.step);
+    odd = hn::Add(odd, lanes.step);
+  }
+  // The values as coverage bytes: 0 and less is 0, 255 and more is 255.
+  HWY_INLINE V8 Ramp() const { return PackBlocks(even, odd); }
+};
+
+HWY_INLINE V8 RampBelow(V16 limit, const PlaneValues& d) {
+  return PackBlocks(hn::Sub(limit, d.even), hn::Sub(limit, d.odd));
+}
+
+// Coverage by the strip |d| <= w/2: each edge is the mean of two ramps. Of a thin strip both edges
+// count.
+template <bool kThin>
+HWY_INLINE V8 StripCoverage(V16 outer, V16 inner, const PlaneValues& d) {
+  if constexpr (kThin) {
+    const V8 low = hn::AverageRound(RampBelow(outer, d), RampBelow(inner, d));
+    PlaneValues other = d;
+    other.even = hn::Neg(d.even);
+    other.odd = hn::Neg(d.odd);
+    const V8 high = hn::AverageRound(RampBelow(outer, other), RampBelow(inner, other));
+    return hn::SaturatedSub(low, hn::Not(high));
+  } else {
+    PlaneValues distance = d;
+    distance.even = hn::Abs(d.even);
+    distance.odd = hn::Abs(d.odd);
+    return hn::AverageRound(RampBelow(outer, distance), RampBelow(inner, distance));
+  }
+}
+
+// a b / 255 of bytes, exact where either is 255: ((257 a) (257 b) >> 16) >> 8.
+HWY_INLINE V8 Product(V8 a, V8 b) {
+  const auto high = [](V8 x, V8 y) {
+    const auto product = hn::MulHigh(hn::BitCast(kU16, x), hn::BitCast(kU16, y));
+    return hn::BitCast(k16, hn::ShiftRight<8>(product));
+  };
+  return PackBlocks(high(hn::InterleaveLower(k8, a, a), hn::InterleaveLower(k8, b, b)),
+                    high(hn::InterleaveUpper(k8, a, a), hn::InterleaveUpper(k8, b, b)));
+}
+
+// A bit for every row of a pair: set when its eight pixels are all 0.
+HWY_INLINE std::uint64_t EmptyRows(V8 coverage) {
+  const hn::Repartition<std::uint64_t, D8> d64;
+  std::uint8_t bits[8] = {};
+  hn::StoreMaskBits(d64, hn::Eq(hn::BitCast(d64, coverage), hn::Zero(d64)), bits);
+  return bits[0];
+}
+
+// The lanes of a piece, ready to cover any stretch of a column.
+template <bool kThin>
+class PieceLanes {
+ public:
+  HWY_INLINE PieceLanes(const Plane& strip, const Plane& start, const Plane& end, int outer,
+                        int inner)
+      : strip(strip.a, strip.b),
+        start(start.a, start.b),
+        end(end.a, end.b),
+        outer(Set(outer)),
+        inner(Set(inner)) {}
+
+  // Covers `blocks` blocks, at most 16, from `bytes` on; the bases are the planes' values at the
+  // first pixel. Gives a bit for every row that is not left empty.
+  HWY_INLINE std::uint64_t Cover(std::uint8_t* HWY_RESTRICT bytes, int stripBase, int startBase,
+                                 int endBase, int blocks) const {
+    PlaneValues d(strip, stripBase);
+    PlaneValues s(start, startBase);
+    PlaneValues e(end, endBase);
+    std::uint64_t empty = 0;
+    const int rows = blocks * kBlockRows;
+    for (int row = 0; row < rows; row += kPairRows) {
+      // Start ramp less end ramp: the share of a seam that the neighbour takes is left out exactly.
+      const V8 between = hn::SaturatedSub(s.Ramp(), e.Ramp());
+      const V8 coverage = Product(StripCoverage<kThin>(outer, inner, d), between);
+      hn::StoreU(hn::SaturatedAdd(hn::LoadU(k8, bytes), coverage), k8, bytes);
+      empty |= EmptyRows(coverage) << row;
+      bytes += kPairRows * kGroup;
+      d.Advance(strip);
+      s.Advance(start);
+      e.Advance(end);
+    }
+    return ~empty & (~std::uint64_t{0} >> (64 - rows));
+  }
+
+ private:
+  PlaneLanes strip, start, end;
+  V16 outer, inner;
+};
+
+HWY_INLINE Plane At(const PlaneArrays& arrays, int i) {
+  return {arrays.a[i], arrays.b[i], arrays.c[i]};
+}
+
+template <bool kThin>
+HWY_INLINE void CoverSegment(const ChunkGeometry& g, int i, CoveragePlane& plane) {
+  const Plane strip = At(g.strip, i);
+  const Plane start = At(g.start, i);
+  const Plane end = At(g.end, i);
+  const PieceLanes<kThin> lanes(strip, start, end, g.outer[i], g.inner[i]);
+  const int blocks = g.blocks[i];
+  const int index = plane.Index(g.row[i]);
+  const std::ptrdiff_t bytesStride = plane.ColumnStride();
+  const std::ptrdiff_t bitsStride = plane.BitsStride();
+  std::uint8_t* bytes = plane.Group(g.column[i], g.row[i]);
+  std::uint64_t* bits = plane.Bits(g.column[i]);
+  int stripBase = g.stripBase[i];
+  int startBase = g.startBase[i];
+  int endBase = g.endBase[i];
+  for (int columns = g.columns[i]; columns > 0; --columns) {
+    CoveragePlane::NoteRows(bits, index, lanes.Cover(bytes, stripBase, startBase, endBase, blocks));
+    bytes += bytesStride;
+    bits += bitsStride;
+    stripBase += strip.a * kGroup;
+    startBase += start.a * kGroup;
+    endBase += end.a * kGroup;
+  }
+}
+
+constexpr int kShapes = 64;
+
+// Columns and blocks, as far as they matter for telling one loop from another.
+HWY_INLINE int ShapeOf(const ChunkGeometry& g, int i) {
+  return std::min(g.columns[i], 4) * 16 + std::min(g.blocks[i], 16) - 17;
+}
+
+// Lists the narrow pieces in sight, those of one shape together: their loops are then as long as
+// the ones before, which the processor guesses right. Coverage adds up the same in any order.
+int SortByShape(const ChunkGeometry& g, std::uint8_t* order) {
+  std::uint8_t first[kShapes + 1] = {};
+  std::uint8_t seen[kChunkSegments];
+  int count = 0;
+  for (int i = 1; i <= g.segments; ++i) {
+    seen[count] = static_cast<std::uint8_t>(i);
+    const bool visible = (g.narrow[i] != 0) & (g.columns[i] > 0) & (g.blocks[i] > 0);
+    count += visible ? 1 : 0;
+  }
+  for (int k = 0; k < count; ++k) {
+    ++first[ShapeOf(g, seen[k]) + 1];
+  }
+  for (int shape = 1; shape < kShapes; ++shape) {
+    first[shape] = static_cast<std::uint8_t>(first[shape] + first[shape - 1]);
+  }
+  for (int k = 0; k < count; ++k) {
+    order[first[ShapeOf(g, seen[k])]++] = seen[k];
+  }
+  return count;
+}
+
+template <bool kThin>
+void CoverSegments(const ChunkGeometry& g, CoveragePlane& plane) {
+  std::uint8_t order[kChunkSegments];
+  const int count = SortByShape(g, order);
+  PixelRect box = {INT32_MAX, INT32_MAX, INT32_MIN, INT32_MIN};
+  for (int k = 0; k < count; ++k) {
+    const int i = order[k];
+    CoverSegment<kThin>(g, i, plane);
+    box.left = std::min(box.left, g.column[i]);
+    box.right = std::max(box.right, g.column[i] + g.columns[i]);
+    box.top = std::min(box.top, g.row[i]);
+    box.bottom = std::max(box.bottom, g.row[i] + g.blocks[i] * kBlockRows);
+  }
+  if (!box.IsEmpty()) {
+    plane.NoteBox(box);
+  }
+}
+
+void CoverThick(const ChunkGeometry& g, CoveragePlane& plane) {
+  CoverSegments<false>(g, plane);
+}
+void CoverThin(const ChunkGeometry& g, CoveragePlane& plane) {
+  CoverSegments<true>(g, plane);
+}
+
+constexpr int kCellRows = 16;
+
+// A plane's value, brought so near to the ramp's range that 16 bits hold it over a whole cell:
+// beyond, every pixel of the cell lies past the ramp anyhow.
+HWY_INLINE int Near(double value) {
+  constexpr double kFar = 20000;
+  return static_cast<int>(std::floor(std::min(std::max(value, -kFar), kFar) + 0.5));
+}
+
+// The rows of a column that the strip may touch: a x + b y + c within the outer ramp's reach.
+HWY_INLINE void NarrowRows(const LoosePiece& piece, int column, float& top, float& bottom) {
+  if (std::abs(piece.b) < 1) {
+    return;
+  }
+  const double reach = piece.outer + 2.0;
+  const double left = piece.a * (column * kGroup) + piece.c;
+  const double right = left + piece.a * (kGroup - 1);
+  const double y0 = -(std::min(left, right) - reach) / piece.b;
+  const double y1 = -(std::max(left, right) + reach) / piece.b;
+  top = static_cast<float>(std::max<double>(top, std::min(y0, y1)));
+  bottom = static_cast<float>(std::min<double>(bottom, std::max(y0, y1)));
+}
+
+template <bool kThin>
+HWY_INLINE void CoverCell(const LoosePiece& p, const PieceLanes<kThin>& lanes, int column, int row,
+                          int blocks, CoveragePlane& plane) {
+  // The strip's plane is exact in the middle of its cell, wherever the clip lets it start.
+  const int x = column * kGroup;
+  const int middleRow = (row & ~(kCellRows - 1)) + kCellRows / 2;
+  const double middle = p.a * (x + kGroup / 2) + p.b * middleRow + p.c;
+  const int stripBase = Near(middle) - p.strip.a * (kGroup / 2) - p.strip.b * (middleRow - row);
+  const auto end = [&](const Plane& q) {
+    return Near(static_cast<double>(q.a) * x + static_cast<double>(q.b) * row + q.c);
+  };
+  const std::uint64_t rows =
+      lanes.Cover(plane.Group(column, row), stripBase, end(p.start), end(p.end), blocks);
+  CoveragePlane::NoteRows(plane.Bits(column), plane.Index(row), rows);
+}
+
+template <bool kThin>
+void CoverCells(const LoosePiece& piece, CoveragePlane& plane) {
+  const PixelRect& clip = plane.Clip();
+  const int firstColumn = std::max(static_cast<int>(std::ceil(piece.left)) >> 3, clip.left >> 3);
+  const int lastColumn =
+      std::min(static_cast<int>(std::floor(piece.right)) >> 3, (clip.right - 1) >> 3);
+  const PieceLanes<kThin> lanes(piece.strip, piece.start, piece.end, piece.outer, piece.inner);
+  for (int column = firstColumn; column <= lastColumn; ++column) {
+    float top = piece.top;
+    float bottom = piece.bottom;
+    NarrowRows(piece, column, top, bottom);
+    const int first = std::max(static_cast<int>(std::ceil(top)) & ~(kBlockRows - 1),
+                               clip.top & ~(kBlockRows - 1));
+    const int last = std::min(static_cast<int>(std::floor(bottom)), clip.bottom - 1);
+    if (first > last) {
+      continue;
+    }
+    const int end = (last | (kBlockRows - 1)) + 1;
+    plane.NoteBox({column, first, column + 1, end});
+    for (int row = first; row < end;) {
+      const int cellEnd = std::min((row & ~(kCellRows - 1)) + kCellRows, end);
+      CoverCell<kThin>(piece, lanes, column, row, (cellEnd - row) / kBlockRows, plane);
+      row = cellEnd;
+    }
+  }
+}
+
+void CoverLoose(const LoosePiece& piece, CoveragePlane& plane) {
+  if (piece.thin) {
+    CoverCells<true>(piece, plane);
+  } else {
+    CoverCells<false>(piece, plane);
+  }
+}
+
+}  // namespace
+}  // namespace HWY_NAMESPACE
+}  // namespace raster
+HWY_AFTER_NAMESPACE();
+
+#if HWY_ONCE
+namespace raster {
+
+HWY_EXPORT(CoverThick);
+HWY_EXPORT(CoverThin);
+HWY_EXPORT(CoverLoose);
+
+void CoverChunk(const ChunkGeometry& geometry, bool thin, CoveragePlane& plane) {
+  if (thin) {
+    HWY_DYNAMIC_DISPATCH(CoverThin)(geometry, plane);
+  } else {
+    HWY_DYNAMIC_DISPATCH(CoverThick)(geometry, plane);
+  }
+}
+
+void CoverLoosePiece(const LoosePiece& piece, CoveragePlane& plane) {
+  HWY_DYNAMIC_DISPATCH(CoverLoose)(piece, plane);
+}
+
+}  // namespace raster
+#endif

@@ -1,0 +1,93 @@
+// The coverage of one mark, a byte a pixel.
+//
+// Pixels stand in columns of 8: the bytes of column c, row y follow those of column c, row y - 1,
+// so that a block of 8 x 4 pixels is 32 bytes in a row, whatever the width of the page. The plane
+// is zero between marks. Beside it, one bit tells for every 8-pixel group whether the mark touched
+// it, so that only those groups are looked at again.
+#pragma once
+
+#include <cstdint>
+#include <vector>
+
+#include "platform/graphics/raster/Geometry.h"
+
+namespace raster {
+
+inline constexpr int kGroup = 8;      // pixels a group: the width of a column
+inline constexpr int kBlockRows = 4;  // rows that are always covered together
+inline constexpr int kSlackRows = 8;  // rows above and below the clip that a block may reach into
+
+// The groups of one mark that are neither empty nor cut by the clip: what to blend, and where.
+struct GroupList {
+  std::vector<std::uint32_t> offsets;   // pixels from the surface's first one
+  std::vector<std::uint64_t> coverage;  // eight bytes, the leftmost pixel lowest
+  std::size_t count = 0;
+};
+
+// Owned by one Rasterizer; used by one thread at a time.
+class CoveragePlane {
+ public:
+  // Lays the plane out for `clip`. It must be empty of marks.
+  void SetClip(const PixelRect& clip);
+  const PixelRect& Clip() const { return clip; }
+
+  int FirstColumn() const { return firstColumn; }
+  int ColumnCount() const { return columnCount; }
+
+  // The bytes of a group; rows from clip.top - kSlackRows to clip.bottom + kSlackRows - 1.
+  std::uint8_t* Group(int column, int row) {
+    return bytes.data() + (column - firstColumn) * columnStride + Index(row) * kGroup;
+  }
+  std::ptrdiff_t ColumnStride() const { return columnStride; }
+
+  // Notes that the box may no longer be zero; which of its groups, NoteRows tells. Rows may reach
+  // into the slack.
+  void NoteBox(const PixelRect& columnsAndRows) {
+    firstWord = std::min(firstWord, Index(columnsAndRows.top) >> 6);
+    lastWord = std::max(lastWord, (Index(columnsAndRows.bottom) - 1) >> 6);
+    firstTouched = std::min(firstTouched, columnsAndRows.left - firstColumn);
+    lastTouched = std::max(lastTouched, columnsAndRows.right - 1 - firstColumn);
+  }
+
+  // The bits of a column, of which NoteRows sets some.
+  std::uint64_t* Bits(int column) {
+    return bits.data() + static_cast<std::ptrdiff_t>(column - firstColumn) * wordsPerColumn;
+  }
+  std::ptrdiff_t BitsStride() const { return wordsPerColumn; }
+  int Index(int row) const { return row - clip.top + kSlackRows; }
+
+  // Notes in a column's bits the groups that are not zero: bit i of `rows` stands for row `index +
+  // i`.
+  static void NoteRows(std::uint64_t* columnBits, int index, std::uint64_t rows) {
+    std::uint64_t* const word = columnBits + (index >> 6);
+    const int shift = index & 63;
+    word[0] |= rows << shift;
+    const std::uint64_t rest = rows >> 1 >> (63 - shift);
+    if (rest != 0) {
+      word[1] |= rest;
+    }
+  }
+
+  // Moves the mark out: lists its whole groups in `groups`, copies the clip's cut columns over as
+  // groups of their own in `cutGroups`, and leaves the plane zero. `stride` is the surface's, in
+  // pixels.
+  void Extract(std::ptrdiff_t stride, GroupList& groups, GroupList& cutGroups);
+
+ private:
+  void ClearSlack(std::uint8_t* top, int word, std::uint64_t& wordBits) const;
+  void ExtractColumn(int column, std::ptrdiff_t stride, std::uint64_t keep, GroupList& groups);
+
+  PixelRect clip;
+  int firstColumn = 0;
+  int columnCount = 0;
+  std::ptrdiff_t columnStride = 0;  // bytes
+  int wordsPerColumn = 0;
+  std::vector<std::uint8_t> bytes;
+  std::vector<std::uint64_t> bits;
+  int firstWord = 0;
+  int lastWord = -1;
+  int firstTouched = 0;
+  int lastTouched = -1;
+};
+
+}  // namespace raster

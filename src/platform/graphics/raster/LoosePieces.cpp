@@ -1,0 +1,165 @@
+#include "platform/graphics/raster/LoosePieces.h"
+
+#include <algorithm>
+#include <cmath>
+#include <initializer_list>
+
+namespace raster {
+namespace {
+
+constexpr float kFringe = 0.8F;
+constexpr float kMitreLimit = 0.02F;  // 1 + cos(turn) at 10 times the half width
+constexpr float kSharpTurn =
+    1.0F;  // 1 + cos(turn) of the sharpest joint whose halves a seam parts well
+
+struct Vector {
+  float x = 0;
+  float y = 0;
+};
+
+Vector operator+(Vector a, Vector b) {
+  return {a.x + b.x, a.y + b.y};
+}
+Vector operator*(float k, Vector v) {
+  return {k * v.x, k * v.y};
+}
+Vector LeftNormal(Vector tangent) {
+  return {-tangent.y, tangent.x};
+}
+
+Plane PlaneThrough(Vector point, Vector normal) {
+  const float larger = std::max({std::abs(normal.x), std::abs(normal.y), 1e-6F});
+  const float scale = kPlaneUnit / larger;
+  const float a = std::nearbyint(normal.x * scale);
+  const float b = std::nearbyint(normal.y * scale);
+  return {static_cast<std::int32_t>(a), static_cast<std::int32_t>(b),
+          kPlaneUnit / 2 - static_cast<std::int32_t>(std::nearbyint(a * point.x + b * point.y))};
+}
+
+// Sets the strip of `halfWidth` around the line through `point` along `tangent`.
+void SetStrip(LoosePiece& piece, Vector point, Vector tangent, float halfWidth) {
+  const double absX = std::abs(tangent.x);
+  const double absY = std::abs(tangent.y);
+  const double scale = kPlaneUnit / std::max({absX, absY, 1e-6});
+  piece.a = -tangent.y * scale;
+  piece.b = tangent.x * scale;
+  piece.c = -(piece.a * point.x + piece.b * point.y);
+  piece.strip.a = static_cast<std::int32_t>(std::nearbyint(piece.a));
+  piece.strip.b = static_cast<std::int32_t>(std::nearbyint(piece.b));
+  const double edge = halfWidth * scale + kEdgeOffset;
+  const double quarter = std::min(absX, absY) * scale * 0.25;
+  piece.outer = static_cast<std::int32_t>(std::nearbyint(edge + quarter));
+  piece.inner = static_cast<std::int32_t>(std::nearbyint(edge - quarter));
+  piece.thin = halfWidth < kThickHalfWidth;
+}
+
+void SetBox(LoosePiece& piece, std::initializer_list<Vector> corners) {
+  piece.left = piece.right = corners.begin()->x;
+  piece.top = piece.bottom = corners.begin()->y;
+  for (const Vector& corner : corners) {
+    piece.left = std::min(piece.left, corner.x);
+    piece.top = std::min(piece.top, corner.y);
+    piece.right = std::max(piece.right, corner.x);
+    piece.bottom = std::max(piece.bottom, corner.y);
+  }
+  piece.left -= kFringe;
+  piece.top -= kFringe;
+  piece.right += kFringe;
+  piece.bottom += kFringe;
+}
+
+Plane At(const PlaneArrays& arrays, int i) {
+  return {arrays.a[i], arrays.b[i], arrays.c[i]};
+}
+
+struct Corner {
+  Vector at;
+  Vector before, after;          // the tangents
+  Vector edgeBefore, edgeAfter;  // from the joint to the outer ends of the two square ends
+  float turn;
+};
+
+void CoverMitre(const Corner& corner, const Plane& seam, float halfWidth, CoveragePlane& plane) {
+  const Vector tip = corner.at + (1 / corner.turn) * (corner.edgeBefore + corner.edgeAfter);
+  LoosePiece half;
+  SetStrip(half, corner.at, corner.before, halfWidth);
+  half.start = PlaneThrough(corner.at, corner.before);
+  half.end = seam;
+  SetBox(half, {corner.at, corner.at + corner.edgeBefore, tip});
+  CoverLoosePiece(half, plane);
+  SetStrip(half, corner.at, corner.after, halfWidth);
+  half.start = seam;
+  half.end = PlaneThrough(corner.at, corner.after);
+  SetBox(half, {corner.at, corner.at + corner.edgeAfter, tip});
+  CoverLoosePiece(half, plane);
+}
+
+// The triangle between the joint and the outer ends, and with `mitred` the one between those and
+// the tip. They part at the line through the outer ends, hw cos(theta / 2) from the joint, where 1
+// + cos theta = 2 cos^2(theta / 2). A sharp tip is thinner than a pixel, so that both of its edges
+// must count in every pixel: they stand in for the two ends of its piece.
+void CoverSharpCorner(const Corner& corner, bool mitred, float halfWidth, CoveragePlane& plane) {
+  const Vector across = corner.edgeBefore + corner.edgeAfter;
+  const float length = std::hypot(across.x, across.y);
+  if (length < 0.01F * halfWidth) {
+    return;
+  }
+  const Vector outward = (1 / length) * across;
+  const Vector along = {outward.y, -outward.x};
+  const float height = halfWidth * std::sqrt(corner.turn / 2);
+  const Vector endBefore = corner.at + corner.edgeBefore;
+  const Vector endAfter = corner.at + corner.edgeAfter;
+  LoosePiece triangle;
+  SetStrip(triangle, corner.at, along, height);
+  triangle.start = PlaneThrough(corner.at, corner.before);
+  triangle.end = PlaneThrough(corner.at, corner.after);
+  SetBox(triangle, {corner.at, endBefore, endAfter});
+  CoverLoosePiece(triangle, plane);
+  if (!mitred) {
+    return;
+  }
+  const Vector tip = corner.at + (1 / corner.turn) * across;
+  const float beyond = (length / corner.turn - height) / 2 + 1;
+  LoosePiece top;
+  SetStrip(top, corner.at + (height + beyond) * outward, along, beyond);
+  top.start = PlaneThrough(endBefore, -1 * corner.edgeBefore);
+  top.end = PlaneThrough(endAfter, corner.edgeAfter);
+  SetBox(top, {endBefore, endAfter, tip});
+  CoverLoosePiece(top, plane);
+}
+
+}  // namespace
+
+LoosePiece MakeLongPiece(const ChunkPoints& points, const ChunkGeometry& geometry, int i,
+                         float halfWidth) {
+  LoosePiece piece;
+  SetStrip(piece, {points.x[i], points.y[i]}, {geometry.tangentX[i], geometry.tangentY[i]},
+           halfWidth);
+  piece.start = At(geometry.start, i);
+  piece.end = At(geometry.end, i);
+  piece.left = geometry.left[i];
+  piece.top = geometry.top[i];
+  piece.right = geometry.right[i];
+  piece.bottom = geometry.bottom[i];
+  return piece;
+}
+
+void CoverCorner(const ChunkPoints& points, const ChunkGeometry& geometry, int i, float halfWidth,
+                 CoveragePlane& plane) {
+  Corner corner;
+  corner.at = {points.x[i], points.y[i]};
+  corner.before = {geometry.tangentX[i - 1], geometry.tangentY[i - 1]};
+  corner.after = {geometry.tangentX[i], geometry.tangentY[i]};
+  corner.turn = geometry.turn[i];
+  const float cross = corner.before.x * corner.after.y - corner.before.y * corner.after.x;
+  const float outer = cross > 0 ? -halfWidth : halfWidth;
+  corner.edgeBefore = outer * LeftNormal(corner.before);
+  corner.edgeAfter = outer * LeftNormal(corner.after);
+  if (corner.turn >= kSharpTurn) {
+    CoverMitre(corner, At(geometry.seam, i), halfWidth, plane);
+  } else {
+    CoverSharpCorner(corner, corner.turn >= kMitreLimit, halfWidth, plane);
+  }
+}
+
+}  // namespace raster

@@ -1,0 +1,240 @@
+#include "platform/graphics/raster/StrokeChunk.h"
+
+#undef HWY_TARGET_INCLUDE
+#define HWY_TARGET_INCLUDE "platform/graphics/raster/MeasureChunk.cpp"
+#include <hwy/foreach_target.h>
+
+#include <hwy/highway.h>
+
+#include "platform/graphics/raster/CoveragePlane.h"
+
+HWY_BEFORE_NAMESPACE();
+namespace raster {
+namespace HWY_NAMESPACE {
+namespace {
+
+namespace hn = hwy::HWY_NAMESPACE;
+using Floats = hn::CappedTag<float, 16>;
+using Ints = hn::RebindToSigned<Floats>;
+using F = hn::Vec<Floats>;
+using I = hn::Vec<Ints>;
+constexpr Floats kFloats;
+constexpr Ints kInts;
+
+// How far beyond its ideal edge a piece may tint a pixel, as a distance between centre and edge.
+constexpr float kFringe = 0.8F;
+// A mitre that reaches further along the stroke than this would make boxes large; such a joint ends
+// square and gets its corner from a wedge.
+constexpr float kLongestBackOff = 24.0F;
+// 1 + cos(turn) of the sharpest good joint.
+constexpr float kSharpTurn = 1.0F;
+constexpr float kLongestNarrow = 16.0F;
+constexpr float kWidestNarrowBox = 108.0F;  // width and height together
+constexpr float kHighestNarrowBox = 60.0F;  // one bit a row in 64
+
+HWY_INLINE F Set(float value) {
+  return hn::Set(kFloats, value);
+}
+HWY_INLINE I Rounded(F value) {
+  return hn::NearestInt(value);
+}
+
+struct Plane {
+  I a, b, c;
+};
+
+// The plane through (x, y) with the normal (normalX, normalY) of any length but 0; `offset` at (x,
+// y).
+HWY_INLINE Plane PlaneThrough(F x, F y, F normalX, F normalY, int offset) {
+  const F larger = hn::Max(hn::Max(hn::Abs(normalX), hn::Abs(normalY)), Set(1e-6F));
+  const F scale = hn::Div(Set(kPlaneUnit), larger);
+  const F a = hn::Round(hn::Mul(normalX, scale));
+  const F b = hn::Round(hn::Mul(normalY, scale));
+  const I c = hn::Sub(hn::Set(kInts, offset), Rounded(hn::Add(hn::Mul(a, x), hn::Mul(b, y))));
+  return {hn::ConvertTo(kInts, a), hn::ConvertTo(kInts, b), c};
+}
+
+HWY_INLINE void Store(const Plane& plane, PlaneArrays& arrays, int i) {
+  hn::StoreU(plane.a, kInts, arrays.a + i);
+  hn::StoreU(plane.b, kInts, arrays.b + i);
+  hn::StoreU(plane.c, kInts, arrays.c + i);
+}
+
+HWY_INLINE Plane Choose(I good, const PlaneArrays& seam, int i, const Plane& square) {
+  const auto mask = hn::MaskFromVec(good);
+  return {hn::IfThenElse(mask, hn::LoadU(kInts, seam.a + i), square.a),
+          hn::IfThenElse(mask, hn::LoadU(kInts, seam.b + i), square.b),
+          hn::IfThenElse(mask, hn::LoadU(kInts, seam.c + i), square.c)};
+}
+
+HWY_INLINE I Value(const Plane& plane, I x, I y) {
+  return hn::Add(hn::Add(hn::Mul(plane.a, x), hn::Mul(plane.b, y)), plane.c);
+}
+
+void MeasureTangents(const ChunkPoints& points, ChunkGeometry& out) {
+  for (int i = 0; i < points.segments + 2; i += static_cast<int>(hn::Lanes(kFloats))) {
+    const F dx = hn::Sub(hn::LoadU(kFloats, points.x + i + 1), hn::LoadU(kFloats, points.x + i));
+    const F dy = hn::Sub(hn::LoadU(kFloats, points.y + i + 1), hn::LoadU(kFloats, points.y + i));
+    const F length = hn::Sqrt(hn::Add(hn::Mul(dx, dx), hn::Mul(dy, dy)));
+    const F inverse = hn::Div(Set(1), hn::Max(length, Set(1e-6F)));
+    hn::StoreU(hn::Mul(dx, inverse), kFloats, out.tangentX + i);
+    hn::StoreU(hn::Mul(dy, inverse), kFloats, out.tangentY + i);
+    hn::StoreU(length, kFloats, out.length + i);
+  }
+}
+
+// With t0, t1 the tangents at a joint and theta the angle between them, the seam's normal is t0 +
+// t1, and the strip's corners lie hw (n0 + n1) / (1 + t0 . t1) from the joint. The inner corner
+// backs off hw tan(theta / 2) along both segments; tan^2(theta / 2) = (1 - t0 . t1) / (1 + t0 .
+// t1).
+void MeasureJoints(const ChunkPoints& points, float halfWidth, ChunkGeometry& out) {
+  const F half = Set(halfWidth);
+  for (int i = 1; i < points.segments + 2; i += static_cast<int>(hn::Lanes(kFloats))) {
+    const F x0 = hn::LoadU(kFloats, out.tangentX + i - 1);
+    const F y0 = hn::LoadU(kFloats, out.tangentY + i - 1);
+    const F x1 = hn::LoadU(kFloats, out.tangentX + i);
+    const F y1 = hn::LoadU(kFloats, out.tangentY + i);
+    const F dot = hn::Add(hn::Mul(x0, x1), hn::Mul(y0, y1));
+    const F turn = hn::Max(hn::Add(Set(1), dot), Set(1e-6F));
+    const F sumX = hn::Add(x0, x1);
+    const F sumY = hn::Add(y0, y1);
+    const F shorter =
+        hn::Min(hn::LoadU(kFloats, out.length + i - 1), hn::LoadU(kFloats, out.length + i));
+    const F room = hn::Min(hn::Mul(shorter, Set(0.5F)), Set(kLongestBackOff));
+    const F backOff = hn::Mul(hn::Mul(half, half), hn::Sub(Set(1), dot));
+    const auto good =
+        hn::And(hn::Le(backOff, hn::Mul(hn::Mul(room, room), turn)), hn::Ge(turn, Set(kSharpTurn)));
+    const F reach = hn::Div(half, turn);
+    // The fringe grows as the corner sharpens: by 1 / cos(theta / 2) <= 2 / turn.
+    const F fringe = hn::Div(Set(2 * kFringe), turn);
+    Store(PlaneThrough(hn::LoadU(kFloats, points.x + i), hn::LoadU(kFloats, points.y + i), sumX,
+                       sumY, kPlaneUnit / 2),
+          out.seam, i);
+    hn::StoreU(turn, kFloats, out.turn + i);
+    hn::StoreU(hn::Add(hn::Mul(reach, hn::Abs(sumY)), fringe), kFloats, out.reachX + i);
+    hn::StoreU(hn::Add(hn::Mul(reach, hn::Abs(sumX)), fringe), kFloats, out.reachY + i);
+    hn::StoreU(hn::VecFromMask(kInts, hn::RebindMask(kInts, good)), kInts, out.good + i);
+  }
+}
+
+struct Span {
+  F low, high;
+};
+
+// The extent of a strip along one axis: between its joints, each with its reach.
+HWY_INLINE Span Extent(const float* points, const float* reach, const std::int32_t* good,
+                       F square) {
+  const F first = hn::LoadU(kFloats, points);
+  const F second = hn::LoadU(kFloats, points + 1);
+  const auto firstGood = hn::MaskFromVec(hn::BitCast(kFloats, hn::LoadU(kInts, good)));
+  const auto secondGood = hn::MaskFromVec(hn::BitCast(kFloats, hn::LoadU(kInts, good + 1)));
+  const F reach0 = hn::IfThenElse(firstGood, hn::LoadU(kFloats, reach), square);
+  const F reach1 = hn::IfThenElse(secondGood, hn::LoadU(kFloats, reach + 1), square);
+  return {hn::Min(hn::Sub(first, reach0), hn::Sub(second, reach1)),
+          hn::Max(hn::Add(first, reach0), hn::Add(second, reach1))};
+}
+
+// Cuts a box to the clip. Blocks of rows count from the box's own top, so that a pixel's coverage
+// does not depend on the clip.
+HWY_INLINE void StoreBox(const Span& across, const Span& down, const PixelRect& clip, int i,
+                         ChunkGeometry& out) {
+  const I left = hn::ShiftRight<3>(hn::ConvertTo(kInts, hn::Ceil(across.low)));
+  const I right = hn::ShiftRight<3>(hn::ConvertTo(kInts, hn::Floor(across.high)));
+  const I firstColumn = hn::Max(left, hn::Set(kInts, clip.left >> 3));
+  const I lastColumn = hn::Min(right, hn::Set(kInts, (clip.right - 1) >> 3));
+  const I one = hn::Set(kInts, 1);
+  const I top = hn::ConvertTo(kInts, hn::Ceil(down.low));
+  const I bottom = hn::ConvertTo(kInts, hn::Floor(down.high));
+  const I all = hn::Add(hn::ShiftRight<2>(hn::Sub(bottom, top)), one);
+  const I above =
+      hn::Max(hn::ShiftRight<2>(hn::Sub(hn::Set(kInts, clip.top), top)), hn::Zero(kInts));
+  const I row = hn::Add(top, hn::ShiftLeft<2>(above));
+  const I inside = hn::ShiftRight<2>(hn::Sub(hn::Set(kInts, clip.bottom + kBlockRows - 1), row));
+  hn::StoreU(firstColumn, kInts, out.column + i);
+  hn::StoreU(hn::Add(hn::Sub(lastColumn, firstColumn), one), kInts, out.columns + i);
+  hn::StoreU(row, kInts, out.row + i);
+  hn::StoreU(hn::Min(hn::Sub(all, above), inside), kInts, out.blocks + i);
+}
+
+// With M and m the larger and the smaller of |nx|, |ny|, an edge's coverage is the mean of two
+// ramps of slope 1/M, m/4 to either side of it: half the error of one ramp at 45 degrees.
+void MeasurePieces(const ChunkPoints& points, float halfWidth, const PixelRect& clip,
+                   ChunkGeometry& out) {
+  const F halfPixel = Set(0.5F);
+  for (int i = 1; i <= points.segments; i += static_cast<int>(hn::Lanes(kFloats))) {
+    const F tx = hn::LoadU(kFloats, out.tangentX + i);
+    const F ty = hn::LoadU(kFloats, out.tangentY + i);
+    const F x0 = hn::LoadU(kFloats, points.x + i);
+    const F y0 = hn::LoadU(kFloats, points.y + i);
+    const F x1 = hn::LoadU(kFloats, points.x + i + 1);
+    const F y1 = hn::LoadU(kFloats, points.y + i + 1);
+    const F middleX = hn::Mul(hn::Add(x0, x1), halfPixel);
+    const F middleY = hn::Mul(hn::Add(y0, y1), halfPixel);
+    const Plane strip = PlaneThrough(middleX, middleY, hn::Neg(ty), tx, 0);
+    Store(strip, out.strip, i);
+
+    const Plane square0 = PlaneThrough(x0, y0, tx, ty, kPlaneUnit / 2);
+    const Plane square1 = PlaneThrough(x1, y1, tx, ty, kPlaneUnit / 2);
+    const I good0 = hn::LoadU(kInts, out.good + i);
+    const I good1 = hn::LoadU(kInts, out.good + i + 1);
+    const Plane start = Choose(good0, out.seam, i, square0);
+    const Plane end = Choose(good1, out.seam, i + 1, square1);
+    Store(start, out.start, i);
+    Store(end, out.end, i);
+
+    const F absX = hn::Abs(tx);
+    const F absY = hn::Abs(ty);
+    const F scale = hn::Div(Set(kPlaneUnit), hn::Max(hn::Max(absX, absY), Set(1e-6F)));
+    const F edge = hn::Add(hn::Mul(Set(halfWidth), scale), Set(kEdgeOffset));
+    const F quarter = hn::Mul(hn::Mul(hn::Min(absX, absY), scale), Set(0.25F));
+    hn::StoreU(Rounded(hn::Add(edge, quarter)), kInts, out.outer + i);
+    hn::StoreU(Rounded(hn::Sub(edge, quarter)), kInts, out.inner + i);
+
+    const F squareX = hn::Add(hn::Mul(Set(halfWidth), absY), Set(kFringe));
+    const F squareY = hn::Add(hn::Mul(Set(halfWidth), absX), Set(kFringe));
+    const Span across = Extent(points.x + i, out.reachX + i, out.good + i, squareX);
+    const Span down = Extent(points.y + i, out.reachY + i, out.good + i, squareY);
+    StoreBox(across, down, clip, i, out);
+    const I firstX = hn::ShiftLeft<3>(hn::LoadU(kInts, out.column + i));
+    const I firstY = hn::LoadU(kInts, out.row + i);
+    hn::StoreU(Value(strip, firstX, firstY), kInts, out.stripBase + i);
+    hn::StoreU(Value(start, firstX, firstY), kInts, out.startBase + i);
+    hn::StoreU(Value(end, firstX, firstY), kInts, out.endBase + i);
+    hn::StoreU(across.low, kFloats, out.left + i);
+    hn::StoreU(across.high, kFloats, out.right + i);
+    hn::StoreU(down.low, kFloats, out.top + i);
+    hn::StoreU(down.high, kFloats, out.bottom + i);
+    const F box = hn::Add(hn::Sub(across.high, across.low), hn::Sub(down.high, down.low));
+    const auto small = hn::And(hn::Le(box, Set(kWidestNarrowBox)),
+                               hn::Le(hn::Sub(down.high, down.low), Set(kHighestNarrowBox)));
+    const auto narrow =
+        hn::And(hn::Le(hn::LoadU(kFloats, out.length + i), Set(kLongestNarrow)), small);
+    hn::StoreU(hn::VecFromMask(kInts, hn::RebindMask(kInts, narrow)), kInts, out.narrow + i);
+  }
+}
+
+void Measure(const ChunkPoints& points, float halfWidth, const PixelRect& clip,
+             ChunkGeometry& out) {
+  out.segments = points.segments;
+  MeasureTangents(points, out);
+  MeasureJoints(points, halfWidth, out);
+  MeasurePieces(points, halfWidth, clip, out);
+}
+
+}  // namespace
+}  // namespace HWY_NAMESPACE
+}  // namespace raster
+HWY_AFTER_NAMESPACE();
+
+#if HWY_ONCE
+namespace raster {
+
+HWY_EXPORT(Measure);
+
+void MeasureChunk(const ChunkPoints& points, float halfWidth, const PixelRect& clip,
+                  ChunkGeometry& geometry) {
+  HWY_DYNAMIC_DISPATCH(Measure)(points, halfWidth, clip, geometry);
+}
+
+}  // namespace raster
+#endif

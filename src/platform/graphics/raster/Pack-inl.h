@@ -1,0 +1,46 @@
+// Packing that keeps to blocks of 128 bits. Included once for every SIMD target.
+#if defined(PARCHLET_RASTER_PACK_INL_H) == defined(HWY_TARGET_TOGGLE)
+#ifdef PARCHLET_RASTER_PACK_INL_H
+#undef PARCHLET_RASTER_PACK_INL_H
+#else
+#define PARCHLET_RASTER_PACK_INL_H
+#endif
+
+#include <hwy/highway.h>
+
+HWY_BEFORE_NAMESPACE();
+namespace raster {
+namespace HWY_NAMESPACE {
+namespace {
+
+// Clamps to 0 .. 255 and packs: in every block of 128 bits first that of `low`, then that of
+// `high`. It undoes InterleaveLower and InterleaveUpper with zero.
+#if HWY_TARGET <= HWY_SSSE3 && HWY_TARGET >= HWY_AVX3_DL
+HWY_INLINE hwy::HWY_NAMESPACE::Vec128<std::uint8_t> PackBlocks(
+    hwy::HWY_NAMESPACE::Vec128<std::int16_t> low, hwy::HWY_NAMESPACE::Vec128<std::int16_t> high) {
+  return hwy::HWY_NAMESPACE::Vec128<std::uint8_t>{_mm_packus_epi16(low.raw, high.raw)};
+}
+#if HWY_TARGET <= HWY_AVX2
+HWY_INLINE hwy::HWY_NAMESPACE::Vec256<std::uint8_t> PackBlocks(
+    hwy::HWY_NAMESPACE::Vec256<std::int16_t> low, hwy::HWY_NAMESPACE::Vec256<std::int16_t> high) {
+  return hwy::HWY_NAMESPACE::Vec256<std::uint8_t>{_mm256_packus_epi16(low.raw, high.raw)};
+}
+#endif
+inline constexpr int kWideLanes = 16;
+#else
+template <class V>
+HWY_INLINE auto PackBlocks(V low, V high) {
+  namespace hn = hwy::HWY_NAMESPACE;
+  const hn::FixedTag<std::uint8_t, 8> half;
+  const hn::FixedTag<std::uint8_t, 16> whole;
+  return hn::Combine(whole, hn::DemoteTo(half, high), hn::DemoteTo(half, low));
+}
+inline constexpr int kWideLanes = 8;
+#endif
+
+}  // namespace
+}  // namespace HWY_NAMESPACE
+}  // namespace raster
+HWY_AFTER_NAMESPACE();
+
+#endif

@@ -1,0 +1,80 @@
+// A stretch of a stroke, point by point, and what its geometry comes to.
+//
+// A stroke is painted segment by segment. The segment from P to Q with the unit tangent t and the
+// normal n covers the strip |(X - P) . n| <= w/2, cut by a seam at either end. At a good joint the
+// seam is the bisector plane through the joint: both neighbours use the same integers for it, so
+// that what one leaves out the other covers, to the last bit. Elsewhere a segment ends square.
+//
+// A plane is a X + b Y + c in 1/256 px, scaled so that the larger of |a|, |b| is 256: a step of 256
+// along the plane's steeper axis is one pixel, the width over which the coverage of a pixel rises
+// from 0 to 1.
+#pragma once
+
+#include <cstdint>
+
+#include "platform/graphics/raster/Geometry.h"
+
+namespace raster {
+
+inline constexpr int kPlaneUnit = 256;
+// Where an edge's ramp stands on the edge itself: half, less what averaging in whole bytes rounds
+// up.
+inline constexpr float kEdgeOffset = 127;
+inline constexpr int kChunkSegments = 64;
+inline constexpr int kChunkRoom = kChunkSegments + 32;  // vectors may run past the last one
+
+// The points of a chunk: points[0] lies before its first one and points[segments + 2] behind its
+// last one; only the direction to them counts. Segment i (1 .. segments) runs from point i to point
+// i + 1, and no two neighbours are equal.
+struct ChunkPoints {
+  alignas(64) float x[kChunkRoom];
+  alignas(64) float y[kChunkRoom];
+  int segments;
+};
+
+struct PlaneArrays {
+  alignas(64) std::int32_t a[kChunkRoom];
+  alignas(64) std::int32_t b[kChunkRoom];
+  alignas(64) std::int32_t c[kChunkRoom];
+};
+
+struct ChunkGeometry {
+  // Of segment i, from point i to point i + 1.
+  alignas(64) float tangentX[kChunkRoom];
+  alignas(64) float tangentY[kChunkRoom];
+  alignas(64) float length[kChunkRoom];
+  // Of the joint at point i.
+  PlaneArrays seam;
+  alignas(64) float turn[kChunkRoom];    // 1 + cos of the angle that the stroke turns by
+  alignas(64) float reachX[kChunkRoom];  // how far the strip's corners stick out at the joint
+  alignas(64) float reachY[kChunkRoom];
+  alignas(64) std::int32_t good[kChunkRoom];  // -1 for a good joint, else 0
+  // Of the piece that segment i is painted as.
+  PlaneArrays strip;  // 0 on the segment
+  PlaneArrays start;  // 128 on the end at point i, growing along the segment
+  PlaneArrays end;    // 128 on the end at point i + 1, growing beyond it
+  alignas(64) std::int32_t outer[kChunkRoom];  // the two edge ramps: see the coverage kernel
+  alignas(64) std::int32_t inner[kChunkRoom];
+  alignas(64) std::int32_t column[kChunkRoom];
+  alignas(64) std::int32_t columns[kChunkRoom];  // below 1: nothing within the clip
+  alignas(64) std::int32_t row[kChunkRoom];
+  alignas(64) std::int32_t blocks[kChunkRoom];  // below 1: nothing within the clip
+  alignas(
+      64) std::int32_t stripBase[kChunkRoom];  // the planes at the first pixel of column and row
+  alignas(64) std::int32_t startBase[kChunkRoom];
+  alignas(64) std::int32_t endBase[kChunkRoom];
+  alignas(
+      64) float left[kChunkRoom];  // the same box, fringe included, before it is cut to the clip
+  alignas(64) float top[kChunkRoom];
+  alignas(64) float right[kChunkRoom];
+  alignas(64) float bottom[kChunkRoom];
+  alignas(
+      64) std::int32_t narrow[kChunkRoom];  // -1 when 16 bits hold every plane over the piece's box
+  int segments;
+};
+
+// Measures a chunk for a pen of `halfWidth`; boxes are cut to `clip`.
+void MeasureChunk(const ChunkPoints& points, float halfWidth, const PixelRect& clip,
+                  ChunkGeometry& geometry);
+
+}  // namespace raster

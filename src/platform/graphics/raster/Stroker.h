@@ -1,0 +1,61 @@
+// Turns the points of a stroke into coverage, chunk by chunk: no outline, no copy of the stroke.
+#pragma once
+
+#include <span>
+
+#include "platform/graphics/raster/CoveragePlane.h"
+#include "platform/graphics/raster/StrokeChunk.h"
+
+namespace raster {
+
+// Owned by one Rasterizer; used by one thread at a time.
+class Stroker {
+ public:
+  explicit Stroker(CoveragePlane& plane) : plane(plane) {}
+
+  // Starts a stroke on a surface of `bounds`; points may lie anywhere.
+  void Begin(const PixelRect& bounds, float width);
+
+  // Covers the polyline through `points`; a closed one returns to its first point. Gives false and
+  // covers nothing when all points fall on one pixel.
+  bool Cover(std::span<const GridPoint> points, bool closed);
+
+  // Covers the outline of the ellipse inscribed in the box from (x, y), `width` x `height` pixels
+  // further.
+  void CoverEllipse(double x, double y, double width, double height);
+
+ private:
+  struct Vertex {
+    double x, y;
+  };
+
+  template <class T>
+  bool InGuard(T x, T y) const {
+    return x >= guard.left && x <= guard.right && y >= guard.top && y <= guard.bottom;
+  }
+  void CoverOpen(std::span<const GridPoint> points);
+  void CoverClosed(std::span<const GridPoint> points);
+  void FollowArc(const Vertex& center, const Vertex& radius, int first, int last, int steps);
+
+  // The pen that walks from vertex to vertex; what lies outside the guard is left out.
+  void Walk(Vertex from, Vertex to);
+  void MoveTo(float x, float y);
+  void LineTo(float x, float y);
+  void LiftPen();
+
+  // A closed run: its last vertex first, and in the end the one after the first.
+  void MoveToFrom(Vertex before, Vertex first);
+  void LiftPenTowards(Vertex next);
+  void Flush(int segments);
+  bool IsInSight() const;
+
+  CoveragePlane& plane;
+  float halfWidth = 0.5F;
+  PixelRect guard;  // the surface and what lies so near that it may matter
+  ChunkPoints points = {};
+  ChunkGeometry geometry;
+  int count = 0;            // points of the run in the chunk, at 1 .. count; 0: no run
+  bool startKnown = false;  // points[0] is the stroke's own point, not to be made up for a flat cap
+};
+
+}  // namespace raster

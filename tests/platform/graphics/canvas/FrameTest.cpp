@@ -1,0 +1,248 @@
+// A frame painted in pieces shows what the same frame painted from scratch shows.
+#include "platform/graphics/canvas/Frame.h"
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <cstdint>
+#include <memory>
+#include <random>
+#include <vector>
+
+namespace {
+
+using canvas::Box;
+using canvas::Frame;
+using raster::GridPoint;
+using raster::PixelRect;
+
+struct Mark {
+  int kind = 0;
+  std::vector<GridPoint> points;
+  Box box;
+  float width = 1;
+  std::uint32_t argb = 0;
+  std::shared_ptr<const Picture> picture;
+};
+
+struct Page {
+  std::uint32_t background = 0xFFFFFFFF;
+  std::vector<Mark> marks;
+};
+
+class Screen {
+ public:
+  Screen(int width, int height, int threads)
+      : pixels(static_cast<std::size_t>(width) * height, 0xDEADBEEF),
+        frame({pixels.data(), width, height, width}, threads) {}
+
+  std::vector<PixelRect> Show(const Page& page) {
+    frame.Clear(page.background);
+    for (const Mark& mark : page.marks) {
+      Draw(mark);
+    }
+    return Finish();
+  }
+  void Draw(const Mark& mark) {
+    switch (mark.kind) {
+      case 0:
+      case 1:
+        frame.Stroke(mark.points, mark.kind == 1, mark.width, mark.argb);
+        break;
+      case 2:
+        frame.StrokeEllipse(mark.box, mark.width, mark.argb);
+        break;
+      case 3:
+        frame.Fill(mark.box, mark.argb);
+        break;
+      default:
+        frame.DrawPicture(mark.picture, {0, 0, mark.picture->width, mark.picture->height},
+                          mark.box);
+    }
+  }
+  std::vector<PixelRect> Finish() {
+    const auto changed = frame.Finish();
+    return {changed.begin(), changed.end()};
+  }
+  const std::vector<std::uint32_t>& Pixels() const { return pixels; }
+
+ private:
+  std::vector<std::uint32_t> pixels;
+  Frame frame;
+};
+
+class Editor {
+ public:
+  Editor(std::uint32_t seed, int width, int height)
+      : generator(seed), width(width), height(height) {}
+
+  int Below(int count) { return std::uniform_int_distribution<int>(0, count - 1)(generator); }
+
+  std::uint32_t Random() { return static_cast<std::uint32_t>(generator()); }
+
+  Mark NewMark() {
+    Mark mark;
+    mark.kind = Below(5);
+    mark.width = static_cast<float>(1 + Below(30));
+    mark.argb = Random() | (Below(2) == 0 ? 0xFF000000U : 0U);
+    mark.box = {Below(width + 60) - 30, Below(height + 60) - 30, Below(200), Below(160)};
+    GridPoint at = {Below(width), Below(height)};
+    for (int count = 1 + Below(60); count > 0; --count) {
+      mark.points.push_back(at);
+      const int step = 1 + Below(Below(4) == 0 ? 60 : 6);
+      at = {at.x + Below(2 * step + 1) - step, at.y + Below(2 * step + 1) - step};
+    }
+    if (Below(12) == 0) {
+      mark.points.push_back({INT32_MAX - Below(3), INT32_MIN + Below(3)});
+    }
+    if (mark.kind == 4) {
+      mark.picture = NewPicture();
+    }
+    return mark;
+  }
+
+  void Edit(Page& page) {
+    const auto pick = [&]() -> Mark& {
+      return page.marks[static_cast<std::size_t>(Below(static_cast<int>(page.marks.size())))];
+    };
+    const int action = page.marks.empty() ? 0 : Below(9);
+    if (action <= 1) {
+      page.marks.push_back(NewMark());
+    } else if (action <= 3) {
+      const GridPoint last = page.marks.back().points.back();
+      page.marks.back().points.push_back({last.x / 2 + Below(width) / 2, last.y / 2 + Below(9)});
+    } else if (action == 4) {
+      page.marks.erase(page.marks.begin() + Below(static_cast<int>(page.marks.size())));
+    } else if (action == 5) {
+      for (GridPoint& point : pick().points) {
+        point = {point.x / 2 + 3, point.y / 2 + 1};
+      }
+    } else if (action == 6) {
+      pick().argb ^= 1U << Below(32);
+    } else if (action == 7) {
+      std::swap(pick(), pick());
+    } else if (Below(8) == 0) {
+      page.background = Random();
+    }
+  }
+
+ private:
+  std::shared_ptr<const Picture> NewPicture() {
+    auto picture = std::make_shared<Picture>();
+    picture->width = 1 + Below(40);
+    picture->height = 1 + Below(40);
+    for (int i = 0; i < picture->width * picture->height; ++i) {
+      const auto alpha = static_cast<std::uint32_t>(Below(256));
+      picture->pixels.push_back(alpha << 24 | alpha / 2 << 16 | alpha);
+    }
+    return picture;
+  }
+
+  std::mt19937 generator;
+  int width, height;
+};
+
+bool Holds(const std::vector<PixelRect>& areas, int x, int y) {
+  return std::any_of(areas.begin(), areas.end(), [&](const PixelRect& area) {
+    return x >= area.left && x < area.right && y >= area.top && y < area.bottom;
+  });
+}
+
+constexpr int kWidth = 333;
+constexpr int kHeight = 277;
+
+void ExpectChangesWithin(const std::vector<std::uint32_t>& before,
+                         const std::vector<std::uint32_t>& after,
+                         const std::vector<PixelRect>& areas) {
+  for (int y = 0; y < kHeight; ++y) {
+    for (int x = 0; x < kWidth; ++x) {
+      const std::size_t i = static_cast<std::size_t>(y) * kWidth + x;
+      ASSERT_TRUE(before[i] == after[i] || Holds(areas, x, y)) << x << ", " << y;
+    }
+  }
+}
+
+void ExpectSame(const std::vector<std::uint32_t>& actual,
+                const std::vector<std::uint32_t>& expected) {
+  const auto [a, b] = std::mismatch(actual.begin(), actual.end(), expected.begin());
+  const auto at = static_cast<int>(a - actual.begin());
+  ASSERT_EQ(a, actual.end()) << "at " << at % kWidth << ", " << at / kWidth << ": " << std::hex
+                             << *a << " is not " << *b;
+}
+
+TEST(FrameTest, AnySequenceOfEditsShowsWhatPaintingFromScratchShows) {
+  for (std::uint32_t seed = 1; seed <= 4; ++seed) {
+    Editor editor(seed, kWidth, kHeight);
+    Page page;
+    Screen screen(kWidth, kHeight, 1);
+    for (int step = 0; step < 120; ++step) {
+      editor.Edit(page);
+      const std::vector<std::uint32_t> before = screen.Pixels();
+      const std::vector<PixelRect> areas = screen.Show(page);
+      Screen fresh(kWidth, kHeight, 1);
+      fresh.Show(page);
+      ExpectSame(screen.Pixels(), fresh.Pixels());
+      ASSERT_FALSE(HasFailure()) << "seed " << seed << ", step " << step;
+      ExpectChangesWithin(before, screen.Pixels(), areas);
+    }
+  }
+}
+
+TEST(FrameTest, AnUnchangedFrameReportsNothing) {
+  Editor editor(7, kWidth, kHeight);
+  Page page;
+  for (int i = 0; i < 30; ++i) {
+    page.marks.push_back(editor.NewMark());
+  }
+  Screen screen(kWidth, kHeight, 1);
+  EXPECT_FALSE(screen.Show(page).empty());
+  EXPECT_TRUE(screen.Show(page).empty());
+}
+
+TEST(FrameTest, APointAddedToALongPathChangesOnlyItsNeighbourhood) {
+  Page page;
+  Mark path;
+  path.width = 6;
+  path.argb = 0xFF102030;
+  for (int x = 0; x < 250; ++x) {
+    path.points.push_back({10 + x, 20 + x % 3});
+  }
+  page.marks.push_back(path);
+  Screen screen(kWidth, kHeight, 1);
+  screen.Show(page);
+  page.marks.back().points.push_back({262, 24});
+  const std::vector<PixelRect> areas = screen.Show(page);
+  ASSERT_FALSE(areas.empty());
+  for (const PixelRect& area : areas) {
+    EXPECT_GE(area.left, 192);
+  }
+}
+
+TEST(FrameTest, ThePixelsDoNotDependOnTheNumberOfThreads) {
+  Editor editor(3, 1200, 900);
+  Page page;
+  for (int i = 0; i < 80; ++i) {
+    page.marks.push_back(editor.NewMark());
+  }
+  Screen alone(1200, 900, 1);
+  alone.Show(page);
+  for (const int threads : {2, 3, 4}) {
+    Screen shared(1200, 900, threads);
+    shared.Show(page);
+    EXPECT_EQ(shared.Pixels(), alone.Pixels()) << threads;
+  }
+}
+
+TEST(FrameTest, WhatIsDrawnAfterAFinishLiesOnTopOfIt) {
+  Screen screen(kWidth, kHeight, 1);
+  Mark below{3, {}, {10, 10, 50, 50}, 1, 0xFF0000FF, nullptr};
+  Mark above{3, {}, {20, 20, 10, 10}, 1, 0x80FF0000, nullptr};
+  screen.Show({0xFFFFFFFF, {below}});
+  screen.Draw(above);
+  EXPECT_FALSE(screen.Finish().empty());
+  Screen whole(kWidth, kHeight, 1);
+  whole.Show({0xFFFFFFFF, {below, above}});
+  EXPECT_EQ(screen.Pixels(), whole.Pixels());
+}
+
+}  // namespace

@@ -1,0 +1,189 @@
+// What is painted, beside the exact coverage of what was meant.
+#include <gtest/gtest.h>
+
+#include <hwy/targets.h>
+
+#include <cmath>
+#include <cstdint>
+#include <numbers>
+#include <vector>
+
+#include "ExactCoverage.h"
+#include "platform/graphics/raster/Rasterizer.h"
+#include "workload/Workload.h"
+
+namespace {
+
+using raster::GridPoint;
+using raster::PixelSurface;
+using raster::Rasterizer;
+
+std::vector<GridPoint> PointsOf(const BenchMark& mark) {
+  std::vector<GridPoint> points;
+  for (const POINT& point : mark.points) {
+    points.push_back({point.x, point.y});
+  }
+  return points;
+}
+
+std::vector<std::uint32_t> Paint(const Workload& page) {
+  std::vector<std::uint32_t> pixels(static_cast<std::size_t>(page.width) * page.height);
+  Rasterizer rasterizer;
+  const PixelSurface surface = {pixels.data(), page.width, page.height, page.width};
+  rasterizer.SetTarget(surface, surface.Bounds());
+  rasterizer.Clear(0xFFFFFFFF);
+  for (const BenchMark& mark : page.marks) {
+    rasterizer.Stroke(PointsOf(mark), false, static_cast<float>(mark.width), mark.color);
+  }
+  return pixels;
+}
+
+exact::Error ErrorOf(const Workload& page) {
+  exact::Canvas truth(page.width, page.height, 0xFFFFFFFF);
+  for (const BenchMark& mark : page.marks) {
+    const auto polygons = exact::StrokePolygons(PointsOf(mark), false, mark.width);
+    truth.Blend(exact::Coverage(polygons, page.width, page.height), mark.color);
+  }
+  std::vector<std::uint32_t> pixels = Paint(page);
+  return exact::Compare(truth, {pixels.data(), page.width, page.height, page.width});
+}
+
+constexpr double kMostFar = 0.006;
+
+TEST(QualityTest, FreehandInkIsWithinHalfALevelOfTheTruth) {
+  const exact::Error error = ErrorOf(MakePaths("", 640, 400, {120, 200, 6, 0xFF}));
+  EXPECT_LE(error.mean, 0.5);
+  EXPECT_LE(error.farShare, kMostFar);
+}
+
+TEST(QualityTest, ThinInkIsWithinALevelOrSoOfTheTruth) {
+  const exact::Error error = ErrorOf(MakePaths("", 640, 400, {120, 200, 2, 0xFF}));
+  EXPECT_LE(error.mean, 1.2);
+  EXPECT_LE(error.farShare, kMostFar);
+}
+
+TEST(QualityTest, ZigzagsAndUTurnsStayNearTheTruth) {
+  const exact::Error error = ErrorOf(MakeTorture("", 960, 540, 120));
+  EXPECT_LE(error.mean, 0.8);
+  EXPECT_LE(error.farShare, kMostFar);
+}
+
+// A stroke blends over itself nowhere: a translucent one shows two colours and what lies between.
+TEST(QualityTest, ATranslucentStrokeNeverBlendsTwice) {
+  Workload page = {"", 200, 200, {}};
+  page.marks.push_back({AnnotationSubTypePath,
+                        0x80000000,
+                        12,
+                        {{20, 100}, {180, 100}, {180, 60}, {100, 20}, {100, 180}, {99, 20}}});
+  for (const std::uint32_t pixel : Paint(page)) {
+    EXPECT_GE(pixel & 0xFF, 127U);
+  }
+}
+
+struct JointError {
+  double hole = 0;   // what is missing where the stroke covers the whole pixel
+  double spike = 0;  // what is painted where it covers nothing
+};
+
+JointError ErrorAt(int pen, int degrees) {
+  constexpr int kSide = 96;
+  constexpr int kMiddle = 48;
+  constexpr int kLength = 34;
+  const double from = 0.3 + pen * 0.37;
+  const double to = from + degrees * std::numbers::pi / 180;
+  const auto at = [](double angle, int length) {
+    return GridPoint{kMiddle + static_cast<int>(std::lround(length * std::cos(angle))),
+                     kMiddle + static_cast<int>(std::lround(length * std::sin(angle)))};
+  };
+  const std::vector<GridPoint> line = {at(from, -kLength), {kMiddle, kMiddle}, at(to, kLength)};
+  std::vector<std::uint32_t> pixels(kSide * kSide);
+  Rasterizer rasterizer;
+  rasterizer.SetTarget({pixels.data(), kSide, kSide, kSide}, {0, 0, kSide, kSide});
+  rasterizer.Clear(0xFF000000);
+  rasterizer.Stroke(line, false, static_cast<float>(pen), 0xFFFFFFFF);
+  const auto truth = exact::Coverage(exact::StrokePolygons(line, false, pen), kSide, kSide);
+  JointError error;
+  for (std::size_t i = 0; i < pixels.size(); ++i) {
+    const double painted = pixels[i] & 0xFF;
+    error.hole = std::max(error.hole, truth[i] > 0.9999 ? 255 - painted : 0);
+    error.spike = std::max(error.spike, truth[i] == 0 ? painted : 0);
+  }
+  return error;
+}
+
+// A quarter of full coverage on one pixel of an edge is not seen; a seam through a stroke or a
+// mitre that is a pixel too long would be more.
+TEST(QualityTest, NoJointAtAnyAngleShowsAGapOrASpike) {
+  constexpr double kSeen = 64;
+  for (int pen = 1; pen <= 30; ++pen) {
+    for (int degrees = 0; degrees <= 180; ++degrees) {
+      const JointError error = ErrorAt(pen, degrees);
+      EXPECT_LT(error.hole, kSeen) << "pen " << pen << ", " << degrees << " degrees";
+      EXPECT_LT(error.spike, kSeen) << "pen " << pen << ", " << degrees << " degrees";
+    }
+  }
+}
+
+TEST(QualityTest, EveryInstructionSetPaintsTheSame) {
+  const Workload page = MakeTorture("", 640, 400, 90);
+  const std::vector<std::uint32_t> best = Paint(page);
+  for (const std::int64_t target : hwy::SupportedAndGeneratedTargets()) {
+    hwy::SetSupportedTargetsForTest(target);
+    EXPECT_EQ(Paint(page), best) << hwy::TargetName(target);
+  }
+  hwy::SetSupportedTargetsForTest(0);
+}
+
+TEST(QualityTest, AFilledBoxIsCrisp) {
+  constexpr int kSide = 40;
+  std::vector<std::uint32_t> pixels(kSide * kSide);
+  Rasterizer rasterizer;
+  rasterizer.SetTarget({pixels.data(), kSide, kSide, kSide}, {0, 0, kSide, kSide});
+  rasterizer.Clear(0xFFFFFFFF);
+  rasterizer.Fill(7, 9, 13, 5, 0xFF123456);
+  for (int y = 0; y < kSide; ++y) {
+    for (int x = 0; x < kSide; ++x) {
+      const bool inside = x >= 7 && x < 20 && y >= 9 && y < 14;
+      EXPECT_EQ(pixels[static_cast<std::size_t>(y) * kSide + x], inside ? 0xFF123456 : 0xFFFFFFFF);
+    }
+  }
+}
+
+// The pixels around the surface stand in for whoever owns the memory there.
+TEST(QualityTest, HostileGeometryNeverLeavesTheSurface) {
+  constexpr int kSide = 64;
+  constexpr int kFrame = 16;
+  constexpr int kStride = kSide + 2 * kFrame;
+  constexpr std::int32_t kLow = INT32_MIN;
+  constexpr std::int32_t kHigh = INT32_MAX;
+  std::vector<std::uint32_t> pixels(kStride * kStride, 0xCAFEBABE);
+  Rasterizer rasterizer;
+  rasterizer.SetTarget({pixels.data() + kFrame * kStride + kFrame, kSide, kSide, kStride},
+                       {-5, -5, kSide + 5, kSide + 5});
+  const std::vector<std::vector<GridPoint>> lines = {
+      {{kLow, kLow}, {kHigh, kHigh}, {kLow, kHigh}, {kHigh, kLow}},
+      {{kLow, 30}, {kHigh, 30}},
+      {{-1, -1}, {64, 64}, {63, 0}, {kHigh, 1}, {0, 63}},
+      {{kHigh, kHigh}, {kHigh, kHigh}},
+      {{63, 63}},
+      std::vector<GridPoint>(1'000'000, {32, 32})};
+  for (const auto& line : lines) {
+    for (const float pen : {1.0F, 30.0F, -4.0F, 1e30F, std::nanf("")}) {
+      rasterizer.Stroke(line, false, pen, 0x40FF0000);
+      rasterizer.Stroke(line, true, pen, 0x40FF0000);
+    }
+  }
+  rasterizer.StrokeEllipse(kLow, kLow, kHigh, kHigh, 30, 0xFF000000);
+  rasterizer.StrokeEllipse(10, kLow, 30, kHigh, 30, 0xFF000000);
+  rasterizer.StrokeEllipse(-1000000000, 20, 2000000000, 9, 3, 0xFF000000);
+  rasterizer.Fill(kLow, kLow, kHigh, kHigh, 0xFF00FF00);
+  rasterizer.Fill(kHigh, kHigh, kHigh, kHigh, 0xFF00FF00);
+  for (int y = 0; y < kStride; ++y) {
+    for (int x = 0; x < kStride; ++x) {
+      const bool inside = x >= kFrame && x < kFrame + kSide && y >= kFrame && y < kFrame + kSide;
+      EXPECT_TRUE(inside || pixels[static_cast<std::size_t>(y) * kStride + x] == 0xCAFEBABE);
+    }
+  }
+}
+
+}  // namespace
