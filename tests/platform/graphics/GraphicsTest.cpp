@@ -36,13 +36,13 @@ class GraphicsTest : public testing::Test {
   }
 
   // What the call left: red here, white there. Clears it away.
-  void ExpectInk(Status status, const std::vector<POINT>& red, const std::vector<POINT>& white) {
+  void ExpectInk(Status status, const std::vector<POINT>& inked, const std::vector<POINT>& blank) {
     EXPECT_EQ(Gdiplus::Ok, status);
     const Frame frame = Shown();
-    for (const POINT& point : red) {
+    for (const POINT& point : inked) {
       EXPECT_THAT(frame, Shows(point.x, point.y, kRed));
     }
-    for (const POINT& point : white) {
+    for (const POINT& point : blank) {
       EXPECT_THAT(frame, Shows(point.x, point.y, kWhite));
     }
     graphics->Clear(Color(kWhite));
