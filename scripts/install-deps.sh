@@ -4,8 +4,8 @@
 set -euo pipefail
 
 purpose=${1:-test}
-packages=(g++ cmake ninja-build pkg-config libcairo2-dev libhwy-dev libpng-dev
-  libjpeg62-turbo-dev libgif-dev libpango1.0-dev fonts-wqy-microhei libcli11-dev nlohmann-json3-dev)
+packages=(g++ cmake ninja-build pkg-config libcairo2-dev libpng-dev
+  libjpeg62-turbo-dev libgif-dev libhwy-dev libpango1.0-dev fonts-wqy-microhei libcli11-dev nlohmann-json3-dev)
 if [[ $purpose == test ]]; then
   packages+=(git clang libclang-rt-14-dev clang-format clang-tidy libgtest-dev libgmock-dev
     libbenchmark-dev fonts-dejavu-core)

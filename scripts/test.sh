@@ -1,7 +1,7 @@
 #!/usr/bin/env bash
 # Builds and runs the tests. On a fresh Debian 12 machine it first installs what is missing.
 #   scripts/test.sh         the tests, as built for development
-#   scripts/test.sh --all   also: format check, clang with its analyses, sanitizers
+#   scripts/test.sh --all   also: format check, clang with its thread-safety analysis, sanitizers
 set -euo pipefail
 cd "$(dirname "$0")/.."
 

@@ -15,11 +15,12 @@ void Network::Send(Participant& to, const Fragment& fragment) {
   constexpr std::size_t kOneInSoManyTwice = 4;
   constexpr std::size_t kMostUnderWay = 40;
   underWay.push_back({&to, fragment});
-  if (Draw(kOneInSoManyTwice) == 0) {
+  if (NumberBelow(kOneInSoManyTwice) == 0) {
     underWay.push_back({&to, fragment});
   }
   // A full network mostly stays so, and now and then lets nearly everything through.
-  const std::size_t remaining = Draw(kOneInSoManyTwice) == 0 ? Draw(kMostUnderWay) : kMostUnderWay;
+  const std::size_t remaining =
+      NumberBelow(kOneInSoManyTwice) == 0 ? NumberBelow(kMostUnderWay) : kMostUnderWay;
   while (underWay.size() > remaining) {
     DeliverAny();
   }
@@ -32,12 +33,12 @@ void Network::Flush() {
 }
 
 // Not by a standard distribution, whose numbers differ from one library to the next.
-std::size_t Network::Draw(std::size_t limit) {
+std::size_t Network::NumberBelow(std::size_t limit) {
   return static_cast<std::size_t>(random() % limit);
 }
 
 void Network::DeliverAny() {
-  std::swap(underWay[Draw(underWay.size())], underWay.back());
+  std::swap(underWay[NumberBelow(underWay.size())], underWay.back());
   const Message message = std::move(underWay.back());
   underWay.pop_back();
   message.to->Receive(*message.fragment);

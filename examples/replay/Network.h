@@ -32,8 +32,7 @@ class Network {
     Fragment fragment;
   };
 
-  // A number below `limit`.
-  std::size_t Draw(std::size_t limit);
+  std::size_t NumberBelow(std::size_t limit);
   void DeliverAny();
 
   bool lossy;

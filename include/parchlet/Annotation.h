@@ -157,7 +157,8 @@ class PARCHLET_API Annotation : public AnnotationHeader {
   std::vector<AnnotationPoint> FirstSubModel() const PARCHLET_EXCLUDES(mutex);
   // The pixel of the first point of sub-model 0, which there must be.
   POINT AnchorPixel() const PARCHLET_EXCLUDES(mutex);
-  // Renumbers the points of sub-model 0; nothing without one.
+  // Renumbers the points of sub-model 0; without one there is an empty list of that number, as from
+  // any other empty fragment.
   void MoveFirstSubModelTo(unsigned int subModel) PARCHLET_EXCLUDES(mutex);
 
   Snapshot TakeSnapshot() const PARCHLET_EXCLUDES(mutex);

@@ -1,5 +1,6 @@
 #include <algorithm>
 #include <cstdlib>
+#include <utility>
 
 #include <parchlet/Annotation.h>
 #include <parchlet/Utils.h>
@@ -86,17 +87,19 @@ int Annotation::FindAnnotation(const AnnotationPoint& p, bool useFrame) const {
 }
 
 void Annotation::FillSegmentBoxes() const {
-  AnyConnected(points, [this](const std::vector<AnnotationPoint>& list) PARCHLET_REQUIRES(mutex) {
+  std::vector<RECT> boxes;
+  AnyConnected(points, [&boxes](const std::vector<AnnotationPoint>& list) {
     for (std::size_t start = 0; start + 1 < list.size(); start += kSegmentsABox) {
       const std::size_t last = std::min(start + kSegmentsABox, list.size() - 1);
       RECT box = kNoBox;
       for (std::size_t i = start; i <= last; ++i) {
         Extend(box, PixelAt(list[i]));
       }
-      segmentBoxes.push_back(box);
+      boxes.push_back(box);
     }
     return false;
   });
+  segmentBoxes = std::move(boxes);
 }
 
 // The joins between sub-models are no segments.

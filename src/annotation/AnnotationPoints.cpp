@@ -103,6 +103,7 @@ void Annotation::MoveFirstSubModelTo(unsigned int subModel) {
   MutexLock lock(mutex);
   auto first = points.extract(0);
   if (first.empty()) {
+    points.try_emplace(subModel);
     return;
   }
   first.key() = subModel;

@@ -24,6 +24,13 @@ std::size_t ReachTable::Add() {
   return reaches.size() - 1;
 }
 
+void ReachTable::Clear() {
+  MutexLock lock(mutex);
+  reaches.clear();
+  farthest = 0;
+  largest = 0;
+}
+
 void ReachTable::Set(std::size_t slot, const Reach& reach) {
   MutexLock lock(mutex);
   reaches[slot] = reach;

@@ -8,7 +8,7 @@
 #include <parchlet/Platform.h>
 
 // Where a page's confirmed marks are, in one flat table, so that a search asks only the marks near
-// it. Slots are numbered from 0 and stay for the page's life.
+// it. Slots are numbered from 0 and stay until all marks go.
 //
 // Owned by the page. The marks write to it, on the host and the refresh thread, under their own
 // lock; its lock is the last in the lock order.
@@ -24,6 +24,8 @@ class ReachTable {
 
   // Adds a slot that reaches nowhere.
   std::size_t Add() PARCHLET_EXCLUDES(mutex);
+  // Forgets all slots; no mark must report to them any more.
+  void Clear() PARCHLET_EXCLUDES(mutex);
   void Set(std::size_t slot, const Reach& reach) PARCHLET_EXCLUDES(mutex);
 
   // Appends the slots, ascending, of the marks that an eraser segment with this box may touch, or a

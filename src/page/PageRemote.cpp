@@ -1,3 +1,5 @@
+#include <utility>
+
 #include "page/AnnotationPage.h"
 
 namespace {
@@ -7,6 +9,18 @@ void EraseOnce(Annotation& annotation) {
   if (annotation.IsErased() == 0) {
     annotation.Erase(1);
   }
+}
+
+// A copy of a mark ends at its first gap, and the move that it reverts went no farther either.
+void Revert(Annotation& moved, const Annotation& backup) {
+  Annotation::SubModels points = moved.GetPoints();
+  moved = backup;
+  for (auto& [number, list] : points) {
+    if (moved.IsSubModelExist(number) == 0) {
+      moved.InsertPoints(number, std::move(list));
+    }
+  }
+  moved.Erase(0);
 }
 
 }  // namespace
@@ -21,8 +35,7 @@ void AnnotationPage::CancelAnnotation(const std::string& annotationId) {
   for (const auto& [author, authored] : userAnnotations) {
     const auto confirmed = authored.find(annotationId);
     if (confirmed != authored.end()) {
-      *confirmed->second = *pending;
-      confirmed->second->Erase(0);
+      Revert(*confirmed->second, *pending);
       break;
     }
   }

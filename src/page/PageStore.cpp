@@ -139,6 +139,7 @@ void AnnotationPage::DestroyAnnotations() {
   selectRect.Erase(1);
   selectedAnnotations.clear();
   paintPlaces.clear();
+  reachTable.Clear();
   paintOrder.clear();
   DeleteAll(localAnnotations);
   currentAnnotation = nullptr;

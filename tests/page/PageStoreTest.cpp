@@ -1,6 +1,3 @@
-#include <algorithm>
-#include <random>
-
 #include "page/AnnotationPage.h"
 #include "support/Mark.h"
 #include "support/Whiteboard.h"
@@ -159,120 +156,26 @@ TEST_F(PageStoreTest, AStrayPlaceInTheOrderIsSkipped) {
   EXPECT_THAT(painted.Paint(), Shows(10, 10, kRed));
 }
 
-// What a page must do with what arrives, told without any of its means: marks by author and id, and
-// one list of places.
-struct PlainStore {
-  struct Place {
-    int order;
-    std::string user, id;
-  };
-  std::map<std::pair<std::string, std::string>, std::map<unsigned, std::vector<AnnotationPoint>>>
-      marks;
-  std::vector<Place> places;
-  std::map<std::string, std::vector<AnnotationPoint>> pending;
-
-  // True when the page keeps the object.
-  bool Receive(const std::string& user, const std::string& id, int order, unsigned subModel,
-               const std::vector<AnnotationPoint>& points) {
-    const auto key = std::pair(user, id);
-    const bool isNew = !marks.contains(key);
-    const auto drawn = pending.find(id);
-    const bool confirms = isNew && drawn != pending.end();
-    if (confirms) {
-      marks[key][0] = drawn->second;
-    }
-    if (drawn != pending.end()) {
-      pending.erase(drawn);
-    }
-    marks[key][subModel] = points;
-    if (isNew && subModel == 0) {
-      const auto before = [order](const Place& place) { return place.order > order; };
-      places.insert(std::find_if(places.begin(), places.end(), before), {order, user, id});
-    }
-    return isNew && !confirms;
+TEST_F(PageStoreTest, AnEmptyFragmentThatCameFirstLeavesNoGap) {
+  page.AddAnnotation(Mark("m").By("bob").Fragment(1).Release(), true);
+  for (const int index : {2, 0}) {
+    const auto fragment = Mark("m").By("bob").Fragment(index).Points(kSize, {{9, 9}}).Make();
+    page.AddAnnotation(fragment.get(), true);
   }
-};
-
-class PageStoreModelTest : public testing::TestWithParam<unsigned> {
- protected:
-  void DrawHere() {
-    const auto points = SomePoints();
-    Annotation* mark = Mark("").By("ada").Release();
-    mark->InsertPoints(0, points);
-    page.AddAnnotation(mark, false);
-    plain.pending[mark->annotationId] = points;
-    drawnIds.push_back(mark->annotationId);
-  }
-
-  // A participant's mark, the echo of one drawn here, a repeated one, or a later fragment.
-  void ReceiveSomething() {
-    const bool isEcho = !drawnIds.empty() && random() % 2 == 0;
-    const std::string id = isEcho ? drawnIds[random() % drawnIds.size()]
-                                  : std::string(1, static_cast<char>('a' + random() % 12));
-    const std::string user = isEcho && random() % 4 != 0 ? "ada"
-                             : random() % 2 == 0         ? "bob"
-                                                         : "eve";
-    const bool isKnown = plain.marks.contains({user, id});
-    const unsigned subModel = isKnown ? random() % 4 : 0;
-    const int order = static_cast<int>(random() % 7) - 3;
-    auto mark = Mark(id).By(user).Order(order).Fragment(static_cast<int>(subModel)).Make();
-    const auto points = SomePoints();
-    mark->InsertPoints(0, points);
-    page.AddAnnotation(mark.get(), true);
-    if (plain.Receive(user, id, order, subModel, points)) {
-      static_cast<void>(mark.release());
-    }
-  }
-
-  std::vector<AnnotationPoint> SomePoints() {
-    std::vector<POINT> pixels(1 + random() % 4);
-    for (POINT& pixel : pixels) {
-      pixel = {static_cast<LONG>(random() % 100), static_cast<LONG>(random() % 100)};
-    }
-    return PointsOn(kSize, pixels);
-  }
-
-  void ExpectSame() const {
-    std::size_t stored = 0;
-    for (const auto& [user, marks] : PageTestAccess::Confirmed(page)) {
-      for (const auto& [id, mark] : marks) {
-        ++stored;
-        const auto found = plain.marks.find({user, id});
-        ASSERT_NE(plain.marks.end(), found) << user << " " << id;
-        ASSERT_EQ(found->second, mark->GetPoints()) << user << " " << id;
-      }
-    }
-    ASSERT_EQ(plain.marks.size(), stored);
-    std::vector<std::string> ids;
-    for (const auto& place : plain.places) {
-      ids.push_back(place.id);
-    }
-    ASSERT_EQ(ids, PageTestAccess::PaintOrder(page));
-    const auto pending = PageTestAccess::Pending(page);
-    ASSERT_EQ(plain.pending.size(), pending.size());
-    for (const auto& [id, mark] : pending) {
-      ASSERT_EQ(1U, plain.pending.count(id));
-      ASSERT_EQ(plain.pending.at(id), PointsOf(*mark, 0));
-    }
-  }
-
-  std::mt19937 random{GetParam()};
-  AnnotationPage page;
-  PlainStore plain;
-  std::vector<std::string> drawnIds;
-};
-
-TEST_P(PageStoreModelTest, ThePageMergesAsThePlainStoreDoes) {
-  for (int step = 0; step < 150; ++step) {
-    if (random() % 4 == 0) {
-      DrawHere();
-    } else {
-      ReceiveSomething();
-    }
-    ASSERT_NO_FATAL_FAILURE(ExpectSame()) << "step " << step;
-  }
+  const Annotation copy(*page.GetAnnotation("bob", "m"));
+  EXPECT_EQ(PointsOn(kSize, {{9, 9}}), PointsOf(copy, 2)) << "copied as far as it is connected";
 }
 
-INSTANTIATE_TEST_SUITE_P(Seeds, PageStoreModelTest, testing::Range(0U, 20U));
+TEST_F(PageStoreTest, APageThatWasReleasedStartsAnew) {
+  const auto stroke = [](const std::string& id) {
+    return Mark(id).By("bob").Points(kSize, {{10, 20}, {30, 20}}).Release();
+  };
+  page.AddAnnotation(stroke("a"), true);
+  page.AddAnnotation(stroke("b"), true);
+  page.ReleaseSurface();
+  EXPECT_EQ("", page.EraseAnnotations("", "", {20, 20}));
+  page.AddAnnotation(stroke("c"), true);
+  EXPECT_EQ("c", page.EraseAnnotations("", "", {20, 20}));
+}
 
 }  // namespace

@@ -15,54 +15,44 @@ class PageSurfaceTest : public testing::Test {
     EXPECT_NE(0, page.UpdateLayeredContent());
     return Frame(window.CopyFrame());
   }
+  // What the surface covers of the window.
+  RECT Covered() { return Paint().InkBox(kClear); }
 
   MemoryWindow window{{5, 5, 5 + kSize.width, 5 + kSize.height}};
   AnnotationPage page;
 };
 
-TEST_F(PageSurfaceTest, APageWithoutASurfacePushesNothing) {
-  EXPECT_EQ(0, page.UpdateLayeredContent());
-  EXPECT_EQ(0, page.DrawPage());
+TEST_F(PageSurfaceTest, APageIsInitialisedOnceAndWithASizeOnly) {
   for (const auto& [width, height] : {std::pair{0, 40}, {60, 0}, {-1, 40}, {60, INT32_MIN}}) {
     EXPECT_EQ(0, Init(PageOf(width, height)));
   }
   EXPECT_EQ(0, page.InitPage(nullptr, PageOf(60, 40), nullptr));
   EXPECT_EQ(0, page.UpdateLayeredContent());
+  EXPECT_EQ(0, page.DrawPage());
   EXPECT_EQ(0U, window.PresentCount());
-}
-
-TEST_F(PageSurfaceTest, ASecondInitKeepsSurfaceGeometryAndWindow) {
   EXPECT_EQ(1, Init(PageOf(60, 40)));
   MemoryWindow other({0, 0, 9, 9});
   EXPECT_EQ(0, page.InitPage(other.Handle(), PageOf(9, 9), nullptr));
-  EXPECT_EQ(60, page.GetCurrentInfo().width);
-  EXPECT_THAT(Paint(), IsAll(kWhite));
+  EXPECT_EQ((RECT{0, 0, 60, 40}), Covered());
   EXPECT_EQ(0U, other.PresentCount());
 }
 
 TEST_F(PageSurfaceTest, AnEmptyViewMakesASurfaceOfOnePixelUntilTheFirstResize) {
   const struct {
-    RECT view;
-    RECT painted;
+    RECT view, covered;
   } cases[] = {{{0, 0, 0, 40}, {0, 0, 1, 40}},
                {{0, 7, 60, 7}, {0, 0, 60, 1}},
-               {{9, 9, 3, 3}, {0, 0, 1, 1}},
                {{INT32_MAX, INT32_MAX, INT32_MIN, INT32_MIN}, {0, 0, 1, 1}},
                {{INT32_MIN, INT32_MIN, INT32_MAX, INT32_MAX}, {0, 0, 60, 40}}};
-  for (const auto& [view, painted] : cases) {
-    PaintedPage shown(kSize);
-    AnnotationPage narrow;
+  for (const auto& [view, covered] : cases) {
     AnnotationPageInfo info = PageOf(60, 40);
     info.viewRect = view;
-    ASSERT_EQ(1, narrow.InitPage(window.Handle(), info, nullptr));
-    EXPECT_NE(0, narrow.UpdateLayeredContent());
-    EXPECT_EQ(painted, Frame(window.CopyFrame()).InkBox(kClear));
-    EXPECT_EQ(60, narrow.GetCurrentInfo().width);
-    EXPECT_EQ(40, narrow.GetCurrentInfo().height);
-
-    EXPECT_EQ(1, narrow.UpdatePage(PageOf(50, 40), true));
-    EXPECT_NE(0, narrow.UpdateLayeredContent());
-    EXPECT_EQ((RECT{0, 0, 50, 40}), Frame(window.CopyFrame()).InkBox(kClear));
+    EXPECT_EQ(1, Init(info));
+    EXPECT_EQ(covered, Covered());
+    EXPECT_EQ(60, page.GetCurrentInfo().width);
+    EXPECT_EQ(1, page.UpdatePage(PageOf(50, 40), true));
+    EXPECT_EQ((RECT{0, 0, 50, 40}), Covered());
+    page.ReleaseSurface();
   }
 }
 
@@ -70,84 +60,77 @@ TEST_F(PageSurfaceTest, OnlyTheFirstViewThatIsNotEmptyStaysTheInitialOne) {
   AnnotationPageInfo info = PageOf(60, 40);
   info.viewRect = {3, 3, 3, 9};
   Init(info);
-  info.userValue1 = 7;
-  info.userValue2 = 8;
-  info.transparent = true;
-  info.backgroundColor = kRed;
   for (const RECT& view : {RECT{5, 5, 9, 5}, RECT{1, 2, 3, 4}, RECT{5, 6, 7, 8}}) {
     info.viewRect = view;
     EXPECT_EQ(1, page.UpdatePage(info, false));
     EXPECT_EQ(view, page.GetCurrentInfo().viewRect);
   }
   EXPECT_EQ((RECT{1, 2, 3, 4}), page.GetInitialInfo().viewRect);
-  EXPECT_EQ(0, page.GetInitialInfo().userValue1);
-  EXPECT_EQ(7, page.GetCurrentInfo().userValue1);
-  EXPECT_EQ(8, page.GetCurrentInfo().userValue2);
-  EXPECT_FALSE(page.GetCurrentInfo().transparent);
-  EXPECT_EQ(kWhite, page.GetCurrentInfo().backgroundColor);
 }
 
-TEST_F(PageSurfaceTest, APlainUpdateNeverTouchesTheSurface) {
+TEST_F(PageSurfaceTest, AnUpdateTakesOverWhatIsTheHostsWhateverItsResult) {
   Init(PageOf(60, 40));
-  EXPECT_EQ(1, page.UpdatePage(PageOf(0, -5), false));
-  EXPECT_EQ(60, page.GetCurrentInfo().width);
-  EXPECT_EQ((RECT{0, 0, 60, 40}), Paint().InkBox(kClear));
-}
-
-TEST_F(PageSurfaceTest, AResizeToTheSameOrNoSizeFailsYetTakesTheRestOver) {
-  Init(PageOf(60, 40));
-  for (const auto& [width, height] : {std::pair{60, 40}, {0, 40}, {60, -1}}) {
-    AnnotationPageInfo info = PageOf(width, height);
-    info.userValue1 = width + height;
-    EXPECT_EQ(0, page.UpdatePage(info, true));
-    EXPECT_EQ(width + height, page.GetCurrentInfo().userValue1);
-    EXPECT_EQ(info.viewRect, page.GetCurrentInfo().viewRect);
-    EXPECT_EQ(60, page.GetCurrentInfo().width);
-    EXPECT_EQ(40, page.GetCurrentInfo().height);
+  const struct {
+    int width, height;
+    bool resize;
+    int result;
+  } cases[] = {{60, 40, true, 0}, {0, 40, true, 0}, {60, -1, true, 0}, {0, -5, false, 1}};
+  for (const auto& [width, height, resize, result] : cases) {
+    AnnotationPageInfo info = {width + 1, height + 2, width, height, true, {1, 2, 9, height}, kRed};
+    EXPECT_EQ(result, page.UpdatePage(info, resize));
+    const AnnotationPageInfo& now = page.GetCurrentInfo();
+    EXPECT_EQ(info.userValue1, now.userValue1);
+    EXPECT_EQ(info.userValue2, now.userValue2);
+    EXPECT_EQ(info.viewRect, now.viewRect);
+    EXPECT_EQ(60, now.width);
+    EXPECT_EQ(40, now.height);
+    EXPECT_FALSE(now.transparent);
+    EXPECT_EQ(0, page.GetInitialInfo().userValue1);
   }
+  EXPECT_EQ((RECT{0, 0, 60, 40}), Covered());
 }
 
 TEST_F(PageSurfaceTest, MarksKeepTheirFractionsWhenThePageIsResized) {
   Init(PageOf(60, 40));
   page.AddAnnotation(Mark("m").Box(kSize, 30, 20, 10, kRed).Release(), true);
-  EXPECT_EQ((RECT{30, 20, 40, 30}), Paint().InkBox());
-  window.SetScreenRect({0, 0, 120, 20});
-  EXPECT_EQ(1, page.UpdatePage(PageOf(120, 20), true));
-  EXPECT_EQ((RECT{60, 10, 80, 15}), Paint().InkBox());
-  window.SetScreenRect({0, 0, 60, 40});
-  EXPECT_EQ(1, page.UpdatePage(PageOf(60, 40), true));
-  EXPECT_EQ((RECT{30, 20, 40, 30}), Paint().InkBox());
+  const struct {
+    int width, height;
+    RECT ink;
+  } cases[] = {{120, 20, {60, 10, 80, 15}}, {60, 40, {30, 20, 40, 30}}};
+  for (const auto& [width, height, ink] : cases) {
+    window.SetScreenRect({0, 0, width, height});
+    EXPECT_EQ(1, page.UpdatePage(PageOf(width, height), true));
+    EXPECT_EQ(ink, Paint().InkBox());
+  }
 }
 
 TEST_F(PageSurfaceTest, ASizeThatCannotBeHadKeepsTheOldSurface) {
   Init(PageOf(60, 40));
   page.AddAnnotation(Mark("m").Box({100'000, 40}, 10, 10, 10, kRed).Release(), true);
   for (const auto& [width, height] :
-       {std::pair{100'000, 40}, {40, INT32_MAX}, {INT32_MAX, INT32_MAX}, {32'000, 32'000}}) {
+       {std::pair{40, INT32_MAX}, {INT32_MAX, INT32_MAX}, {32'000, 32'000}, {100'000, 40}}) {
     EXPECT_EQ(1, page.UpdatePage(PageOf(width, height), true)) << "the old surface is in use";
     EXPECT_EQ(width, page.GetCurrentInfo().width);
-    EXPECT_EQ((RECT{0, 0, 60, 40}), Paint().InkBox(kClear));
+    EXPECT_EQ((RECT{0, 0, 60, 40}), Covered());
   }
-  page.UpdatePage(PageOf(100'000, 40), true);
   EXPECT_THAT(Paint(), Shows(15, 15, kRed)) << "points follow the page's size all the same";
   EXPECT_EQ(1, page.UpdatePage(PageOf(30, 20), true));
-  EXPECT_EQ((RECT{0, 0, 30, 20}), Paint().InkBox(kClear));
+  EXPECT_EQ((RECT{0, 0, 30, 20}), Covered());
 }
 
 TEST_F(PageSurfaceTest, TheWindowsSizeIsWhatIsPushed) {
   Init(PageOf(60, 40));
   const struct {
-    RECT window;
-    RECT painted;
+    RECT window, covered;
   } cases[] = {{{0, 0, 20, 10}, {0, 0, 20, 10}},
                {{0, 0, 100, 10}, {0, 0, 60, 10}},
                {{-9, -9, 91, 91}, {0, 0, 60, 40}}};
-  for (const auto& [rect, painted] : cases) {
+  for (const auto& [rect, covered] : cases) {
     window.SetScreenRect(rect);
     const Frame frame = Paint();
     EXPECT_EQ(rect.right - rect.left, frame.width);
     EXPECT_EQ(rect.bottom - rect.top, frame.height);
-    EXPECT_EQ(painted, frame.InkBox(kClear));
+    EXPECT_EQ(covered, frame.InkBox(kClear));
   }
   for (const RECT& none : {RECT{0, 0, 0, 9}, RECT{9, 9, 3, 3}, RECT{0, 0, 40'000, 1},
                            RECT{INT32_MIN, 0, INT32_MAX, 9}, RECT{0, 0, 32'767, 32'767}}) {
@@ -169,7 +152,7 @@ TEST_F(PageSurfaceTest, ADeadWindowIsLeftAlone) {
   EXPECT_EQ(0, late.UpdateLayeredContent());
 }
 
-TEST_F(PageSurfaceTest, AReleasedPageMayBeInitialisedAnew) {
+TEST_F(PageSurfaceTest, AReleasedPageIsEmptyAndMayBeInitialisedAnew) {
   Init(PageOf(60, 40));
   page.AddAnnotation(Mark("m").Box(kSize, 0, 0, 10, kRed).Release(), true);
   page.ReleaseSurface();
@@ -180,25 +163,19 @@ TEST_F(PageSurfaceTest, AReleasedPageMayBeInitialisedAnew) {
   EXPECT_THAT(Paint(), IsAll(kWhite)) << "the marks went with the surface";
 }
 
-TEST(DibSectionTest, AFailedCreateLeavesTheHolderAsDocumented) {
+TEST(DibSectionTest, ASectionIsKeptWhenNoneIsAskedForAndGivenUpWhenNoneCanBeHad) {
   DeviceContext proof;
   HDC dc = CreateCompatibleDC(&proof);
-  {
-    DibSection section;
-    EXPECT_EQ(1, section.Create(dc, 30, 20, 32, false));
-    EXPECT_EQ(30, section.GetWidth());
-    EXPECT_EQ(20, section.GetHeight());
-    HBITMAP made = section.GetBitmap();
-    EXPECT_EQ(0, section.Create(dc, 0, 20, 32, false));
-    EXPECT_EQ(0, section.Create(dc, 30, 20, 0, false));
-    EXPECT_EQ(made, section.GetBitmap()) << "refused before anything is given up";
-    for (const int height : {40'000, INT32_MIN, 0}) {
-      EXPECT_EQ(0, section.Create(dc, 30, height, 32, false)) << height;
-      EXPECT_EQ(nullptr, section.GetBitmap());
-    }
-    EXPECT_EQ(1, section.Create(dc, 3, 2, 32, false));
-    section.Release();
-    EXPECT_EQ(0, section.GetWidth());
+  DibSection section;
+  EXPECT_EQ(1, section.Create(dc, 30, 20, 32, false));
+  HBITMAP made = section.GetBitmap();
+  EXPECT_EQ(0, section.Create(dc, 0, 20, 32, false));
+  EXPECT_EQ(0, section.Create(dc, 30, 20, 0, false));
+  EXPECT_EQ(made, section.GetBitmap());
+  EXPECT_EQ(20, section.GetHeight());
+  for (const int height : {40'000, INT32_MIN, 0}) {
+    EXPECT_EQ(0, section.Create(dc, 30, height, 32, false)) << height;
+    EXPECT_EQ(nullptr, section.GetBitmap());
   }
   DeleteDC(dc);
 }

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <string>
+#include <utility>
 #include <vector>
 
 #include <parchlet/Parchlet.h>
@@ -40,6 +41,15 @@ struct PageTestAccess {
       ids.push_back(entry.annotationId);
     }
     return ids;
+  }
+  // The authors and ids of the paint order's entries, in that order.
+  PARCHLET_UNCHECKED static std::vector<std::pair<std::string, std::string>> PaintPlaces(
+      const AnnotationPage& page) {
+    std::vector<std::pair<std::string, std::string>> places;
+    for (const PaintOrderEntry& entry : page.paintOrder) {
+      places.emplace_back(entry.userId, entry.annotationId);
+    }
+    return places;
   }
   PARCHLET_UNCHECKED static void Select(AnnotationPage& page, Annotation* annotation) {
     page.selectedAnnotations[annotation->annotationId] = annotation;

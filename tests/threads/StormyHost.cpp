@@ -39,14 +39,24 @@ void StormyHost::MakeOneCall() {
   static constexpr struct {
     void (StormyHost::*call)();
     int weight;
-  } kCalls[] = {{&StormyHost::Draw, 16},           {&StormyHost::ReadAndChangeAMark, 16},
-                {&StormyHost::SelectAndMove, 10},  {&StormyHost::ReceiveNewMark, 8},
-                {&StormyHost::ReceiveEcho, 8},     {&StormyHost::ReceiveFragment, 6},
-                {&StormyHost::EraseAndClear, 6},   {&StormyHost::Navigate, 6},
-                {&StormyHost::Resize, 6},          {&StormyHost::MoveAWindow, 4},
-                {&StormyHost::AskAround, 4},       {&StormyHost::ChangePages, 3},
-                {&StormyHost::Cancel, 3},          {&StormyHost::ChangeSettings, 2},
-                {&StormyHost::ChangeDocuments, 1}, {&StormyHost::ReplaceAWindow, 1}};
+  } kCalls[] = {{&StormyHost::Draw, 14},
+                {&StormyHost::ReadAndChangeAMark, 16},
+                {&StormyHost::SelectAndMove, 6},
+                {&StormyHost::ReceiveNewMark, 8},
+                {&StormyHost::ReceiveEcho, 8},
+                {&StormyHost::ReceiveFragment, 4},
+                {&StormyHost::ReceiveThePagesOwn, 2},
+                {&StormyHost::MoveAndMeetAnEcho, 6},
+                {&StormyHost::EraseAndClear, 6},
+                {&StormyHost::Navigate, 6},
+                {&StormyHost::Resize, 6},
+                {&StormyHost::MoveAWindow, 4},
+                {&StormyHost::AskAround, 4},
+                {&StormyHost::ChangePages, 3},
+                {&StormyHost::Cancel, 3},
+                {&StormyHost::ChangeSettings, 2},
+                {&StormyHost::ChangeDocuments, 1},
+                {&StormyHost::ReplaceAWindow, 1}};
   int left = Any(100);
   for (const auto& [call, weight] : kCalls) {
     left -= weight;
@@ -211,6 +221,58 @@ void StormyHost::ReceiveFragment() {
                             .Points(kSize, {AnyPoint(), AnyPoint()})
                             .Make();
   engine.AddAnnotationFromRemote(page->doc, page->page, fragment.get());
+}
+
+void StormyHost::ReceiveThePagesOwn() {
+  KnownPage* page = AnyPage();
+  Annotation* mark = page != nullptr ? Pick(page->confirmed, Any(100)) : nullptr;
+  if (mark == nullptr) {
+    return;
+  }
+  const std::string id = mark->GetAnnotationId();
+  Annotation* copy = engine.GetLocalAnnotation(page->doc, page->page, id);
+  engine.AddAnnotationFromRemote(page->doc, page->page, copy != nullptr && OneIn(2) ? copy : mark);
+}
+
+// A drag of everything, during which echoes and cancellations come, the selection goes, or the
+// page.
+void StormyHost::MoveAndMeetAnEcho() {
+  KnownPage* page = AnyCurrentPage();
+  if (page == nullptr) {
+    return;
+  }
+  const std::string doc = page->doc;
+  const std::string pageId = page->page;
+  engine.StartSelecting(doc, pageId, "", "", {0, 0});
+  engine.MoveSelecting({kSize.width, kSize.height});
+  engine.EndSelecting();
+  engine.StartSelecting(doc, pageId, "", "", AnyPoint());
+  for (int moves = 1 + Any(6); moves > 0; --moves) {
+    engine.MoveSelecting(AnyPoint());
+    const Annotation* moved = Pick(page->confirmed, Any(100));
+    if (moved == nullptr) {
+      continue;
+    }
+    const std::string id = moved->GetAnnotationId();
+    if (OneIn(2)) {
+      engine.CancelAnnotation(doc, pageId, id);
+    } else {
+      const auto echo = Mark(id)
+                            .By(moved->userId)
+                            .Fragment(Any(3))
+                            .Points(kSize, {AnyPoint(), AnyPoint()})
+                            .Make();
+      engine.AddAnnotationFromRemote(doc, pageId, echo.get());
+    }
+  }
+  if (OneIn(4)) {
+    engine.EraseAnnotations(doc, pageId, "", "", {AnyPoint(), AnyPoint()});
+  } else if (OneIn(8)) {
+    engine.DelPage(doc, pageId);
+    Forget(doc, &pageId);
+  }
+  engine.MoveSelecting(AnyPoint());
+  engine.EndSelecting();
 }
 
 void StormyHost::ReadAndChangeAMark() {

@@ -44,9 +44,11 @@ class StormyHost {
   void ReceiveNewMark();
   void ReceiveEcho();
   void ReceiveFragment();
+  void ReceiveThePagesOwn();
   void ReadAndChangeAMark();
   void EraseAndClear();
   void SelectAndMove();
+  void MoveAndMeetAnEcho();
   void Cancel();
   void MoveAWindow();
   void ReplaceAWindow();

@@ -33,9 +33,7 @@ struct Page {
 class Screen {
  public:
   Screen(int width, int height, int threads)
-      : width(width),
-        height(height),
-        pixels(static_cast<std::size_t>(width) * height, 0xDEADBEEF),
+      : pixels(static_cast<std::size_t>(width) * height, 0xDEADBEEF),
         frame({pixels.data(), width, height, width}, threads) {}
 
   std::vector<PixelRect> Show(const Page& page) {
@@ -69,7 +67,6 @@ class Screen {
   const std::vector<std::uint32_t>& Pixels() const { return pixels; }
 
  private:
-  int width, height;
   std::vector<std::uint32_t> pixels;
   Frame frame;
 };
