@@ -182,10 +182,10 @@ void Annotation::DrawShapePath(Gdiplus::Graphics* graphics, CurrentAnnotPageSize
       break;
     }
     ++next;
-    pixels.clear();
-    for (const AnnotationPoint& point : list) {
-      pixels.emplace_back(point.x, point.y);
-    }
+    pixels.resize(list.size());
+    std::transform(list.begin(), list.end(), pixels.begin(), [](const AnnotationPoint& point) {
+      return Gdiplus::Point(point.x, point.y);
+    });
     if (before != nullptr && !before->empty() && !list.empty()) {
       const Gdiplus::Point join[] = {{before->back().x, before->back().y}, pixels.front()};
       graphics->DrawLines(&stroke, join, 2);

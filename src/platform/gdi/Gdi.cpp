@@ -23,11 +23,15 @@ HBITMAP MakeSection(int width, int height) {
   bitmap->serial = NextSerial();
   bitmap->width = width;
   bitmap->height = height;
-  bitmap->pixels.reset(new (std::nothrow) std::uint32_t[count]());
+  bitmap->pixels = AllocatePixels(count);
   return bitmap->pixels != nullptr ? bitmap.release() : nullptr;
 }
 
 }  // namespace
+
+PixelMemory AllocatePixels(std::size_t count) {
+  return PixelMemory(new (kPixelAlignment, std::nothrow) std::uint32_t[count]());
+}
 
 bool IsUsableSize(std::int64_t width, std::int64_t height) {
   return width >= 1 && height >= 1 && width <= kMaxSide && height <= kMaxSide &&

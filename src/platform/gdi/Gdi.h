@@ -4,6 +4,7 @@
 #include <cstddef>
 #include <cstdint>
 #include <memory>
+#include <new>
 #include <vector>
 
 #include <parchlet/Platform.h>
@@ -46,11 +47,21 @@ struct PixelView {
   std::ptrdiff_t StrideBytes() const { return static_cast<std::ptrdiff_t>(width) * 4; }
 };
 
+// Pixels start on a cache line, so that the painter's vectors cross as few lines as they can.
+inline constexpr std::align_val_t kPixelAlignment{64};
+struct FreePixels {
+  void operator()(std::uint32_t* pixels) const { operator delete[](pixels, kPixelAlignment); }
+};
+using PixelMemory = std::unique_ptr<std::uint32_t[], FreePixels>;
+
+// Zeroed pixels; null when they cannot be had.
+PixelMemory AllocatePixels(std::size_t count);
+
 // A pixel section. The maker deletes it with DeleteObject, not while it is selected.
 struct PixelSection {
   int width = 0;
   int height = 0;
-  std::unique_ptr<std::uint32_t[]> pixels;
+  PixelMemory pixels;
   std::uint64_t serial = 0;        // never given to another section
   std::uint64_t version = 0;       // grows whenever pixels change
   std::vector<RECT> changed = {};  // what may differ from the version before

@@ -34,7 +34,7 @@ class BitmapTest : public testing::Test {
   std::wstring Path(const char* name) const { return (folder.Path() / name).wstring(); }
 
   static PixelSection MakeSection() {
-    PixelSection section{2, 2, std::make_unique<std::uint32_t[]>(4)};
+    PixelSection section{2, 2, AllocatePixels(4)};
     const std::uint32_t pixels[] = {0xFFFF0000, 0xFF00FF00, 0x80008000, 0x00000000};
     std::copy(std::begin(pixels), std::end(pixels), section.pixels.get());
     return section;

@@ -20,7 +20,7 @@ class DrawStringTest : public testing::Test {
   DrawStringTest() { SelectObject(&context, &bitmap); }
 
   static PixelSection MakeBitmap() {
-    return {120, 60, std::make_unique<std::uint32_t[]>(std::size_t{120} * 60)};
+    return {120, 60, AllocatePixels(std::size_t{120} * 60)};
   }
 
   std::vector<std::uint32_t> Pixels() const {

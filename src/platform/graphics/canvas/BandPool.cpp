@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <system_error>
+#include <utility>
 
 namespace canvas {
 namespace {
@@ -51,9 +52,22 @@ void BandPool::Run(int items, const std::function<void(int, int)>& newWork) {
     ++round;
   }
   changed.notify_all();
-  TakeItems(0);
+  TakeItemsSafely(0);
   std::unique_lock lock(mutex);
   changed.wait(lock, [&] { return busy == 0; });
+  if (failure != nullptr) {
+    std::rethrow_exception(std::exchange(failure, nullptr));
+  }
+}
+
+void BandPool::TakeItemsSafely(int thread) {
+  try {
+    TakeItems(thread);
+  } catch (...) {
+    nextItem = itemCount;
+    const std::lock_guard lock(mutex);
+    failure = std::current_exception();
+  }
 }
 
 void BandPool::Help(int thread) {
@@ -66,7 +80,7 @@ void BandPool::Help(int thread) {
     }
     seen = round;
     lock.unlock();
-    TakeItems(thread);
+    TakeItemsSafely(thread);
     lock.lock();
     if (--busy == 0) {
       changed.notify_all();

@@ -3,6 +3,8 @@
 
 #include <atomic>
 #include <condition_variable>
+#include <cstdint>
+#include <exception>
 #include <functional>
 #include <mutex>
 #include <thread>
@@ -23,12 +25,14 @@ class BandPool {
   int Threads() const { return threads; }
 
   // Runs work(thread, item) for every item below `items` and returns when all are done. `thread` is
-  // below Threads(); items of one thread run one after the other.
+  // below Threads(); items of one thread run one after the other. When an item throws, those not
+  // yet begun are left out and one of the exceptions is thrown on once all threads have come back.
   void Run(int items, const std::function<void(int thread, int item)>& work);
 
  private:
   void Help(int thread);
   void TakeItems(int thread);
+  void TakeItemsSafely(int thread);
 
   int threads;
   std::vector<std::thread> helpers;
@@ -37,6 +41,7 @@ class BandPool {
   const std::function<void(int, int)>* work = nullptr;
   int itemCount = 0;
   int busy = 0;
+  std::exception_ptr failure;
   std::uint64_t round = 0;
   bool ending = false;
   std::atomic<int> nextItem{0};

@@ -26,6 +26,8 @@ struct Command {
   Box box;                     // of everything but lines: where it is drawn
   std::size_t firstPoint = 0;  // of lines: their points in the frame's list
   std::size_t pointCount = 0;
+  std::size_t firstPart = 0;  // and their parts
+  std::size_t partCount = 0;
   Box part;  // of a picture: what of it is drawn
   std::shared_ptr<const Picture> picture;
   raster::PixelRect reach;  // no pixel outside is touched

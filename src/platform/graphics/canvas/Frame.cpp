@@ -5,21 +5,30 @@
 #include <cmath>
 #include <utility>
 
+#include "platform/graphics/canvas/Hash.h"
+#include "platform/graphics/canvas/LinePart.h"
 #include "platform/graphics/Stretch.h"
 
 namespace canvas {
 namespace {
 
-constexpr std::size_t kPartSegments = 16;
-// Rows a band: short enough that a band of a wide page stays in the processor's second-level cache.
-constexpr int kBandRows = 128;
+// Small enough that a band stays in the processor's second-level cache while mark after mark is
+// painted on it; large enough that few marks reach into several.
+constexpr int kBandRows = 192;
+constexpr int kBandColumns = 960;
 // Fewer pixels than this are painted faster than another thread wakes up.
 constexpr int kPixelsWorthSharing = 200'000;
-constexpr double kFringe = 2;
 
-std::uint64_t Pair(std::int32_t a, std::int32_t b) {
-  return static_cast<std::uint64_t>(static_cast<std::uint32_t>(a)) << 32 |
-         static_cast<std::uint32_t>(b);
+// How far ink reaches beyond the points that it goes through.
+int MarginOf(float penWidth, bool sharp) {
+  constexpr int kFringe = 2;
+  return static_cast<int>(std::ceil(penWidth / 2 * (sharp ? 10.0F : 1.5F))) + kFringe;
+}
+
+// Widened to whole columns of pixels as coverage is kept in.
+raster::PixelRect WholeColumns(const raster::PixelRect& rect) {
+  constexpr int kLast = raster::kGroup - 1;
+  return {rect.left & ~kLast, rect.top, (rect.right + kLast) & ~kLast, rect.bottom};
 }
 
 std::uint64_t HashOf(const Box& box) {
@@ -50,6 +59,7 @@ void Frame::DropCommands() {
   }
   commands.clear();
   points.clear();
+  parts.clear();
 }
 
 void Frame::Clear(std::uint32_t argb) {
@@ -74,19 +84,19 @@ Command& Frame::Add(Shape shape, std::uint32_t argb, float penWidth) {
   return command;
 }
 
-raster::PixelRect Frame::Reach(double left, double top, double right, double bottom,
-                               double margin) const {
-  const auto limit = [](double value, int most) {
-    return static_cast<int>(std::clamp(value, 0.0, static_cast<double>(most)));
+raster::PixelRect Frame::Reach(std::int64_t left, std::int64_t top, std::int64_t right,
+                               std::int64_t bottom, int margin) const {
+  const auto limit = [](std::int64_t value, int most) {
+    return static_cast<int>(std::clamp<std::int64_t>(value, 0, most));
   };
   return {limit(left - margin, surface.width), limit(top - margin, surface.height),
           limit(right + margin + 1, surface.width), limit(bottom + margin + 1, surface.height)};
 }
 
-void Frame::NoteBox(Command& command, std::uint64_t hash, double margin) {
+void Frame::NoteBox(Command& command, std::uint64_t hash, int margin) {
   const Box& box = command.box;
-  command.reach = Reach(box.x, box.y, static_cast<double>(box.x) + box.width,
-                        static_cast<double>(box.y) + box.height, margin);
+  command.reach = Reach(box.x, box.y, std::int64_t{box.x} + box.width,
+                        std::int64_t{box.y} + box.height, margin);
   tiles.BeginMark(StyleOf(command));
   tiles.AddPart(command.reach, Mix(hash, HashOf(box)));
 }
@@ -103,50 +113,29 @@ void Frame::Stroke(std::span<const raster::GridPoint> line, bool closed, float p
 }
 
 // A long line is noted part by part, so that a point added to its end changes the tiles around that
-// end alone.
+// end alone, and so that a band passes over the parts that it does not show.
 void Frame::NoteLine(Command& command) {
-  const std::size_t last = command.pointCount - 1;
-  const std::size_t step = command.shape == Shape::kPolygon ? command.pointCount : kPartSegments;
-  command.reach = {surface.width, surface.height, 0, 0};
+  const std::span line = std::span(points).subspan(command.firstPoint, command.pointCount);
+  const bool closed = command.shape == Shape::kPolygon;
+  MeasureParts(line, closed ? line.size() : raster::kPartSegments, lineParts);
   tiles.BeginMark(StyleOf(command));
-  std::size_t first = 0;
-  do {
-    NotePart(command, first, std::min(first + step, last));
-    first += step;
-  } while (first < last);
-}
-
-// A part begins with the segment before it: the joint between the two is the business of both.
-void Frame::NotePart(Command& command, std::size_t first, std::size_t last) {
-  const raster::GridPoint* const line = points.data() + command.firstPoint;
-  raster::GridPoint low = line[first];
-  raster::GridPoint high = low;
-  std::uint64_t hash = first;
-  // Where the line turns by more than a right angle, a mitre may reach ten times the half width. A
-  // part that cannot see which way the line came expects it.
-  bool sharp = command.shape == Shape::kPolygon || (first > 0 && line[first - 1] == line[first]);
-  float dx = 0;
-  float dy = 0;
-  for (std::size_t i = first == 0 ? 0 : first - 1; i <= last; ++i) {
-    hash = Mix(hash, Pair(line[i].x, line[i].y));
-    low = {std::min(low.x, line[i].x), std::min(low.y, line[i].y)};
-    high = {std::max(high.x, line[i].x), std::max(high.y, line[i].y)};
-    const raster::GridPoint& next = line[i + 1 < command.pointCount ? i + 1 : i];
-    const float nextX = static_cast<float>(next.x) - static_cast<float>(line[i].x);
-    const float nextY = static_cast<float>(next.y) - static_cast<float>(line[i].y);
-    sharp |= dx * nextX + dy * nextY < 0;
-    const bool moves = nextX != 0 || nextY != 0;
-    dx = moves ? nextX : dx;
-    dy = moves ? nextY : dy;
+  command.firstPart = parts.size();
+  command.reach = {surface.width, surface.height, 0, 0};
+  bool isNear = !closed;
+  for (const LinePart& part : lineParts) {
+    const raster::PixelRect reach = Reach(part.low.x, part.low.y, part.high.x, part.high.y,
+                                          MarginOf(command.penWidth, part.sharp || closed));
+    parts.push_back(reach);
+    isNear = isNear && raster::IsNear(part.low, part.high, surface.Bounds());
+    if (!reach.IsEmpty()) {
+      tiles.AddPart(reach, part.hash);
+      command.reach = Unite(command.reach, reach);
+    }
   }
-  const double margin = command.penWidth / 2 * (sharp ? 10 : 1.5) + kFringe;
-  const raster::PixelRect reach = Reach(low.x, low.y, high.x, high.y, margin);
-  if (!reach.IsEmpty()) {
-    tiles.AddPart(reach, hash);
-    raster::PixelRect& whole = command.reach;
-    whole = {std::min(whole.left, reach.left), std::min(whole.top, reach.top),
-             std::max(whole.right, reach.right), std::max(whole.bottom, reach.bottom)};
+  if (!isNear) {
+    parts.resize(command.firstPart);
   }
+  command.partCount = parts.size() - command.firstPart;
 }
 
 void Frame::StrokeEllipse(const Box& box, float penWidth, std::uint32_t argb) {
@@ -156,7 +145,7 @@ void Frame::StrokeEllipse(const Box& box, float penWidth, std::uint32_t argb) {
   const double wide = std::max(box.width, box.height) / 2.0;
   const double narrow = std::min(box.width, box.height) / 2.0;
   const bool sharp = narrow * narrow < 2 * command.penWidth * wide;
-  NoteBox(command, 1, command.penWidth / 2 * (sharp ? 10 : 1.5) + kFringe);
+  NoteBox(command, 1, MarginOf(command.penWidth, sharp));
 }
 
 void Frame::Fill(const Box& box, std::uint32_t argb) {
@@ -181,14 +170,18 @@ void Frame::Paint(raster::Rasterizer& rasterizer, const raster::PixelRect& area)
   }
   for (const Command& command : commands) {
     const Box& box = command.box;
-    if (Intersect(command.reach, area).IsEmpty()) {
+    const raster::PixelRect clip = Intersect(WholeColumns(command.reach), area);
+    if (clip.IsEmpty()) {
       continue;
     }
+    // A small clip keeps the coverage of a mark in the processor's first cache.
+    rasterizer.SetTarget(surface, clip);
     switch (command.shape) {
       case Shape::kPolyline:
       case Shape::kPolygon:
         rasterizer.Stroke({points.data() + command.firstPoint, command.pointCount},
-                          command.shape == Shape::kPolygon, command.penWidth, command.argb);
+                          command.shape == Shape::kPolygon, command.penWidth, command.argb,
+                          {parts.data() + command.firstPart, command.partCount});
         break;
       case Shape::kEllipse:
         rasterizer.StrokeEllipse(box.x, box.y, box.width, box.height, command.penWidth,
@@ -219,19 +212,15 @@ void Frame::CutIntoBands() {
   bands.clear();
   for (const raster::PixelRect& area : changed) {
     for (int top = area.top; top < area.bottom; top += kBandRows) {
-      bands.push_back({area.left, top, area.right, std::min(top + kBandRows, area.bottom)});
+      for (int left = area.left; left < area.right; left += kBandColumns) {
+        bands.push_back({left, top, std::min(left + kBandColumns, area.right),
+                         std::min(top + kBandRows, area.bottom)});
+      }
     }
   }
 }
 
-std::span<const raster::PixelRect> Frame::Finish() {
-  changed.clear();
-  finished = true;
-  pictures.clear();
-  tiles.TakeChanged(changed);
-  if (changed.empty()) {
-    return changed;
-  }
+void Frame::PaintBands() {
   CutIntoBands();
   std::int64_t pixels = 0;
   for (const raster::PixelRect& area : changed) {
@@ -247,6 +236,25 @@ std::span<const raster::PixelRect> Frame::Finish() {
     }
   } else {
     pool.Run(count, paint);
+  }
+}
+
+std::span<const raster::PixelRect> Frame::Finish() {
+  changed.clear();
+  finished = true;
+  if (cleared) {
+    pictures.clear();
+  }
+  tiles.TakeChanged(changed);
+  try {
+    PaintBands();
+  } catch (...) {
+    // A rasterizer that was interrupted may keep coverage; whatever it painted is painted anew.
+    for (auto& rasterizer : rasterizers) {
+      rasterizer = std::make_unique<raster::Rasterizer>();
+    }
+    tiles.ForgetShown();
+    throw;
   }
   return changed;
 }

@@ -12,6 +12,7 @@
 
 #include "platform/graphics/canvas/BandPool.h"
 #include "platform/graphics/canvas/Command.h"
+#include "platform/graphics/canvas/LinePart.h"
 #include "platform/graphics/canvas/TileMap.h"
 #include "platform/graphics/raster/Rasterizer.h"
 
@@ -34,27 +35,30 @@ class Frame {
   void DrawPicture(std::shared_ptr<const Picture> picture, const Box& part, const Box& box);
 
   // Makes the pixels final. Gives the areas that may have changed since the last Finish, none when
-  // nothing did; valid until the next call.
+  // nothing did; valid until the next call. When memory runs out, std::bad_alloc; the next frame
+  // that starts from a Clear is whole again.
   std::span<const raster::PixelRect> Finish();
 
  private:
   void DropCommands();
   Command& Add(Shape shape, std::uint32_t argb, float penWidth);
-  raster::PixelRect Reach(double left, double top, double right, double bottom,
-                          double margin) const;
-  void NoteBox(Command& command, std::uint64_t hash, double margin);
+  raster::PixelRect Reach(std::int64_t left, std::int64_t top, std::int64_t right,
+                          std::int64_t bottom, int margin) const;
+  void NoteBox(Command& command, std::uint64_t hash, int margin);
   void NoteLine(Command& command);
   void Paint(raster::Rasterizer& rasterizer, const raster::PixelRect& area) const;
   void PaintPicture(const Command& command, const raster::PixelRect& area) const;
-  void NotePart(Command& command, std::size_t first, std::size_t last);
+  void PaintBands();
   void CutIntoBands();
 
   raster::PixelSurface surface;
   TileMap tiles;
   std::vector<Command> commands;
   std::vector<raster::GridPoint> points;
-  // The pictures of the frame before: they live on while this one is recorded, so that equal
-  // addresses mean equal pictures.
+  std::vector<raster::PixelRect> parts;  // what each part of the lines may touch
+  std::vector<LinePart> lineParts;       // of the line that is being noted
+  // The pictures of the frames since the Clear before: they live on while this one is recorded, so
+  // that equal addresses mean equal pictures.
   std::vector<std::shared_ptr<const Picture>> pictures;
   bool cleared = false;   // the commands start from a Clear
   bool finished = false;  // the commands are painted; the next one starts a new list

@@ -2,6 +2,8 @@
 
 #include <algorithm>
 
+#include "platform/graphics/canvas/Hash.h"
+
 namespace canvas {
 
 TileMap::TileMap(int width, int height)
@@ -40,6 +42,12 @@ void TileMap::AddPart(const raster::PixelRect& reach, std::uint64_t hash) {
       }
       tile.drawn = Mix(tile.drawn, part);
     }
+  }
+}
+
+void TileMap::ForgetShown() {
+  for (Tile& tile : tiles) {
+    tile.shown = ~tile.drawn;
   }
 }
 

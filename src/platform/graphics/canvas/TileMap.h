@@ -2,7 +2,6 @@
 // hashes mean equal pixels.
 #pragma once
 
-#include <bit>
 #include <cstdint>
 #include <vector>
 
@@ -11,16 +10,6 @@
 namespace canvas {
 
 inline constexpr int kTileSide = 64;
-
-inline std::uint64_t Mix(std::uint64_t hash, std::uint64_t value) {
-  return std::rotl(hash ^ value, 29) * 0x9E3779B97F4A7C15U;
-}
-
-// Spreads every bit over all others, as the last step of a hash.
-inline std::uint64_t Finish(std::uint64_t hash) {
-  hash = (hash ^ hash >> 31) * 0xBF58476D1CE4E5B9U;
-  return hash ^ hash >> 29;
-}
 
 // Owned by one Frame.
 class TileMap {
@@ -37,6 +26,9 @@ class TileMap {
   // Lists the areas whose hash is not that of the pixels shown, as rectangles that do not overlap,
   // and takes them as shown from now on.
   void TakeChanged(std::vector<raster::PixelRect>& areas);
+
+  // Forgets what pixels are shown: all of them count as changed.
+  void ForgetShown();
 
  private:
   struct Tile {

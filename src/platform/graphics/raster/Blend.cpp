@@ -1,13 +1,13 @@
 #include "platform/graphics/raster/Blend.h"
 
 #include <algorithm>
+#include <bit>
 #include <cstring>
 
 #undef HWY_TARGET_INCLUDE
 #define HWY_TARGET_INCLUDE "platform/graphics/raster/Blend.cpp"
 #include <hwy/foreach_target.h>
 
-#include <hwy/cache_control.h>
 #include <hwy/highway.h>
 
 #include "platform/graphics/raster/Pack-inl.h"
@@ -87,29 +87,68 @@ HWY_INLINE void BlendEight(std::uint32_t* HWY_RESTRICT pixels, std::uint64_t cov
   }
 }
 
-constexpr std::size_t kAhead = 64;
-
+// Blends eight pixels of which some lie outside the clip, where nothing is read or written: their
+// coverage is 0.
 template <bool kOpaque>
-HWY_INLINE void BlendList(const GroupList& groups, const Ink& ink, std::uint32_t* pixels) {
-  const InkLanes lanes(ink);
-  const std::uint32_t* const offsets = groups.offsets.data();
-  const std::uint64_t* const coverage = groups.coverage.data();
-  const std::size_t ahead = groups.count > kAhead ? groups.count - kAhead : 0;
-  std::size_t i = 0;
-  for (; i < ahead; ++i) {
-    hwy::Prefetch(pixels + offsets[i + kAhead]);
-    BlendEight<kOpaque>(pixels + offsets[i], coverage[i], lanes);
+void BlendSome(std::uint32_t* pixels, std::uint64_t coverage, const InkLanes& ink) {
+  std::uint8_t bytes[8];
+  std::memcpy(bytes, &coverage, sizeof bytes);
+  std::uint32_t eight[8] = {};
+  for (int i = 0; i < 8; ++i) {
+    eight[i] = bytes[i] != 0 ? pixels[i] : 0;
   }
-  for (; i < groups.count; ++i) {
-    BlendEight<kOpaque>(pixels + offsets[i], coverage[i], lanes);
+  BlendEight<kOpaque>(eight, coverage, ink);
+  for (int i = 0; i < 8; ++i) {
+    if (bytes[i] != 0) {
+      pixels[i] = eight[i];
+    }
   }
 }
 
-void Groups(const GroupList& groups, const Ink& ink, std::uint32_t* pixels) {
+// Blends a column's groups and zeroes them.
+template <bool kOpaque, bool kWhole>
+HWY_INLINE void BlendColumn(CoveragePlane& plane, int column, std::uint64_t kept,
+                            const InkLanes& ink, const PixelSurface& surface) {
+  const int left = (plane.FirstColumn() + column) * kGroup;
+  for (int word = plane.FirstWord(); word <= plane.LastWord(); ++word) {
+    std::uint64_t rest = plane.TakeWord(column, word);
+    std::uint8_t* const bytes = plane.BytesOf(column, word);
+    const int row = plane.RowOf(word);
+    while (rest != 0) {
+      const int bit = std::countr_zero(rest);
+      rest &= rest - 1;
+      std::uint64_t coverage;
+      std::memcpy(&coverage, bytes + bit * kGroup, sizeof coverage);
+      std::memset(bytes + bit * kGroup, 0, sizeof coverage);
+      std::uint32_t* const pixels = surface.Row(row + bit) + left;
+      if constexpr (kWhole) {
+        BlendEight<kOpaque>(pixels, coverage, ink);
+      } else {
+        BlendSome<kOpaque>(pixels, coverage & kept, ink);
+      }
+    }
+  }
+}
+
+template <bool kOpaque>
+void BlendPlane(CoveragePlane& plane, const Ink& ink, const PixelSurface& surface) {
+  const InkLanes lanes(ink);
+  for (int column = plane.FirstTouched(); column <= plane.LastTouched(); ++column) {
+    const std::uint64_t kept = plane.KeptBytes(column);
+    if (kept == ~std::uint64_t{0}) {
+      BlendColumn<kOpaque, true>(plane, column, kept, lanes, surface);
+    } else {
+      BlendColumn<kOpaque, false>(plane, column, kept, lanes, surface);
+    }
+  }
+  plane.Restart();
+}
+
+void Mark(CoveragePlane& plane, const Ink& ink, const PixelSurface& surface) {
   if (ink.opaque) {
-    BlendList<true>(groups, ink, pixels);
+    BlendPlane<true>(plane, ink, surface);
   } else {
-    BlendList<false>(groups, ink, pixels);
+    BlendPlane<false>(plane, ink, surface);
   }
 }
 
@@ -180,35 +219,12 @@ HWY_AFTER_NAMESPACE();
 #if HWY_ONCE
 namespace raster {
 
-HWY_EXPORT(Groups);
+HWY_EXPORT(Mark);
 HWY_EXPORT(Run);
 HWY_EXPORT(Pixels);
 
-void BlendGroups(const GroupList& groups, const Ink& ink, std::uint32_t* pixels) {
-  HWY_DYNAMIC_DISPATCH(Groups)(groups, ink, pixels);
-}
-
-void BlendCutGroups(const GroupList& groups, const Ink& ink, std::uint32_t* pixels) {
-  GroupList one;
-  one.offsets = {0};
-  one.coverage = {0};
-  one.count = 1;
-  for (std::size_t i = 0; i < groups.count; ++i) {
-    std::uint32_t* const target = pixels + groups.offsets[i];
-    std::uint8_t bytes[8];
-    std::memcpy(bytes, &groups.coverage[i], sizeof bytes);
-    std::uint32_t eight[8] = {};
-    for (int k = 0; k < 8; ++k) {
-      eight[k] = bytes[k] != 0 ? target[k] : 0;
-    }
-    one.coverage[0] = groups.coverage[i];
-    HWY_DYNAMIC_DISPATCH(Groups)(one, ink, eight);
-    for (int k = 0; k < 8; ++k) {
-      if (bytes[k] != 0) {
-        target[k] = eight[k];
-      }
-    }
-  }
+void BlendMark(CoveragePlane& plane, const Ink& ink, const PixelSurface& surface) {
+  HWY_DYNAMIC_DISPATCH(Mark)(plane, ink, surface);
 }
 
 void BlendRun(const Ink& ink, std::uint32_t* pixels, std::size_t count) {

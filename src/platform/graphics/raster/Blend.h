@@ -9,12 +9,9 @@
 
 namespace raster {
 
-// Blends `ink` over every listed group of eight pixels.
-void BlendGroups(const GroupList& groups, const Ink& ink, std::uint32_t* pixels);
-
-// The same for groups of which only the pixels with coverage belong to the target: the others are
-// neither read nor written.
-void BlendCutGroups(const GroupList& groups, const Ink& ink, std::uint32_t* pixels);
+// Moves the mark out of the plane: blends `ink` over the surface as far as the mark covers each
+// pixel within the plane's clip, and leaves the plane zero.
+void BlendMark(CoveragePlane& plane, const Ink& ink, const PixelSurface& surface);
 
 // Blends `ink` over `count` pixels, fully covered.
 void BlendRun(const Ink& ink, std::uint32_t* pixels, std::size_t count);

@@ -1,6 +1,8 @@
 #include "platform/graphics/raster/Cover.h"
 
+#include <bit>
 #include <cmath>
+#include <cstring>
 
 #undef HWY_TARGET_INCLUDE
 #define HWY_TARGET_INCLUDE "platform/graphics/raster/Cover.cpp"
@@ -174,48 +176,34 @@ HWY_INLINE void CoverSegment(const ChunkGeometry& g, int i, CoveragePlane& plane
   }
 }
 
-constexpr int kShapes = 64;
-
-// Columns and blocks, as far as they matter for telling one loop from another.
-HWY_INLINE int ShapeOf(const ChunkGeometry& g, int i) {
-  return std::min(g.columns[i], 4) * 16 + std::min(g.blocks[i], 16) - 17;
+// The pieces of a chunk, a bit each, whose shape is `shape`.
+HWY_INLINE std::uint64_t PiecesOf(const ChunkGeometry& g, std::uint8_t shape) {
+  std::uint64_t pieces = 0;
+  for (std::size_t i = 0; i < kChunkSegments; i += hn::Lanes(k8)) {
+    std::uint8_t bits[8] = {};
+    hn::StoreMaskBits(k8, hn::Eq(hn::LoadU(k8, g.shape + 1 + i), hn::Set(k8, shape)), bits);
+    std::uint64_t word;
+    std::memcpy(&word, bits, sizeof word);
+    pieces |= word << i;
+  }
+  return pieces;
 }
 
-// Lists the narrow pieces in sight, those of one shape together: their loops are then as long as
-// the ones before, which the processor guesses right. Coverage adds up the same in any order.
-int SortByShape(const ChunkGeometry& g, std::uint8_t* order) {
-  std::uint8_t first[kShapes + 1] = {};
-  std::uint8_t seen[kChunkSegments];
-  int count = 0;
-  for (int i = 1; i <= g.segments; ++i) {
-    seen[count] = static_cast<std::uint8_t>(i);
-    const bool visible = (g.narrow[i] != 0) & (g.columns[i] > 0) & (g.blocks[i] > 0);
-    count += visible ? 1 : 0;
-  }
-  for (int k = 0; k < count; ++k) {
-    ++first[ShapeOf(g, seen[k]) + 1];
-  }
-  for (int shape = 1; shape < kShapes; ++shape) {
-    first[shape] = static_cast<std::uint8_t>(first[shape] + first[shape - 1]);
-  }
-  for (int k = 0; k < count; ++k) {
-    order[first[ShapeOf(g, seen[k])]++] = seen[k];
-  }
-  return count;
-}
-
+// Pieces of one shape are covered together: their loops are then as long as the ones before, which
+// the processor guesses right. Coverage adds up the same in any order.
 template <bool kThin>
 void CoverSegments(const ChunkGeometry& g, CoveragePlane& plane) {
-  std::uint8_t order[kChunkSegments];
-  const int count = SortByShape(g, order);
   PixelRect box = {INT32_MAX, INT32_MAX, INT32_MIN, INT32_MIN};
-  for (int k = 0; k < count; ++k) {
-    const int i = order[k];
-    CoverSegment<kThin>(g, i, plane);
-    box.left = std::min(box.left, g.column[i]);
-    box.right = std::max(box.right, g.column[i] + g.columns[i]);
-    box.top = std::min(box.top, g.row[i]);
-    box.bottom = std::max(box.bottom, g.row[i] + g.blocks[i] * kBlockRows);
+  std::uint64_t rest = ~PiecesOf(g, 0);
+  while (rest != 0) {
+    const std::uint64_t alike = PiecesOf(g, g.shape[1 + std::countr_zero(rest)]);
+    rest &= ~alike;
+    for (std::uint64_t pieces = alike; pieces != 0; pieces &= pieces - 1) {
+      const int i = 1 + std::countr_zero(pieces);
+      CoverSegment<kThin>(g, i, plane);
+      box = Unite(box, {g.column[i], g.row[i], g.column[i] + g.columns[i],
+                        g.row[i] + g.blocks[i] * kBlockRows});
+    }
   }
   if (!box.IsEmpty()) {
     plane.NoteBox(box);

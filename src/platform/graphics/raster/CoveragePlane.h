@@ -17,13 +17,6 @@ inline constexpr int kGroup = 8;      // pixels a group: the width of a column
 inline constexpr int kBlockRows = 4;  // rows that are always covered together
 inline constexpr int kSlackRows = 8;  // rows above and below the clip that a block may reach into
 
-// The groups of one mark that are neither empty nor cut by the clip: what to blend, and where.
-struct GroupList {
-  std::vector<std::uint32_t> offsets;   // pixels from the surface's first one
-  std::vector<std::uint64_t> coverage;  // eight bytes, the leftmost pixel lowest
-  std::size_t count = 0;
-};
-
 // Owned by one Rasterizer; used by one thread at a time.
 class CoveragePlane {
  public:
@@ -68,14 +61,40 @@ class CoveragePlane {
     }
   }
 
-  // Moves the mark out: lists its whole groups in `groups`, copies the clip's cut columns over as
-  // groups of their own in `cutGroups`, and leaves the plane zero. `stride` is the surface's, in
-  // pixels.
-  void Extract(std::ptrdiff_t stride, GroupList& groups, GroupList& cutGroups);
+  // The mark's groups stand in the words FirstWord() .. LastWord() of the columns FirstTouched() ..
+  // LastTouched(), which count from FirstColumn().
+  int FirstWord() const { return firstWord; }
+  int LastWord() const { return lastWord; }
+  int FirstTouched() const { return firstTouched; }
+  int LastTouched() const { return lastTouched; }
+  // The row of a word's lowest bit.
+  int RowOf(int word) const { return clip.top - kSlackRows + word * 64; }
+  std::uint8_t* BytesOf(int column, int word) {
+    return bytes.data() + column * columnStride + word * 64 * kGroup;
+  }
+
+  // Gives a word of a column and forgets it: a bit for every group of the mark within the clip's
+  // rows. The caller zeroes those groups' bytes.
+  std::uint64_t TakeWord(int column, int word) {
+    std::uint64_t& bitsOfWord = bits[static_cast<std::size_t>(column * wordsPerColumn + word)];
+    const std::uint64_t taken = bitsOfWord;
+    bitsOfWord = 0;
+    const std::uint64_t outside = taken & slack[static_cast<std::size_t>(word)];
+    if (outside != 0) {
+      ClearSlack(BytesOf(column, word), outside);
+    }
+    return taken & ~outside;
+  }
+
+  // A mask of the bytes of a column's groups that lie within the clip.
+  std::uint64_t KeptBytes(int column) const;
+
+  // The next mark may begin: every word was taken.
+  void Restart();
 
  private:
-  void ClearSlack(std::uint8_t* top, int word, std::uint64_t& wordBits) const;
-  void ExtractColumn(int column, std::ptrdiff_t stride, std::uint64_t keep, GroupList& groups);
+  static void ClearSlack(std::uint8_t* top, std::uint64_t rows);
+  void MaskSlack();
 
   PixelRect clip;
   int firstColumn = 0;
@@ -84,6 +103,7 @@ class CoveragePlane {
   int wordsPerColumn = 0;
   std::vector<std::uint8_t> bytes;
   std::vector<std::uint64_t> bits;
+  std::vector<std::uint64_t> slack;  // of each word, the rows above or below the clip
   int firstWord = 0;
   int lastWord = -1;
   int firstTouched = 0;

@@ -28,9 +28,26 @@ struct PixelRect {
   friend bool operator==(const PixelRect&, const PixelRect&) = default;
 };
 
+// A long line is looked at in parts of this many segments.
+inline constexpr std::size_t kPartSegments = 16;
+
 inline PixelRect Intersect(const PixelRect& a, const PixelRect& b) {
   return {std::max(a.left, b.left), std::max(a.top, b.top), std::min(a.right, b.right),
           std::min(a.bottom, b.bottom)};
+}
+
+inline PixelRect Unite(const PixelRect& a, const PixelRect& b) {
+  return {std::min(a.left, b.left), std::min(a.top, b.top), std::max(a.right, b.right),
+          std::max(a.bottom, b.bottom)};
+}
+
+// Nothing further from the surface than this matters, the longest mitre of the widest pen included.
+inline constexpr int kGuard = 512;
+
+// Whether all of a box lies on the surface or so near that it may matter.
+inline bool IsNear(const GridPoint& low, const GridPoint& high, const PixelRect& bounds) {
+  return low.x >= bounds.left - kGuard && low.y >= bounds.top - kGuard &&
+         high.x <= bounds.right + kGuard && high.y <= bounds.bottom + kGuard;
 }
 
 // Premultiplied 0xAARRGGBB, top row first; at most 32767 pixels a side.

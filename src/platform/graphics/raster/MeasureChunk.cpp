@@ -1,5 +1,7 @@
 #include "platform/graphics/raster/StrokeChunk.h"
 
+#include <algorithm>
+
 #undef HWY_TARGET_INCLUDE
 #define HWY_TARGET_INCLUDE "platform/graphics/raster/MeasureChunk.cpp"
 #include <hwy/foreach_target.h>
@@ -20,6 +22,7 @@ using F = hn::Vec<Floats>;
 using I = hn::Vec<Ints>;
 constexpr Floats kFloats;
 constexpr Ints kInts;
+constexpr hn::Rebind<std::uint8_t, Floats> kBytes;
 
 // How far beyond its ideal edge a piece may tint a pixel, as a distance between centre and edge.
 constexpr float kFringe = 0.8F;
@@ -156,6 +159,15 @@ HWY_INLINE void StoreBox(const Span& across, const Span& down, const PixelRect& 
   hn::StoreU(hn::Min(hn::Sub(all, above), inside), kInts, out.blocks + i);
 }
 
+HWY_INLINE void StoreShape(I narrow, int i, ChunkGeometry& out) {
+  const I columns = hn::LoadU(kInts, out.columns + i);
+  const I blocks = hn::LoadU(kInts, out.blocks + i);
+  const auto visible = hn::And(hn::Gt(columns, hn::Zero(kInts)), hn::Gt(blocks, hn::Zero(kInts)));
+  const I shape = hn::Add(hn::ShiftLeft<4>(hn::Min(columns, hn::Set(kInts, 15))), blocks);
+  hn::StoreU(hn::DemoteTo(kBytes, hn::And(hn::IfThenElseZero(visible, shape), narrow)), kBytes,
+             out.shape + i);
+}
+
 // With M and m the larger and the smaller of |nx|, |ny|, an edge's coverage is the mean of two
 // ramps of slope 1/M, m/4 to either side of it: half the error of one ramp at 45 degrees.
 void MeasurePieces(const ChunkPoints& points, float halfWidth, const PixelRect& clip,
@@ -209,7 +221,9 @@ void MeasurePieces(const ChunkPoints& points, float halfWidth, const PixelRect& 
                                hn::Le(hn::Sub(down.high, down.low), Set(kHighestNarrowBox)));
     const auto narrow =
         hn::And(hn::Le(hn::LoadU(kFloats, out.length + i), Set(kLongestNarrow)), small);
-    hn::StoreU(hn::VecFromMask(kInts, hn::RebindMask(kInts, narrow)), kInts, out.narrow + i);
+    const I narrowInts = hn::VecFromMask(kInts, hn::RebindMask(kInts, narrow));
+    hn::StoreU(narrowInts, kInts, out.narrow + i);
+    StoreShape(narrowInts, i, out);
   }
 }
 
@@ -219,6 +233,7 @@ void Measure(const ChunkPoints& points, float halfWidth, const PixelRect& clip,
   MeasureTangents(points, out);
   MeasureJoints(points, halfWidth, out);
   MeasurePieces(points, halfWidth, clip, out);
+  std::fill(out.shape + points.segments + 1, out.shape + kChunkSegments + 1, std::uint8_t{0});
 }
 
 }  // namespace

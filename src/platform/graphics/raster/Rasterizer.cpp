@@ -21,17 +21,17 @@ void Rasterizer::SetTarget(const PixelSurface& newSurface, const PixelRect& newC
 }
 
 void Rasterizer::Stroke(std::span<const GridPoint> points, bool closed, float penWidth,
-                        std::uint32_t argb) {
+                        std::uint32_t argb, std::span<const PixelRect> parts) {
   const Ink ink = MakeInk(argb);
   if (points.empty() || clip.IsEmpty() || ink.invisible) {
     return;
   }
   const float width = UsableWidth(penWidth);
   stroker.Begin(surface.Bounds(), width);
-  if (!stroker.Cover(points, closed)) {
+  if (!stroker.Cover(points, closed, parts)) {
     CoverDot(points.front(), width / 2, plane);
   }
-  BlendMark(ink);
+  BlendMark(plane, ink, surface);
 }
 
 void Rasterizer::StrokeEllipse(std::int32_t x, std::int32_t y, std::int32_t width,
@@ -47,15 +47,7 @@ void Rasterizer::StrokeEllipse(std::int32_t x, std::int32_t y, std::int32_t widt
   }
   stroker.Begin(surface.Bounds(), UsableWidth(penWidth));
   stroker.CoverEllipse(x, y, width, height);
-  BlendMark(ink);
-}
-
-void Rasterizer::BlendMark(const Ink& ink) {
-  groups.count = 0;
-  cutGroups.count = 0;
-  plane.Extract(surface.stride, groups, cutGroups);
-  BlendGroups(groups, ink, surface.pixels);
-  BlendCutGroups(cutGroups, ink, surface.pixels);
+  BlendMark(plane, ink, surface);
 }
 
 void Rasterizer::Fill(std::int32_t x, std::int32_t y, std::int32_t width, std::int32_t height,

@@ -28,7 +28,10 @@ class Rasterizer {
 
   // Strokes a polyline with flat caps and mitred joins, closed or open; a disc of the pen's width
   // when all points fall on one pixel. A stroke never blends over itself. No points: nothing.
-  void Stroke(std::span<const GridPoint> points, bool closed, float penWidth, std::uint32_t argb);
+  // `parts`: of an open line that lies near the surface, what every kPartSegments of its segments
+  // may touch, so that the stroke passes over those outside the clip; empty when that is not known.
+  void Stroke(std::span<const GridPoint> points, bool closed, float penWidth, std::uint32_t argb,
+              std::span<const PixelRect> parts = {});
 
   // Outlines the ellipse inscribed in the box.
   void StrokeEllipse(std::int32_t x, std::int32_t y, std::int32_t width, std::int32_t height,
@@ -42,14 +45,10 @@ class Rasterizer {
   void Clear(std::uint32_t argb);
 
  private:
-  void BlendMark(const Ink& ink);
-
   PixelSurface surface;
   PixelRect clip;
   CoveragePlane plane;
   Stroker stroker{plane};
-  GroupList groups;
-  GroupList cutGroups;
 };
 
 }  // namespace raster

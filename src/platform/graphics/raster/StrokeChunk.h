@@ -70,6 +70,9 @@ struct ChunkGeometry {
   alignas(64) float bottom[kChunkRoom];
   alignas(
       64) std::int32_t narrow[kChunkRoom];  // -1 when 16 bits hold every plane over the piece's box
+  // Columns and blocks as one number, the same for pieces whose loops are alike; 0 for a piece that
+  // is not narrow or not within the clip.
+  alignas(64) std::uint8_t shape[kChunkRoom];
   int segments;
 };
 

@@ -8,9 +8,6 @@
 namespace raster {
 namespace {
 
-// Nothing further from the surface than this matters, the longest mitre of the widest pen included.
-constexpr int kGuard = 512;
-
 // Cuts the parameter range `low` .. `high` of from + t delta to `least` .. `most` along one axis.
 void CutRange(double from, double delta, double least, double most, double& low, double& high) {
   if (delta == 0) {
@@ -32,19 +29,92 @@ void Stroker::Begin(const PixelRect& bounds, float width) {
   guard = {bounds.left - kGuard, bounds.top - kGuard, bounds.right + kGuard,
            bounds.bottom + kGuard};
   count = 0;
+  knownInSight = false;
 }
 
-bool Stroker::Cover(std::span<const GridPoint> line, bool closed) {
+bool Stroker::Cover(std::span<const GridPoint> line, bool closed,
+                    std::span<const PixelRect> parts) {
   const auto differs = [&](const GridPoint& point) { return point != line.front(); };
   if (std::none_of(line.begin(), line.end(), differs)) {
     return false;
   }
   if (closed) {
     CoverClosed(line);
-  } else {
+  } else if (parts.empty()) {
     CoverOpen(line);
+  } else {
+    CoverParts(line, parts);
   }
   return true;
+}
+
+// Neighbouring parts in sight are covered in one go.
+void Stroker::CoverParts(std::span<const GridPoint> line, std::span<const PixelRect> parts) {
+  knownInSight = true;
+  const auto isInSight = [&](std::size_t part) {
+    return !Intersect(parts[part], plane.Clip()).IsEmpty();
+  };
+  for (std::size_t part = 0; part < parts.size(); ++part) {
+    if (!isInSight(part)) {
+      continue;
+    }
+    const std::size_t first = part;
+    while (part + 1 < parts.size() && isInSight(part + 1)) {
+      ++part;
+    }
+    CoverStretch(line, first * kPartSegments,
+                 std::min((part + 1) * kPartSegments, line.size() - 1));
+  }
+}
+
+// Where the line comes from and goes to counts for the joints at either end.
+void Stroker::CoverStretch(std::span<const GridPoint> line, std::size_t first, std::size_t last) {
+  std::size_t before = first;
+  while (before > 0 && line[before] == line[first]) {
+    --before;
+  }
+  std::size_t after = last;
+  while (after + 1 < line.size() && line[after] == line[last]) {
+    ++after;
+  }
+  if (line[before] == line[first]) {
+    MoveTo(static_cast<float>(line[first].x), static_cast<float>(line[first].y));
+  } else {
+    MoveToFrom(ToVertex(line[before]), ToVertex(line[first]));
+  }
+  FollowNear(line.subspan(first + 1, last - first));
+  if (line[after] == line[last]) {
+    LiftPen();
+  } else if (count >= 2) {
+    LiftPenTowards(ToVertex(line[after]));
+  }
+  count = 0;
+}
+
+// LineTo for every point, as many at a time as the chunk has room for.
+void Stroker::FollowNear(std::span<const GridPoint> line) {
+  std::size_t next = 0;
+  while (next < line.size()) {
+    const std::size_t room = static_cast<std::size_t>(kChunkSegments + 2 - count);
+    const std::size_t end = std::min(line.size(), next + room);
+    int filled = count;
+    float lastX = points.x[filled];
+    float lastY = points.y[filled];
+    for (; next < end; ++next) {
+      const float x = static_cast<float>(line[next].x);
+      const float y = static_cast<float>(line[next].y);
+      // A repeated point is overwritten by the next one.
+      points.x[filled + 1] = x;
+      points.y[filled + 1] = y;
+      filled += static_cast<int>(x != lastX) | static_cast<int>(y != lastY);
+      lastX = x;
+      lastY = y;
+    }
+    count = filled;
+    if (count == kChunkSegments + 2) {
+      FlushFull();
+    }
+  }
 }
 
 void Stroker::CoverOpen(std::span<const GridPoint> line) {
@@ -61,8 +131,7 @@ void Stroker::CoverOpen(std::span<const GridPoint> line) {
     if (inside && lastInside) {
       LineTo(static_cast<float>(point.x), static_cast<float>(point.y));
     } else {
-      Walk({static_cast<double>(last.x), static_cast<double>(last.y)},
-           {static_cast<double>(point.x), static_cast<double>(point.y)});
+      Walk(ToVertex(last), ToVertex(point));
     }
     last = point;
     lastInside = inside;
@@ -71,9 +140,6 @@ void Stroker::CoverOpen(std::span<const GridPoint> line) {
 }
 
 void Stroker::CoverClosed(std::span<const GridPoint> line) {
-  const auto vertex = [](const GridPoint& point) {
-    return Vertex{static_cast<double>(point.x), static_cast<double>(point.y)};
-  };
   const auto outside = std::find_if(
       line.begin(), line.end(), [&](const GridPoint& point) { return !InGuard(point.x, point.y); });
   const auto next = [&](std::span<const GridPoint>::iterator at) {
@@ -83,7 +149,7 @@ void Stroker::CoverClosed(std::span<const GridPoint> line) {
     // It may as well start where nobody sees whether the ends meet.
     auto at = outside;
     do {
-      Walk(vertex(*at), vertex(*next(at)));
+      Walk(ToVertex(*at), ToVertex(*next(at)));
       at = next(at);
     } while (at != outside);
     LiftPen();
@@ -94,14 +160,14 @@ void Stroker::CoverClosed(std::span<const GridPoint> line) {
   while (*last == first) {
     --last;
   }
-  MoveToFrom(vertex(*last), vertex(first));
+  MoveToFrom(ToVertex(*last), ToVertex(first));
   for (const GridPoint& point : line.subspan(1)) {
     LineTo(static_cast<float>(point.x), static_cast<float>(point.y));
   }
   LineTo(static_cast<float>(first.x), static_cast<float>(first.y));
   const auto second = std::find_if(line.begin(), line.end(),
                                    [&](const GridPoint& point) { return point != first; });
-  LiftPenTowards(vertex(*second));
+  LiftPenTowards(ToVertex(*second));
 }
 
 void Stroker::Walk(Vertex from, Vertex to) {
@@ -152,14 +218,19 @@ void Stroker::LineTo(float x, float y) {
   points.x[count] = x;
   points.y[count] = y;
   if (count == kChunkSegments + 2) {
-    Flush(kChunkSegments);
-    for (int i = 0; i < 3; ++i) {
-      points.x[i] = points.x[kChunkSegments + i];
-      points.y[i] = points.y[kChunkSegments + i];
-    }
-    count = 2;
-    startKnown = true;
+    FlushFull();
   }
+}
+
+// Covers a full chunk and starts the next one with its last points.
+void Stroker::FlushFull() {
+  Flush(kChunkSegments);
+  for (int i = 0; i < 3; ++i) {
+    points.x[i] = points.x[kChunkSegments + i];
+    points.y[i] = points.y[kChunkSegments + i];
+  }
+  count = 2;
+  startKnown = true;
 }
 
 // A flat cap is the seam to a segment that goes straight on.
@@ -201,7 +272,7 @@ void Stroker::Flush(int segments) {
     points.y[0] = 2 * points.y[1] - points.y[2];
   }
   points.segments = segments;
-  if (!IsInSight()) {
+  if (!knownInSight && !IsInSight()) {
     return;
   }
   MeasureChunk(points, halfWidth, plane.Clip(), geometry);

@@ -17,8 +17,8 @@ class Stroker {
   void Begin(const PixelRect& bounds, float width);
 
   // Covers the polyline through `points`; a closed one returns to its first point. Gives false and
-  // covers nothing when all points fall on one pixel.
-  bool Cover(std::span<const GridPoint> points, bool closed);
+  // covers nothing when all points fall on one pixel. `parts` as for Rasterizer::Stroke.
+  bool Cover(std::span<const GridPoint> points, bool closed, std::span<const PixelRect> parts);
 
   // Covers the outline of the ellipse inscribed in the box from (x, y), `width` x `height` pixels
   // further.
@@ -29,11 +29,18 @@ class Stroker {
     double x, y;
   };
 
+  static Vertex ToVertex(const GridPoint& point) {
+    return {static_cast<double>(point.x), static_cast<double>(point.y)};
+  }
+
   template <class T>
   bool InGuard(T x, T y) const {
     return x >= guard.left && x <= guard.right && y >= guard.top && y <= guard.bottom;
   }
   void CoverOpen(std::span<const GridPoint> points);
+  void CoverParts(std::span<const GridPoint> points, std::span<const PixelRect> parts);
+  void CoverStretch(std::span<const GridPoint> points, std::size_t first, std::size_t last);
+  void FollowNear(std::span<const GridPoint> points);
   void CoverClosed(std::span<const GridPoint> points);
   void FollowArc(const Vertex& center, const Vertex& radius, int first, int last, int steps);
 
@@ -47,6 +54,7 @@ class Stroker {
   void MoveToFrom(Vertex before, Vertex first);
   void LiftPenTowards(Vertex next);
   void Flush(int segments);
+  void FlushFull();
   bool IsInSight() const;
 
   CoveragePlane& plane;
@@ -54,7 +62,8 @@ class Stroker {
   PixelRect guard;  // the surface and what lies so near that it may matter
   ChunkPoints points = {};
   ChunkGeometry geometry;
-  int count = 0;            // points of the run in the chunk, at 1 .. count; 0: no run
+  int count = 0;              // points of the run in the chunk, at 1 .. count; 0: no run
+  bool knownInSight = false;  // whoever feeds the points passes over those out of sight
   bool startKnown = false;  // points[0] is the stroke's own point, not to be made up for a flat cap
 };
 
