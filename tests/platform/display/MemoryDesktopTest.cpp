@@ -18,7 +18,7 @@ constexpr RECT kScreen = {0, 0, 1920, 1080};
 // Pushes a frame of the window's size, all of one premultiplied colour, or of the size given.
 void Push(const MemoryWindow& window, SIZE size, std::uint32_t color) {
   const auto count = static_cast<std::size_t>(size.cx) * static_cast<std::size_t>(size.cy);
-  PixelSection bitmap{size.cx, size.cy, std::make_unique<std::uint32_t[]>(count)};
+  PixelSection bitmap{size.cx, size.cy, AllocatePixels(count)};
   std::fill_n(bitmap.pixels.get(), count, color);
   DeviceContext context;
   SelectObject(&context, &bitmap);
