@@ -91,7 +91,32 @@ std::vector<std::uint32_t> CairoRival::CopyPixels() const {
   return pixels;
 }
 
+void CairoRival::DrawPicture(const BenchMark& mark) {
+  const Picture& picture = *mark.picture;
+  const POINT from = mark.points.front();
+  const POINT to = mark.points.back();
+  // Cairo takes no constant pixels, but does not write those of a source.
+  auto* const pixels =
+      reinterpret_cast<unsigned char*>(const_cast<std::uint32_t*>(picture.pixels.data()));
+  cairo_surface_t* const source = cairo_image_surface_create_for_data(
+      pixels, CAIRO_FORMAT_ARGB32, picture.width, picture.height, picture.width * 4);
+  cairo_save(cairo);
+  cairo_translate(cairo, from.x, from.y);
+  cairo_rectangle(cairo, 0, 0, to.x - from.x, to.y - from.y);
+  cairo_scale(cairo, static_cast<double>(to.x - from.x) / picture.width,
+              static_cast<double>(to.y - from.y) / picture.height);
+  cairo_set_source_surface(cairo, source, 0, 0);
+  cairo_pattern_set_extend(cairo_get_source(cairo), CAIRO_EXTEND_PAD);
+  cairo_fill(cairo);
+  cairo_restore(cairo);
+  cairo_surface_destroy(source);
+}
+
 void CairoRival::Draw(const BenchMark& mark) {
+  if (mark.picture != nullptr) {
+    DrawPicture(mark);
+    return;
+  }
   SetColor(cairo, mark.color);
   cairo_set_line_width(cairo, mark.width);
   AddShape(cairo, mark);

@@ -24,6 +24,7 @@ class CairoRival {
 
  private:
   void Draw(const BenchMark& mark);
+  void DrawPicture(const BenchMark& mark);
 
   const Workload& workload;
   cairo_surface_t* surface;

@@ -139,6 +139,7 @@ void RegisterAll() {
   RegisterPaths("W3", 3840, 2160, {5000, 200, 6, 0xFF});
   Register("W4", [] { return MakeShapes("W4", 1920, 1080, 1000, 6); });
   RegisterPaths("W5", 1920, 1080, {1, 100'000, 6, 0xFF});
+  Register("W6", [] { return MakePictures("W6", 1920, 1080, 200); });
   RegisterPaths("W7", 1920, 1080, {300, 200, 20, 0x80});
   Register("T", [] { return MakeTorture("T", 1920, 1080, 400); });
 }

@@ -1,13 +1,37 @@
 #include "workload/EnginePage.h"
 
+#include <unistd.h>
+
+#include <filesystem>
 #include <string>
+
+namespace {
+
+// Pictures reach an annotation as files do.
+void GivePicture(const Picture& picture, Annotation& annotation) {
+  const std::filesystem::path file =
+      std::filesystem::temp_directory_path() / ("parchlet-bench-" + std::to_string(getpid()));
+  const std::ptrdiff_t stride = std::ptrdiff_t{picture.width} * 4;
+  if (SavePicture({picture.pixels.data(), picture.width, picture.height, stride},
+                  PictureEncoder::kPng, file.string())) {
+    annotation.SetPicture(file.wstring(), "");
+    std::filesystem::remove(file);
+  }
+}
+
+}  // namespace
 
 std::unique_ptr<Annotation> MakeAnnotation(const Workload& workload, std::size_t index) {
   constexpr std::size_t kAuthors = 4;
   const BenchMark& mark = workload.marks[index];
   auto annotation = std::make_unique<Annotation>();
-  annotation->Init({mark.color, mark.width, 0}, AnnotationTypeDrawing, mark.kind,
+  const bool isPicture = mark.picture != nullptr;
+  annotation->Init({mark.color, mark.width, 0},
+                   isPicture ? AnnotationTypePicture : AnnotationTypeDrawing, mark.kind,
                    std::string("author-") + std::to_string(index % kAuthors), "", "");
+  if (isPicture) {
+    GivePicture(*mark.picture, *annotation);
+  }
   annotation->SetAnnotationId(std::string("mark-") + std::to_string(index));
   annotation->subModelIndex = 0;
   annotation->order = static_cast<std::int32_t>(index);

@@ -78,6 +78,26 @@ std::vector<POINT> MakePath(Random& random, int width, int height, std::size_t p
   return points;
 }
 
+// Soft waves of colour, everywhere as transparent as opaque.
+std::shared_ptr<const Picture> MakePicture(Random& random) {
+  auto picture = std::make_shared<Picture>();
+  picture->format = PictureFormat::kPng;
+  picture->width = 400;
+  picture->height = 300;
+  const std::uint32_t slope[3] = {1 + random.Below(4), 1 + random.Below(4), 1 + random.Below(4)};
+  for (std::uint32_t y = 0; y < 300; ++y) {
+    for (std::uint32_t x = 0; x < 400; ++x) {
+      const auto wave = [&](std::uint32_t phase) {
+        const std::uint32_t step = phase & 0xFF;
+        return step < 0x80 ? step : 0xFF - step;
+      };
+      picture->pixels.push_back(0x80U << 24U | wave(slope[0] * x) << 16U |
+                                wave(slope[1] * y) << 8U | wave(slope[2] * (x + y)));
+    }
+  }
+  return picture;
+}
+
 // One step's turn: a zigzag, a gentle bend or all but straight back. The tangent of half the angle.
 double TortureTurn(Random& random, std::size_t step) {
   constexpr double kUturn = 10.0;  // 169 degrees
@@ -160,6 +180,18 @@ Workload MakeTorture(const std::string& name, int width, int height, std::size_t
     const std::uint32_t color = RandomColor(random, kOpaque);
     workload.marks.push_back({AnnotationSubTypePath, color, static_cast<int>(1 + i % 30),
                               MakeTorturePath(random, width, height)});
+  }
+  return workload;
+}
+
+Workload MakePictures(const std::string& name, int width, int height, std::size_t count) {
+  Random random(kSeed);
+  Workload workload = {name, width, height, {}};
+  for (std::size_t i = 0; i < count; ++i) {
+    const int left = static_cast<int>(random.Below(static_cast<std::uint32_t>(width - 600)));
+    const int top = static_cast<int>(random.Below(static_cast<std::uint32_t>(height - 400)));
+    workload.marks.push_back(
+        {AnnotationSubTypePng, 0, 1, {{left, top}, {left + 600, top + 400}}, MakePicture(random)});
   }
   return workload;
 }

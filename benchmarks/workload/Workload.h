@@ -3,17 +3,21 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <memory>
 #include <string>
 #include <vector>
 
 #include <parchlet/AnnotationTypes.h>
 #include <parchlet/Platform.h>
 
+#include "platform/image/Picture.h"
+
 struct BenchMark {
   AnnotationSubType kind;
   std::uint32_t color;  // 0xAARRGGBB
   int width;            // pixels
   std::vector<POINT> points;
+  std::shared_ptr<const Picture> picture = nullptr;  // instead of ink; the points are its corners
 };
 
 struct Workload {
@@ -44,3 +48,6 @@ Workload MakeShapes(const std::string& name, int width, int height, std::size_t 
 // Paths that no hand draws: zigzags, U-turns and gentle bends in turn, steps of 0.4 to 45 pixels,
 // pens of 1 to 30.
 Workload MakeTorture(const std::string& name, int width, int height, std::size_t pathCount);
+
+// `count` half-transparent pictures of 400 x 300 pixels, stretched to 600 x 400.
+Workload MakePictures(const std::string& name, int width, int height, std::size_t count);

@@ -1,49 +1,104 @@
 #include "platform/graphics/Stretch.h"
 
+#include <hwy/cache_control.h>
+
 #include <algorithm>
 #include <cmath>
 #include <cstdint>
-#include <limits>
+#include <utility>
+#include <vector>
+
+#include "platform/graphics/raster/StretchRows.h"
 
 namespace {
 
-// Two neighbouring source positions and the second one's weight in 256ths.
+// Two neighbouring source positions, counted from the part's first one, and the second one's share
+// in 256ths: 0 for the last position, which has no neighbour.
 struct Tap {
   int first;
-  int second;
-  std::uint32_t weight;
+  int weight;
 };
 
 // The destination pixel at `index` has its centre at (index + 0.5) * source / destination of the
 // source, whose pixel i has its own at i + 0.5. Past the outermost centres the edge pixel counts
 // alone.
-Tap TapFor(std::int64_t index, int sourceStart, int sourceLength, int destinationLength) {
+Tap TapFor(std::int64_t index, int sourceLength, int destinationLength) {
   const double centre = (static_cast<double>(index) + 0.5) * sourceLength / destinationLength - 0.5;
   const double clamped = std::clamp(centre, 0.0, static_cast<double>(sourceLength - 1));
   const int first = static_cast<int>(clamped);
-  const int second = std::min(first + 1, sourceLength - 1);
-  const auto weight = static_cast<std::uint32_t>((clamped - first) * 256.0);
-  return {sourceStart + first, sourceStart + second, weight};
+  return {first, static_cast<int>((clamped - first) * 256.0)};
 }
 
-// Mixes two premultiplied pixels, two channels at a time.
-std::uint32_t Mix(std::uint32_t a, std::uint32_t b, std::uint32_t weight) {
-  constexpr std::uint32_t kMask = 0x00FF00FF;
-  constexpr std::uint32_t kHalf = 0x00800080;
-  const auto mix = [&](std::uint32_t p, std::uint32_t q) {
-    return ((p * (256 - weight) + q * weight + kHalf) >> 8) & kMask;
-  };
-  return mix(a & kMask, b & kMask) | (mix((a >> 8) & kMask, (b >> 8) & kMask) << 8);
-}
+// The part of a picture, its rows widened to the columns that are shown. Keeps the last two: going
+// down the destination, every source row is widened once.
+class WideRows {
+ public:
+  WideRows(const Picture& picture, const PixelBox& source, const PixelBox& destination, int left,
+           int right)
+      : picture(picture), source(source) {
+    const auto shown = static_cast<std::size_t>(right - left);
+    count = (shown + raster::kStretchStep - 1) / raster::kStretchStep * raster::kStretchStep;
+    for (std::size_t i = 0; i < count; ++i) {
+      const auto x = static_cast<std::int64_t>(left) + static_cast<std::int64_t>(i);
+      const Tap tap = TapFor(x - destination.x, source.width, destination.width);
+      constexpr std::uint64_t kFourTimes = 0x0001'0001'0001'0001;
+      first.push_back(tap.first);
+      weights.push_back(static_cast<std::uint64_t>(tap.weight) * 128 * kFourTimes);
+    }
+    latest.pixels.resize(count);
+    earlier.pixels.resize(count);
+  }
 
-std::uint32_t Over(std::uint32_t above, std::uint32_t below) {
-  const std::uint32_t rest = 255 - (above >> 24);
-  const auto scale = [&](std::uint32_t channels) {
-    const std::uint32_t product = channels * rest + 0x00800080;
-    return ((product + ((product >> 8) & 0x00FF00FF)) >> 8) & 0x00FF00FF;
+  // A row of the part; one past the last is the last. Valid until the second call after this one.
+  const std::uint32_t* Get(int index) {
+    const int wanted = std::min(index, source.height - 1);
+    if (latest.index != wanted) {
+      std::swap(latest, earlier);
+    }
+    if (latest.index != wanted) {
+      Widen(wanted, latest);
+    }
+    return latest.pixels.data();
+  }
+
+ private:
+  struct Row {
+    int index = -1;
+    std::vector<std::uint32_t> pixels;
   };
-  return above + (scale(below & 0x00FF00FF) | (scale((below >> 8) & 0x00FF00FF) << 8));
-}
+
+  void Widen(int index, Row& row) {
+    const auto start =
+        static_cast<std::size_t>(source.y + index) * static_cast<std::size_t>(picture.width) +
+        static_cast<std::size_t>(source.x);
+    const auto width = static_cast<std::size_t>(source.width);
+    const std::uint32_t* pixels = picture.pixels.data() + start;
+    if (start + width == picture.pixels.size()) {
+      // A column's neighbour is read even where it counts for nothing: behind the last pixel.
+      padded.assign(pixels, pixels + width);
+      padded.push_back(0);
+      pixels = padded.data();
+    }
+    // The row that is wanted next but one: rows lie too far apart for the processor to foresee.
+    const std::size_t ahead = start + 2 * static_cast<std::size_t>(picture.width);
+    if (ahead + width <= picture.pixels.size()) {
+      constexpr std::size_t kCacheLine = 16;  // pixels
+      for (std::size_t i = 0; i < width; i += kCacheLine) {
+        hwy::Prefetch(picture.pixels.data() + ahead + i);
+      }
+    }
+    raster::WidenRow(pixels, first.data(), weights.data(), count, row.pixels.data());
+    row.index = index;
+  }
+
+  const Picture& picture;
+  PixelBox source;
+  std::size_t count = 0;
+  std::vector<std::int32_t> first;
+  std::vector<std::uint64_t> weights;
+  std::vector<std::uint32_t> padded;
+  Row latest, earlier;
+};
 
 bool IsWithin(const PixelBox& part, const Picture& picture) {
   return part.x >= 0 && part.y >= 0 && part.width > 0 && part.height > 0 &&
@@ -69,29 +124,15 @@ void StretchPicture(const Picture& picture, const PixelBox& source, const PixelB
   if (shown.IsEmpty() || !IsWithin(source, picture)) {
     return;
   }
-  std::vector<Tap> columns;
-  columns.reserve(static_cast<std::size_t>(shown.right - shown.left));
-  for (int x = shown.left; x < shown.right; ++x) {
-    columns.push_back(
-        TapFor(std::int64_t{x} - destination.x, source.x, source.width, destination.width));
-  }
-  const auto rowOf = [&](int y) {
-    return picture.pixels.data() +
-           static_cast<std::size_t>(y) * static_cast<std::size_t>(picture.width);
-  };
+  WideRows rows(picture, source, destination, shown.left, shown.right);
+  const auto width = static_cast<std::size_t>(shown.right - shown.left);
   for (int y = shown.top; y < shown.bottom; ++y) {
-    const Tap row =
-        TapFor(std::int64_t{y} - destination.y, source.y, source.height, destination.height);
-    const std::uint32_t* upper = rowOf(row.first);
-    const std::uint32_t* lower = rowOf(row.second);
+    const Tap tap = TapFor(std::int64_t{y} - destination.y, source.height, destination.height);
+    const std::uint32_t* upper = rows.Get(tap.first);
+    const std::uint32_t* lower = tap.weight == 0 ? upper : rows.Get(tap.first + 1);
     std::uint32_t* out = surface.pixels +
                          static_cast<std::size_t>(y) * static_cast<std::size_t>(surface.width) +
                          shown.left;
-    for (const Tap& column : columns) {
-      const std::uint32_t top = Mix(upper[column.first], upper[column.second], column.weight);
-      const std::uint32_t bottom = Mix(lower[column.first], lower[column.second], column.weight);
-      *out = Over(Mix(top, bottom, row.weight), *out);
-      ++out;
-    }
+    raster::BlendMixedRows(upper, lower, tap.weight, out, width);
   }
 }

@@ -167,50 +167,6 @@ void Run(const Ink& ink, std::uint32_t* pixels, std::size_t count) {
   }
 }
 
-// ground + source - ground alpha, rounded once.
-HWY_INLINE V16 Over(V16 ground, V16 source, V16 alpha) {
-  // alpha / 255 in 1/32768, at most 32640 + 127 = 32767.
-  const V16 share = hn::Add(hn::ShiftLeft<7>(alpha), hn::ShiftRight<1>(alpha));
-  return hn::Add(source, hn::Sub(ground, hn::MulFixedPoint15(ground, share)));
-}
-
-alignas(32) constexpr std::uint8_t kAlphaOfLower[32] = {
-    3, 0x80, 3, 0x80, 3, 0x80, 3, 0x80, 7, 0x80, 7, 0x80, 7, 0x80, 7, 0x80,
-    3, 0x80, 3, 0x80, 3, 0x80, 3, 0x80, 7, 0x80, 7, 0x80, 7, 0x80, 7, 0x80};
-alignas(32) constexpr std::uint8_t kAlphaOfUpper[32] = {
-    11, 0x80, 11, 0x80, 11, 0x80, 11, 0x80, 15, 0x80, 15, 0x80, 15, 0x80, 15, 0x80,
-    11, 0x80, 11, 0x80, 11, 0x80, 11, 0x80, 15, 0x80, 15, 0x80, 15, 0x80, 15, 0x80};
-
-HWY_INLINE void OverVector(const std::uint32_t* HWY_RESTRICT source,
-                           std::uint32_t* HWY_RESTRICT pixels) {
-  const V8 zero = hn::Zero(k8);
-  const V8 over = hn::LoadU(k8, reinterpret_cast<const std::uint8_t*>(source));
-  const V8 ground = hn::LoadU(k8, reinterpret_cast<const std::uint8_t*>(pixels));
-  const V16 lowAlpha = hn::BitCast(k16, hn::TableLookupBytesOr0(over, hn::Load(k8, kAlphaOfLower)));
-  const V16 highAlpha =
-      hn::BitCast(k16, hn::TableLookupBytesOr0(over, hn::Load(k8, kAlphaOfUpper)));
-  const V16 low = Over(hn::BitCast(k16, hn::InterleaveLower(k8, ground, zero)),
-                       hn::BitCast(k16, hn::InterleaveLower(k8, over, zero)), lowAlpha);
-  const V16 high = Over(hn::BitCast(k16, hn::InterleaveUpper(k8, ground, zero)),
-                        hn::BitCast(k16, hn::InterleaveUpper(k8, over, zero)), highAlpha);
-  hn::StoreU(PackBlocks(low, high), k8, reinterpret_cast<std::uint8_t*>(pixels));
-}
-
-void Pixels(const std::uint32_t* source, std::uint32_t* pixels, std::size_t count) {
-  std::size_t i = 0;
-  for (; i + kVectorPixels <= count; i += kVectorPixels) {
-    OverVector(source + i, pixels + i);
-  }
-  if (i < count) {
-    std::uint32_t over[8] = {};
-    std::uint32_t ground[8] = {};
-    std::copy_n(source + i, count - i, over);
-    std::copy_n(pixels + i, count - i, ground);
-    OverVector(over, ground);
-    std::copy_n(ground, count - i, pixels + i);
-  }
-}
-
 }  // namespace
 }  // namespace HWY_NAMESPACE
 }  // namespace raster
@@ -221,7 +177,6 @@ namespace raster {
 
 HWY_EXPORT(Mark);
 HWY_EXPORT(Run);
-HWY_EXPORT(Pixels);
 
 void BlendMark(CoveragePlane& plane, const Ink& ink, const PixelSurface& surface) {
   HWY_DYNAMIC_DISPATCH(Mark)(plane, ink, surface);
@@ -233,10 +188,6 @@ void BlendRun(const Ink& ink, std::uint32_t* pixels, std::size_t count) {
   } else {
     HWY_DYNAMIC_DISPATCH(Run)(ink, pixels, count);
   }
-}
-
-void BlendPixels(const std::uint32_t* source, std::uint32_t* pixels, std::size_t count) {
-  HWY_DYNAMIC_DISPATCH(Pixels)(source, pixels, count);
 }
 
 }  // namespace raster

@@ -16,7 +16,4 @@ void BlendMark(CoveragePlane& plane, const Ink& ink, const PixelSurface& surface
 // Blends `ink` over `count` pixels, fully covered.
 void BlendRun(const Ink& ink, std::uint32_t* pixels, std::size_t count);
 
-// Blends `count` premultiplied pixels of `source` over `pixels`.
-void BlendPixels(const std::uint32_t* source, std::uint32_t* pixels, std::size_t count);
-
 }  // namespace raster
