@@ -5,6 +5,7 @@
 
 #include "Failure.h"
 #include "MarkParser.h"
+#include "PictureParser.h"
 #include "PointParser.h"
 
 namespace replay {
@@ -78,6 +79,10 @@ Step ParseStep(std::string_view line) {
     step.action = Drag{ParseWay(json, "move", 2)};
   } else if (IsGesture(json, "clear")) {
     step.action = ParseClearing(json["clear"]);
+  } else if (IsGesture(json, "background")) {
+    step.action = ParseBackground(json);
+  } else if (json.contains("picture")) {
+    step.action = ParsePlacement(json);
   } else {
     step.action = ParseMark(json);
   }

@@ -1,6 +1,7 @@
 // ReplayRun.h - runs the built parchlet-replay in a folder of its own.
 #pragma once
 
+#include <cstdint>
 #include <filesystem>
 #include <string>
 #include <vector>
@@ -25,15 +26,21 @@ class ReplayFolder {
   void Write(const std::string& name, const std::string& content) const;
   std::string Read(const std::string& name) const;
   void MakeFolder(const std::string& name) const;
+  // A PNG file of one colour, 0xAARRGGBB.
+  void WritePicture(const std::string& name, int width, int height, std::uint32_t color) const;
   Picture ReadPicture(const std::string& name) const;
 
-  // The names of what is in the folder, sorted.
-  std::vector<std::string> List() const;
+  // The names of what is in the folder, or in a folder of it, sorted.
+  std::vector<std::string> List(const std::string& name = {}) const;
 
   // Runs the tool with these arguments, which hold no quotes.
   RunResult Run(const std::string& arguments) const;
+  // The same with files limited to so many kilobytes.
+  RunResult RunLimited(int kilobytes, const std::string& arguments) const;
 
  private:
+  RunResult RunAfter(const std::string& preparation, const std::string& arguments) const;
+
   std::filesystem::path folder;   // the test's files
   std::filesystem::path streams;  // what the tool printed
 };
