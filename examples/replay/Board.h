@@ -74,10 +74,15 @@ struct Background {
   PictureSource source;
 };
 
+// Everybody sees everything, and then nobody does anything for a while.
+struct Pause {
+  double seconds;
+};
+
 // What one line of the file asks for.
 struct Step {
   std::size_t line = 0;  // its number in the file, from 1
-  std::variant<Mark, Erasure, Selection, Drag, Clearing, Placement, Background> action;
+  std::variant<Mark, Erasure, Selection, Drag, Clearing, Placement, Background, Pause> action;
 
   std::size_t PointCount() const;
 };

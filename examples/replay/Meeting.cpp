@@ -114,6 +114,17 @@ void Meeting::Clear(Clearing clearing) {
   }
 }
 
+void Meeting::Settle() {
+  network.Flush();
+  std::vector<std::uint64_t> frames;
+  for (const Participant& participant : participants) {
+    frames.push_back(participant.NextFullFrame());
+  }
+  for (std::size_t one = 0; one < participants.size(); ++one) {
+    participants[one].AwaitFrame(frames[one]);
+  }
+}
+
 MemoryFrame Meeting::ClosePage(const std::string& boardName) {
   // The frames around the selected marks are the drawer's alone.
   Drawer().DropSelection();
@@ -163,17 +174,6 @@ void Meeting::Relay(const Annotation& mark, const PictureBytes& picture) {
     for (auto to = participants.rbegin(); to != participants.rend(); ++to) {
       network.Send(*to, {fragment, picture});
     }
-  }
-}
-
-void Meeting::Settle() {
-  network.Flush();
-  std::vector<std::uint64_t> frames;
-  for (const Participant& participant : participants) {
-    frames.push_back(participant.NextFullFrame());
-  }
-  for (std::size_t one = 0; one < participants.size(); ++one) {
-    participants[one].AwaitFrame(frames[one]);
   }
 }
 

@@ -51,6 +51,9 @@ class Meeting {
   bool Drag(const std::vector<POINT>& way);
   void Clear(Clearing clearing);
 
+  // Waits until all have all marks and show them.
+  void Settle();
+
   // Ends the page: drops the drawer's selection, waits until all see everything, and gives what the
   // drawer sees. Throws Disagreement, naming the board, when that is not what the others see, names
   // aside: everybody sees those in their own time.
@@ -68,8 +71,6 @@ class Meeting {
   Participant& Drawer();
   // `picture`: its bytes when the mark is one, and new.
   void Relay(const Annotation& mark, const PictureBytes& picture);
-  // Waits until all have all marks and show them.
-  void Settle();
   void EraseUnder(const std::vector<POINT>& path);
 
   // The drawer, the one who looks on, and the authors.

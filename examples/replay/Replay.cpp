@@ -1,8 +1,10 @@
 #include "Replay.h"
 
 #include <algorithm>
+#include <chrono>
 #include <cmath>
 #include <string>
+#include <thread>
 #include <variant>
 
 #include "Failure.h"
@@ -98,6 +100,13 @@ bool Replay::Do(const Placement& placement, Progress& /*progress*/) {
 
 bool Replay::Do(const Background& background, Progress& /*progress*/) {
   meeting.SetBackground(background.source);
+  return true;
+}
+
+bool Replay::Do(const Pause& pause, Progress& /*progress*/) {
+  meeting.Settle();
+  std::this_thread::sleep_for(std::chrono::duration<double>(pause.seconds));
+  pacer.Restart();
   return true;
 }
 

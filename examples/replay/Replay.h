@@ -52,6 +52,7 @@ class Replay {
   bool Do(const Clearing& clearing, Progress& progress);
   bool Do(const Placement& placement, Progress& progress);
   bool Do(const Background& background, Progress& progress);
+  bool Do(const Pause& pause, Progress& progress);
   // Takes the time that a way of so many points takes, and gives the way in pixels.
   std::vector<POINT> Trace(const std::vector<BoardPoint>& way, Progress& progress);
   POINT ToPixels(const BoardPoint& point) const;

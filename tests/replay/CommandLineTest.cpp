@@ -78,7 +78,7 @@ TEST(CommandLineTest, SeveralBoardsBecomeNumberedPictures) {
 
 TEST(CommandLineTest, TheProjectsOwnBoardReplays) {
   const ReplayFolder folder;
-  const RunResult run = folder.Run("--size 480x270 " BOARDS_FOLDER "/welcome.jsonl");
+  const RunResult run = folder.Run("--nickname --size 480x270 " BOARDS_FOLDER "/welcome.jsonl");
   EXPECT_EQ(run.status, 0) << run.messages;
   EXPECT_EQ(folder.ReadPicture("replay.png").width, 480);
 }
