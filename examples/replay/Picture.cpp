@@ -35,7 +35,8 @@ std::string PictureName(const std::string& out, std::size_t page, std::size_t pa
   }
   const fs::path path(out);
   fs::path name = path.stem();
-  name += std::string("-") + std::to_string(page + 1);
+  name += "-";
+  name += std::to_string(page + 1);
   name += path.extension();
   return (path.parent_path() / name).string();
 }
