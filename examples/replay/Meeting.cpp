@@ -10,7 +10,7 @@ namespace replay {
 
 namespace {
 
-constexpr const char* kDesk = "desk";  // the drawer has no other device
+constexpr const char* kDesk = "desk";  // nobody has a second device
 
 }  // namespace
 

@@ -14,10 +14,6 @@ using testing::IsEmpty;
 using testing::Not;
 using testing::StartsWith;
 
-constexpr std::uint32_t kWhite = 0xFFFFFFFF;
-constexpr std::uint32_t kRed = 0xFFFF0000;
-constexpr std::uint32_t kBlue = 0xFF0000FF;
-
 // Red along y 540 from x 480 to 1440, in five points.
 constexpr const char* kRedPath =
     R"({"kind":"path","color":"#FFFF0000","width":20,"points":[[480,540],[700,540],[701,540],[960,540],[1440,540]]})"
@@ -25,10 +21,6 @@ constexpr const char* kRedPath =
 constexpr const char* kBlueBox =
     R"({"kind":"rectangle","color":"#FF0000FF","width":20,"points":[[192,108],[1728,972]]})"
     "\n";
-
-std::uint32_t PixelAt(const Picture& picture, int x, int y) {
-  return picture.pixels.at(static_cast<std::size_t>(y) * picture.width + x);
-}
 
 TEST(CommandLineTest, ABoardBecomesAPictureOfTheAskedSize) {
   const ReplayFolder folder;

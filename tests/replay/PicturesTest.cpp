@@ -12,11 +12,6 @@ namespace {
 using testing::ElementsAre;
 using testing::MatchesRegex;
 
-constexpr std::uint32_t kWhite = 0xFFFFFFFF;
-constexpr std::uint32_t kRed = 0xFFFF0000;
-constexpr std::uint32_t kGreen = 0xFF00FF00;
-constexpr std::uint32_t kBlue = 0xFF0000FF;
-
 // On a page of 480 x 270, every fourth pixel: a wide green background from y 90 to 180, Ada's red
 // line across it at y 135, and Grace's blue picture from (300, 60) to (420, 210), above both.
 constexpr const char* kBoard =
@@ -39,10 +34,6 @@ class PicturesTest : public testing::Test {
     const RunResult run = folder.Run("--size 480x270 " + arguments);
     EXPECT_EQ(run.status, 0) << arguments << ": " << run.messages;
     return folder.ReadPicture("replay.png");
-  }
-
-  static std::uint32_t PixelAt(const Picture& picture, int x, int y) {
-    return picture.pixels.at(static_cast<std::size_t>(y) * picture.width + x);
   }
 
   ReplayFolder folder;

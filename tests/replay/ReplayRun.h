@@ -8,6 +8,15 @@
 
 #include "platform/image/Picture.h"
 
+inline constexpr std::uint32_t kWhite = 0xFFFFFFFF;
+inline constexpr std::uint32_t kRed = 0xFFFF0000;
+inline constexpr std::uint32_t kGreen = 0xFF00FF00;
+inline constexpr std::uint32_t kBlue = 0xFF0000FF;
+
+inline std::uint32_t PixelAt(const Picture& picture, int x, int y) {
+  return picture.pixels.at(static_cast<std::size_t>(y) * picture.width + x);
+}
+
 struct RunResult {
   int status;
   std::string output;    // standard output
