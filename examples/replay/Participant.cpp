@@ -173,10 +173,11 @@ void Participant::DropSelection() {
   engine.EraseSelectedAnnotations(kDocument, page);
 }
 
-void Participant::ShowNames(unsigned int size, bool seen) {
+void Participant::ShowNames(unsigned int letterSize, bool seen) {
   constexpr std::uint32_t kText = 0xFFFFFFFF;
   constexpr std::uint32_t kBox = 0xE0303A4B;
-  Require(engine.SetNicknameTip(seen ? kText : 0, size, "", seen ? kBox : 0), "SetNicknameTip");
+  Require(engine.SetNicknameTip(seen ? kText : 0, letterSize, "", seen ? kBox : 0),
+          "SetNicknameTip");
 }
 
 void Participant::SavePage(const std::string& path) {

@@ -69,7 +69,7 @@ class Participant {
 
   // From now on names in letters of that size, in pixels, appear beside fresh marks; unseen ones
   // take their time like the others.
-  void ShowNames(unsigned int size, bool seen);
+  void ShowNames(unsigned int letterSize, bool seen);
 
   // Writes the page opened last as it was painted last; the extension tells the format.
   void SavePage(const std::string& path);
