@@ -2,7 +2,8 @@
 """Draws welcome.jsonl, the board that the demo replays: python3 make_welcome.py > welcome.jsonl
 
 Every stroke is a few control points, run through a smooth curve and given the slight wobble of a hand.
-The page reads the same in whatever order its marks are painted.
+The authors end with a mark each, after a pause, so that their names appear beside it: below and to
+the right of its first point.
 """
 
 import json
@@ -10,24 +11,35 @@ import math
 import random
 
 INK = "#FF22314F"
-RED = "#FFD1495B"
-BLUE = "#FF2E6F9E"
-GREEN = "#FF3C7A4B"
-BROWN = "#FF7A5638"
-ORANGE = "#FFE8912D"
-GREY = "#FF8A94A6"
-YELLOW_MARKER = "#66FFD23F"
-PINK_MARKER = "#48F26D85"
-GREEN_WASH = "#3860A561"
-BLUE_WASH = "#3049A0D8"
+RED = "#FFC9304A"
+PURPLE = "#FF6A45A8"
+ORANGE = "#FFD9691A"
+TEAL = "#FF0C6F74"
+YELLOW_MARKER = "#C0FFDE66"
+YELLOW_WASH = "#80FFD23F"
+
+LIN = "\u6797\u6653"  # who writes it with two characters
 
 hand = random.Random(1923)
-marks = []
+author = {}
+
+
+def by(name):
+    """The marks from here on are that author's."""
+    author["author"] = name
+
+
+def emit(step):
+    print(json.dumps(step, separators=(",", ":"), ensure_ascii=False))
 
 
 def add(kind, color, width, points):
     points = [[round(x), round(y)] for x, y in points]
-    marks.append({"kind": kind, "color": color, "width": width, "points": points})
+    emit({"kind": kind, "color": color, "width": width, "points": points, **author})
+
+
+def place(picture, corners):
+    emit({"picture": picture, "points": corners, **author})
 
 
 def curve(control, step):
@@ -111,6 +123,8 @@ LETTERS = {
                  [(0.02, 1.02), (0.34, 1.03), (0.64, 1.07)]]),
     "w": (1.16, [[(0.04, 1.00), (0.12, 0.35), (0.28, 0.02), (0.46, 0.30), (0.54, 0.82)],
                  [(0.55, 0.82), (0.62, 0.25), (0.80, 0.02), (0.98, 0.40), (1.06, 1.00)]]),
+    "y": (0.92, [[(0.08, 1.00), (0.12, 0.45), (0.38, 0.22), (0.66, 0.48)],
+                 [(0.80, 1.00), (0.74, 0.20), (0.60, -0.40), (0.30, -0.60), (0.06, -0.45)]]),
     ",": (0.40, [[(0.18, 0.06), (0.16, -0.08), (0.06, -0.26)]]),
 }
 SPACE = 0.62
@@ -145,118 +159,79 @@ def arrow(color, width, start, end, bow):
                               (end[0] + 3 * math.cos(heading), end[1] + 3 * math.sin(heading))], amount=0.4)
 
 
+def dashes(color, width, control):
+    """A dashed way along a curve."""
+    way = wobble(curve(control, 6.0), 1.0)
+    for first in range(0, len(way) - 4, 6):
+        add("path", color, width, way[first:first + 4])
+
+
 def draw_title():
-    write("Parchlet", 130, 276, 118, INK, 13, 1.0)
-    stroke(YELLOW_MARKER, 30, [(118, 322), (420, 312), (760, 326), (1085, 310)], step=18, amount=2.0)
-    stroke(YELLOW_MARKER, 30, [(190, 342), (480, 334), (800, 344), (1030, 334)], step=18, amount=2.0)
-    write("draw here, seen there", 136, 452, 40, RED, 4, 0.5)
-    stroke(RED, 3, [(132, 486), (300, 492), (540, 485), (760, 494), (922, 483)], amount=1.2)
+    write("Parchlet", 112, 236, 96, INK, 11, 0.9)
+    stroke(YELLOW_MARKER, 26, [(104, 276), (360, 264), (640, 278), (884, 264)], step=18, amount=2.0)
+    write("draw here, seen there", 120, 372, 34, INK, 4, 0.5)
+    stroke(INK, 3, [(116, 404), (260, 409), (470, 402), (650, 410), (790, 401)], amount=1.2)
+    place("compass.png", [(1652, 48), (1872, 268)])
 
 
-def draw_diagram():
-    add("rectangle", BLUE, 5, [(110, 590), (350, 740)])
-    write("host", 146, 698, 46, INK, 5, 0.5)
-    add("ellipse", RED, 5, [(450, 572), (730, 760)])
-    stroke(PINK_MARKER, 14, ring(590, 666, 128, 82, turns=1.02), step=14, amount=1.0)
-    write("engine", 487, 684, 34, INK, 5, 0.5)
-    add("rectangle", GREEN, 5, [(830, 590), (1070, 740)])
-    add("line", GREEN, 5, [(830, 620), (1070, 620)])
-    for x, color in ((850, RED), (874, ORANGE), (898, GREEN)):
-        add("ellipse", color, 3, [(x, 600), (x + 12, 612)])
-    write("page", 866, 696, 42, INK, 5, 0.5)
-    arrow(INK, 4, (362, 668), (436, 666), -10)
-    arrow(INK, 4, (744, 666), (816, 668), -10)
+def draw_ascent():
+    dashes(RED, 6, [(1180, 742), (1150, 722), (1082, 712), (1010, 716), (948, 690), (938, 630), (966, 574), (1030, 536),
+                    (1084, 490), (1130, 452), (1192, 448), (1246, 486), (1292, 512)])
+    stroke(RED, 6, [(1300, 520), (1302, 470), (1301, 424)], amount=0.4)
+    stroke(RED, 6, [(1301, 426), (1336, 436), (1362, 444), (1330, 456), (1302, 464)], amount=0.4)
+    write("to the top", 1480, 400, 32, RED, 4, 0.5)
+    arrow(RED, 4, (1468, 394), (1382, 426), -14)
 
 
-def draw_frames():
-    """A film strip: a star grows from frame to frame."""
-    star = []
-    for i in range(6):
-        angle = -math.pi / 2 + i * 4 * math.pi / 5
-        star.append((62 * math.cos(angle), 62 * math.sin(angle)))
-    for frame in range(5):
-        left = 110 + frame * 196
-        add("rectangle", GREY, 3, [(left, 826), (left + 176, 990)])
-        for corner in range(frame + 1):
-            a, b = star[corner], star[corner + 1]
-            line = [(left + 88 + p[0], 912 + p[1]) for p in (a, b)]
-            stroke(ORANGE if corner == frame else INK, 5, line, amount=0.6)
+def draw_swim():
+    write("swim", 1046, 922, 36, PURPLE, 5, 0.5)
+    for x, y in ((1030, 1010), (1160, 1034)):
+        stroke(PURPLE, 3, [(x + 12 * i, y + (6 if i % 2 else -6)) for i in range(9)], step=4)
 
 
-def draw_sky():
-    add("ellipse", ORANGE, 7, [(1620, 150), (1740, 270)])
-    for i in range(10):
-        angle = i * math.pi / 5 + 0.15
-        inner, outer = 82, 112 + 10 * (i % 2)
-        add("line", ORANGE, 5, [(1680 + inner * math.cos(angle), 210 + inner * math.sin(angle)),
-                                (1680 + outer * math.cos(angle), 210 + outer * math.sin(angle))])
-    for x, y, size in ((1330, 210, 30), (1404, 168, 24), (1424, 246, 20)):
-        stroke(INK, 4, [(x - size, y - size * 0.3), (x - size * 0.5, y - size * 0.55), (x, y)], amount=0.4)
-        stroke(INK, 4, [(x, y), (x + size * 0.5, y - size * 0.6), (x + size, y - size * 0.35)], amount=0.4)
+def draw_camp():
+    stroke(ORANGE, 6, [(824, 728), (796, 776), (764, 824)], amount=0.6)
+    stroke(ORANGE, 6, [(758, 824), (820, 828), (888, 823)], amount=0.6)
+    stroke(ORANGE, 5, [(824, 734), (818, 780), (804, 824)], amount=0.6)
+    stroke(ORANGE, 5, [(824, 734), (834, 780), (846, 824)], amount=0.6)
+    write("picnic", 640, 590, 36, ORANGE, 5, 0.5)
+    arrow(ORANGE, 4, (842, 578), (966, 620), -26)
+    stroke(YELLOW_WASH, 22, ring(1040, 646, 82, 60, turns=1.02), step=14, amount=1.2)
 
 
-def draw_hills():
-    stroke(GREY, 5, [(1180, 560), (1240, 500), (1300, 420), (1346, 392), (1392, 436), (1436, 470),
-                     (1480, 420), (1530, 372), (1580, 420), (1622, 478), (1650, 520), (1664, 548)])
-    stroke(GREY, 3, [(1314, 446), (1334, 436), (1346, 456), (1364, 438), (1384, 450)])
-    stroke(GREY, 3, [(1500, 428), (1520, 414), (1536, 434), (1552, 416), (1570, 430)])
-    stroke(GREEN, 6, [(1170, 650), (1260, 600), (1380, 588), (1500, 640), (1590, 664), (1672, 672)])
-    for i in range(3):
-        y = 676 + 36 * i
-        stroke(GREEN_WASH, 30, [(1450, y), (1500, y + 10), (1570, y + 26), (1680 - 14 * i, y + 34)],
-               step=18, amount=2.0)
+def draw_sail():
+    dashes(TEAL, 5, [(448, 812), (480, 790), (540, 776), (600, 790), (632, 812)])
+    write("old fort", 236, 1036, 32, TEAL, 4, 0.5)
+    stroke(TEAL, 5, ring(322, 900, 92, 56, turns=1.03), step=8)
+    stroke(TEAL, 5, [(196, 690), (222, 716), (280, 722), (334, 712), (356, 686)])
+    stroke(TEAL, 4, [(192, 688), (270, 694), (360, 685)])
+    stroke(TEAL, 4, [(272, 690), (270, 630), (273, 566)], amount=0.5)
+    stroke(TEAL, 4, [(278, 572), (312, 622), (338, 672), (308, 676), (278, 675)])
+    stroke(TEAL, 4, [(265, 586), (240, 634), (218, 672), (240, 676), (265, 675)])
+    write("ferry at nine", 1540, 1036, 30, TEAL, 4, 0.5)
+    arrow(TEAL, 4, (1704, 976), (1758, 866), -8)
 
 
-def draw_house():
-    add("rectangle", BROWN, 5, [(1258, 668), (1408, 778)])
-    stroke(RED, 7, [(1236, 680), (1290, 634), (1334, 596)], amount=0.6)
-    stroke(RED, 7, [(1331, 596), (1380, 636), (1430, 680)], amount=0.6)
-    add("rectangle", BROWN, 4, [(1350, 712), (1388, 778)])
-    add("rectangle", BLUE, 4, [(1280, 700), (1324, 738)])
-    add("line", BLUE, 3, [(1302, 700), (1302, 738)])
-    add("line", BLUE, 3, [(1280, 719), (1324, 719)])
-    stroke(GREY, 4, [(1392, 618), (1402, 596), (1388, 578), (1404, 556), (1396, 538)], amount=0.8)
-
-
-def draw_tree():
-    stroke(BROWN, 9, [(1747, 792), (1753, 730), (1749, 664)])
-    stroke(BROWN, 5, [(1752, 716), (1772, 690), (1788, 676)])
-    crown = []
-    for i in range(64):
-        angle = i * 0.55
-        radius = 26 + 0.95 * i + 7 * math.sin(2.6 * i)
-        crown.append((1752 + radius * math.cos(angle), 604 + 0.82 * radius * math.sin(angle)))
-    stroke(GREEN, 5, crown, amount=1.2)
-
-
-def draw_lake():
-    stroke(BLUE, 5, [(1160, 846), (1290, 820), (1440, 832), (1600, 812), (1740, 826), (1850, 814)])
-    for i in range(3):
-        y = 872 + 36 * i
-        stroke(BLUE_WASH, 30, [(1180, y), (1380, y - 8), (1600, y + 4), (1840, y - 6)], step=18, amount=2.0)
-    for x, y, length in ((1200, 900, 120), (1640, 880, 150), (1690, 958, 130)):
-        crests = [(x + length * i / 8, y + (5 if i % 2 else -5)) for i in range(9)]
-        stroke(BLUE, 3, crests, step=4)
-    stroke(BROWN, 6, [(1432, 908), (1462, 938), (1530, 944), (1580, 934), (1604, 904)])
-    stroke(BROWN, 5, [(1430, 908), (1515, 913), (1606, 904)])
-    stroke(INK, 5, [(1518, 906), (1516, 850), (1519, 776)], amount=0.5)
-    stroke(RED, 4, [(1524, 784), (1560, 836), (1586, 890)])
-    stroke(RED, 4, [(1588, 890), (1556, 893), (1524, 891)])
-    stroke(ORANGE, 4, [(1511, 800), (1486, 850), (1462, 890)])
-    stroke(ORANGE, 4, [(1460, 890), (1486, 893), (1511, 891)])
+def draw_last_words():
+    """One mark each, which the picture shows with the names of their authors."""
+    by("Ada")
+    stroke(RED, 6, [(1204, 772), (1196, 762), (1190, 752)], amount=0.4)
+    by(LIN)
+    stroke(PURPLE, 5, ring(1120, 912, 122, 58, turns=1.03, start=0.75), step=8)
+    by("Noor")
+    stroke(ORANGE, 6, [(882, 822), (856, 780), (824, 728)], amount=0.6)
+    by("Kofi")
+    stroke(TEAL, 5, [(424, 868), (430, 846), (438, 828)], amount=0.4)
 
 
 def main():
+    emit({"background": "island.png"})
     draw_title()
-    draw_diagram()
-    draw_frames()
-    draw_sky()
-    draw_hills()
-    draw_house()
-    draw_tree()
-    draw_lake()
-    for mark in marks:
-        print(json.dumps(mark, separators=(",", ":")))
+    for author, draw in (("Ada", draw_ascent), (LIN, draw_swim), ("Noor", draw_camp), ("Kofi", draw_sail)):
+        by(author)
+        draw()
+    emit({"pause": 5})
+    draw_last_words()
 
 
 if __name__ == "__main__":

@@ -1,10 +1,11 @@
 #include "Board.h"
 
+#include <algorithm>
 #include <cerrno>
+#include <filesystem>
 #include <fstream>
 #include <string_view>
 #include <system_error>
-#include <type_traits>
 
 #include "Failure.h"
 #include "StepParser.h"
@@ -39,15 +40,39 @@ bool IsBlank(std::string_view line) {
   return line.find_first_not_of(" \t\r") == std::string_view::npos;
 }
 
+// The picture that the step brings, or null.
+PictureSource* SourceOf(Step& step) {
+  if (auto* placement = std::get_if<Placement>(&step.action)) {
+    return &placement->source;
+  }
+  if (auto* background = std::get_if<Background>(&step.action)) {
+    return &background->source;
+  }
+  return nullptr;
+}
+
+// Empty for a step of the drawer's.
+std::string AuthorOf(const Step& step) {
+  return std::visit(
+      [](const auto& action) {
+        if constexpr (requires { action.author; }) {
+          return action.author;
+        } else {
+          return std::string();
+        }
+      },
+      step.action);
+}
+
 }  // namespace
 
 std::size_t Step::PointCount() const {
   return std::visit(
       [](const auto& gesture) -> std::size_t {
-        if constexpr (std::is_same_v<decltype(gesture), const Clearing&>) {
-          return 0;
-        } else {
+        if constexpr (requires { gesture.points; }) {
           return gesture.points.size();
+        } else {
+          return 0;
         }
       },
       action);
@@ -75,7 +100,7 @@ Board ReadBoard(const std::string& path) {
 }
 
 Board ReadBoard(std::istream& stream, const std::string& name) {
-  Board board{name, {}};
+  Board board{name, {}, {}};
   std::size_t pointCount = 0;
   std::string line;
   for (std::size_t number = 1;; ++number) {
@@ -96,11 +121,32 @@ Board ReadBoard(std::istream& stream, const std::string& name) {
       if (pointCount > kMaxBoardPoints) {
         throw Failure("the board has more than " + std::to_string(kMaxBoardPoints) + " points");
       }
+      if (PictureSource* source = SourceOf(step)) {
+        source->file = (std::filesystem::path(name).parent_path() / source->file).string();
+        source->bytes = ReadPictureFile(source->file);
+        board.pictureFiles.push_back(source->file);
+      }
       board.steps.push_back(std::move(step));
     } catch (const Failure& reason) {
       throw Failure(name + ":" + std::to_string(number) + ": " + reason.what());
     }
   }
+}
+
+std::vector<std::string> AuthorsOf(const std::vector<Board>& boards) {
+  std::vector<std::string> authors;
+  for (const Board& board : boards) {
+    for (const Step& step : board.steps) {
+      const std::string author = AuthorOf(step);
+      if (!author.empty() && std::find(authors.begin(), authors.end(), author) == authors.end()) {
+        authors.push_back(author);
+      }
+    }
+  }
+  if (authors.size() > kMaxAuthors) {
+    throw Failure("the boards have more than " + std::to_string(kMaxAuthors) + " authors");
+  }
+  return authors;
 }
 
 }  // namespace replay

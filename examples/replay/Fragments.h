@@ -7,13 +7,20 @@
 
 #include <parchlet/Annotation.h>
 
+#include "PictureFile.h"
+
 namespace replay {
 
-// What one message carries; shared by the copies of a message, and never handed to an engine
-// itself.
+// A mark or a part of it; shared by the copies of a message, and never handed to an engine itself.
 using Fragment = std::shared_ptr<const Annotation>;
 
 inline constexpr std::size_t kMaxFragmentPoints = 256;
+
+// What goes from one participant to another.
+struct Message {
+  Fragment fragment;
+  PictureBytes picture;  // of a picture that is new to the page, else null
+};
 
 // Takes a mark, which has at least one point, apart: fragment k has the mark's identity and style,
 // `order`, the sub-model index k, and its share of the points in its own sub-model 0. Only a path

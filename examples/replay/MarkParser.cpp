@@ -6,6 +6,7 @@
 #include <nlohmann/json.hpp>
 #include <string>
 
+#include "AuthorParser.h"
 #include "Failure.h"
 #include "PointParser.h"
 
@@ -18,16 +19,17 @@ using Json = nlohmann::json;
 constexpr std::size_t kKeyCount = 4;
 constexpr std::array<const char*, kKeyCount> kKeys = {"kind", "color", "width", "points"};
 
-// The four keys, all of them and no other: a misspelt key would otherwise be a mark that looks
-// wrong.
+// The four keys, all of them, and none besides but an author: a misspelt key would otherwise be a
+// mark that looks wrong.
 void CheckKeys(const Json& object) {
   for (const char* key : kKeys) {
     if (!object.contains(key)) {
       throw Failure("\"" + std::string(key) + "\" is missing");
     }
   }
-  if (object.size() != kKeyCount) {
-    throw Failure("a mark has the keys kind, color, width and points, and no others");
+  if (object.size() != kKeyCount + (object.contains("author") ? 1 : 0)) {
+    throw Failure(
+        "a mark has the keys kind, color, width, points and perhaps author, and no others");
   }
 }
 
@@ -95,6 +97,7 @@ Mark ParseMark(const nlohmann::json& object) {
   mark.color = ParseColor(object["color"]);
   mark.width = ParseWidth(object["width"]);
   mark.points = ParsePoints(object, "points");
+  mark.author = ParseAuthor(object);
   CheckPoints(mark);
   return mark;
 }

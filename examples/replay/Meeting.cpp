@@ -8,6 +8,12 @@
 
 namespace replay {
 
+namespace {
+
+constexpr const char* kDesk = "desk";  // nobody has a second device
+
+}  // namespace
+
 void RequireEqual(const MemoryFrame& drawn, const MemoryFrame& seen, const std::string& name) {
   if (drawn.width != seen.width || drawn.height != seen.height) {
     throw Disagreement(name + ": the participants' pages have different sizes");
@@ -26,20 +32,51 @@ void RequireEqual(const MemoryFrame& drawn, const MemoryFrame& seen, const std::
                      std::to_string(offset / drawn.width));
 }
 
-Meeting::Meeting(PageSize size, std::optional<std::uint64_t> lossySeed)
-    : drawer(size, {"drawer", "desk"}), viewer(size, {"viewer", "desk"}), network(lossySeed) {}
+Meeting::Meeting(PageSize size, const std::vector<std::string>& authors,
+                 std::optional<std::uint64_t> lossySeed)
+    : network(lossySeed) {
+  participants.emplace_back(size, Identity{"drawer", kDesk, ""});
+  participants.emplace_back(size, Identity{"viewer", kDesk, ""});
+  for (const std::string& author : authors) {
+    participants.emplace_back(size, Identity{"author " + author, kDesk, author});
+  }
+}
+
+void Meeting::ShowNames(unsigned int size) {
+  nameSize = size;
+  for (Participant& participant : participants) {
+    participant.ShowNames(nameSize, true);
+  }
+}
 
 void Meeting::OpenPage(const std::string& pageId) {
-  drawer.OpenPage(pageId);
-  viewer.OpenPage(pageId);
+  for (Participant& participant : participants) {
+    participant.OpenPage(pageId);
+  }
 }
 
-Participant& Meeting::Drawer() {
-  return drawer;
+Participant& Meeting::Author(const std::string& name) {
+  return *std::find_if(participants.begin(), participants.end(),
+                       [&](const Participant& one) { return one.Who().nickname == name; });
 }
 
-void Meeting::RelayDrawing() {
-  Relay(drawer.Release());
+void Meeting::RelayDrawing(Participant& author) {
+  Relay(author.Release(), nullptr);
+}
+
+void Meeting::Place(Participant& author, const PictureSource& picture,
+                    const std::vector<POINT>& corners) {
+  Relay(author.Place(picture.file, corners), picture.bytes);
+}
+
+void Meeting::SetBackground(const PictureSource& picture) {
+  for (Participant& participant : participants) {
+    if (&participant == &Drawer()) {
+      participant.SetBackground(picture.file);
+    } else {
+      participant.SetBackgroundFromRemote(*picture.bytes);
+    }
+  }
 }
 
 void Meeting::Erase(const std::vector<POINT>& path) {
@@ -55,62 +92,102 @@ void Meeting::Erase(const std::vector<POINT>& path) {
 
 void Meeting::Select(POINT from, POINT to) {
   Settle();
-  drawer.Select(from, to);
+  Drawer().Select(from, to);
 }
 
 bool Meeting::Drag(const std::vector<POINT>& way) {
   Settle();
-  if (!drawer.Drag(way)) {
+  if (!Drawer().Drag(way)) {
     return false;
   }
-  for (const auto& [id, mark] : drawer.Selected()) {
-    Relay(*mark);
+  for (const auto& [id, mark] : Drawer().Selected()) {
+    Relay(*mark, nullptr);
   }
   return true;
 }
 
 void Meeting::Clear(Clearing clearing) {
   Settle();
-  const Identity author = clearing == Clearing::kMine ? drawer.Who() : Identity();
-  drawer.Clear(author);
-  viewer.Clear(author);
-}
-
-MemoryFrame Meeting::ClosePage(const std::string& boardName) {
-  // The frames around the selected marks are the drawer's alone.
-  drawer.DropSelection();
-  Settle();
-  MemoryFrame drawn = drawer.CopyFrame();
-  RequireEqual(drawn, viewer.CopyFrame(), boardName);
-  return drawn;
-}
-
-std::uint64_t Meeting::FrameCount() const {
-  return drawer.FrameCount() + viewer.FrameCount();
-}
-
-void Meeting::Relay(const Annotation& mark) {
-  // All of them first: the first echo changes the drawer's mark.
-  const std::vector<Fragment> fragments = Split(mark, ++order);
-  for (const Fragment& fragment : fragments) {
-    network.Send(viewer, fragment);
-    network.Send(drawer, fragment);
+  const Identity author = clearing == Clearing::kMine ? Drawer().Who() : Identity();
+  for (Participant& participant : participants) {
+    participant.Clear(author);
   }
 }
 
 void Meeting::Settle() {
   network.Flush();
-  const std::uint64_t drawn = drawer.NextFullFrame();
-  const std::uint64_t seen = viewer.NextFullFrame();
-  drawer.AwaitFrame(drawn);
-  viewer.AwaitFrame(seen);
+  std::vector<std::uint64_t> frames;
+  for (const Participant& participant : participants) {
+    frames.push_back(participant.NextFullFrame());
+  }
+  for (std::size_t one = 0; one < participants.size(); ++one) {
+    participants[one].AwaitFrame(frames[one]);
+  }
+}
+
+MemoryFrame Meeting::ClosePage(const std::string& boardName) {
+  // The frames around the selected marks are the drawer's alone.
+  Drawer().DropSelection();
+  for (Participant& participant : participants) {
+    if (nameSize > 0) {
+      participant.ShowNames(nameSize, false);
+    }
+  }
+  Settle();
+  const MemoryFrame drawn = Drawer().CopyFrame();
+  for (const Participant& participant : participants) {
+    RequireEqual(drawn, participant.CopyFrame(), boardName);
+  }
+  if (nameSize == 0) {
+    return drawn;
+  }
+  ShowNames(nameSize);
+  Settle();
+  return Drawer().CopyFrame();
+}
+
+void Meeting::SavePage(const std::string& path) {
+  Drawer().SavePage(path);
+}
+
+void Meeting::SaveDocument(const std::string& folder) {
+  Drawer().SaveDocument(folder);
+}
+
+std::uint64_t Meeting::FrameCount() const {
+  std::uint64_t count = 0;
+  for (const Participant& participant : participants) {
+    count += participant.FrameCount();
+  }
+  return count;
+}
+
+Participant& Meeting::Drawer() {
+  return participants.front();
+}
+
+void Meeting::Relay(const Annotation& mark, const PictureBytes& picture) {
+  // All of them first: the first echo changes the mark.
+  const std::vector<Fragment> fragments = Split(mark, ++order);
+  for (const Fragment& fragment : fragments) {
+    // The last one first, so that in a good network the drawer's echo comes when the others know.
+    for (auto to = participants.rbegin(); to != participants.rend(); ++to) {
+      network.Send(*to, {fragment, picture});
+    }
+  }
 }
 
 void Meeting::EraseUnder(const std::vector<POINT>& path) {
-  for (const std::string& id : drawer.FindErased(path)) {
-    // The viewer draws nothing, so that every mark is the drawer's.
-    drawer.Erase(drawer.Who().userId, id);
-    viewer.EraseFromRemote(drawer.Who().userId, id);
+  for (const std::string& id : Drawer().FindErased(path)) {
+    const auto author = std::find_if(
+        participants.begin(), participants.end(),
+        [&](const Participant& one) { return Drawer().HasMark(one.Who().userId, id); });
+    Drawer().Erase(author->Who().userId, id);
+    for (Participant& participant : participants) {
+      if (&participant != &Drawer()) {
+        participant.EraseFromRemote(author->Who().userId, id);
+      }
+    }
   }
 }
 

@@ -7,16 +7,16 @@ namespace replay {
 Network::Network(std::optional<std::uint64_t> seed)
     : lossy(seed.has_value()), random(seed.value_or(0)) {}
 
-void Network::Send(Participant& to, const Fragment& fragment) {
+void Network::Send(Participant& to, const Message& message) {
   if (!lossy) {
-    to.Receive(*fragment);
+    to.Receive(message);
     return;
   }
   constexpr std::size_t kOneInSoManyTwice = 4;
   constexpr std::size_t kMostUnderWay = 40;
-  underWay.push_back({&to, fragment});
+  underWay.push_back({&to, message});
   if (NumberBelow(kOneInSoManyTwice) == 0) {
-    underWay.push_back({&to, fragment});
+    underWay.push_back({&to, message});
   }
   // A full network mostly stays so, and now and then lets nearly everything through.
   const std::size_t remaining =
@@ -39,9 +39,9 @@ std::size_t Network::NumberBelow(std::size_t limit) {
 
 void Network::DeliverAny() {
   std::swap(underWay[NumberBelow(underWay.size())], underWay.back());
-  const Message message = std::move(underWay.back());
+  const Delivery delivery = std::move(underWay.back());
   underWay.pop_back();
-  message.to->Receive(*message.fragment);
+  delivery.to->Receive(delivery.message);
 }
 
 }  // namespace replay

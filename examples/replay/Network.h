@@ -7,29 +7,28 @@
 #include <random>
 #include <vector>
 
-#include "Fragments.h"
 #include "Participant.h"
 
 namespace replay {
 
-// Carries fragments to participants, who must outlive it. One thread's own.
+// Carries messages to participants, who must outlive it. One thread's own.
 //
-// Without a seed it hands every fragment over at once. With one it is a bad network, the same for
-// the same seed: fragments wait, come twice and overtake each other, but all arrive by the next
+// Without a seed it hands every message over at once. With one it is a bad network, the same for
+// the same seed: messages wait, come twice and overtake each other, but all arrive by the next
 // Flush.
 class Network {
  public:
   explicit Network(std::optional<std::uint64_t> seed);
 
-  void Send(Participant& to, const Fragment& fragment);
+  void Send(Participant& to, const Message& message);
 
   // Hands over everything that is still under way.
   void Flush();
 
  private:
-  struct Message {
+  struct Delivery {
     Participant* to;
-    Fragment fragment;
+    Message message;
   };
 
   std::size_t NumberBelow(std::size_t limit);
@@ -37,7 +36,7 @@ class Network {
 
   bool lossy;
   std::mt19937_64 random;
-  std::vector<Message> underWay;
+  std::vector<Delivery> underWay;
 };
 
 }  // namespace replay

@@ -17,6 +17,11 @@ constexpr const char* kDescription =
     "Replays drawings through the Parchlet engine, one page a board file, as fast as it goes or at "
     "a\n"
     "given pace, and writes the last frame of every page as a PNG picture.";
+constexpr const char* kNicknameHelp = "Show the names of authors beside fresh marks";
+constexpr const char* kExportHelp =
+    "Let the engine write its pages into this folder as well, named by the time";
+constexpr const char* kFormatHelp =
+    "The export's files are page-1.png, page-2.png, ..., or of that format";
 constexpr const char* kLossyHelp =
     "Delay, duplicate and reorder what the participants send each other, by this number";
 constexpr const char* kOutHelp =
@@ -56,6 +61,19 @@ std::uint64_t ParseSeed(std::string_view text) {
   return seed;
 }
 
+void CheckExport(const Options& options, bool hasFolder, bool hasFormat) {
+  if (hasFormat && !hasFolder) {
+    throw Failure("--format needs --export, the folder to write to");
+  }
+  if (hasFolder && options.exportFolder.empty()) {
+    throw Failure("--export must be the name of a folder");
+  }
+  const std::string& format = options.exportFormat;
+  if (hasFormat && format != "png" && format != "jpg" && format != "bmp") {
+    throw Failure("--format must be png, jpg or bmp");
+  }
+}
+
 }  // namespace
 
 std::optional<Options> ParseOptions(int argc, const char* const* argv) {
@@ -74,6 +92,11 @@ std::optional<Options> ParseOptions(int argc, const char* const* argv) {
       app.add_option("--pace", options.pace, "Points a second (default: as fast as it goes)");
   pace->type_name("NUMBER");
   app.add_option("--lossy", lossy, kLossyHelp)->type_name("SEED");
+  app.add_flag("--nickname", options.showNames, kNicknameHelp);
+  const CLI::Option* folder =
+      app.add_option("--export", options.exportFolder, kExportHelp)->type_name("DIR");
+  const CLI::Option* format =
+      app.add_option("--format", options.exportFormat, kFormatHelp)->type_name("png|jpg|bmp");
   try {
     app.parse(argc, argv);
   } catch (const CLI::ParseError& error) {
@@ -90,6 +113,7 @@ std::optional<Options> ParseOptions(int argc, const char* const* argv) {
   if (pace->count() > 0 && !(std::isfinite(options.pace) && options.pace > 0)) {
     throw Failure("--pace must be a number of points a second above 0");
   }
+  CheckExport(options, folder->count() > 0, format->count() > 0);
   return options;
 }
 

@@ -19,6 +19,9 @@ struct Options {
   std::string out = "replay.png";          // where the pictures go; see PictureName
   double pace = 0;                         // points a second; 0: as fast as it goes
   std::optional<std::uint64_t> lossySeed;  // of the network between the participants; see Network
+  bool showNames = false;                  // beside fresh marks
+  std::string exportFolder;                // of the engine's own image files; empty: none
+  std::string exportFormat;                // png, jpg or bmp: a file a page; empty: the document
 };
 
 // Reads the command line. Gives nothing when help or version was asked for and has been printed to

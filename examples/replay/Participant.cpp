@@ -1,8 +1,10 @@
 #include "Participant.h"
 
+#include <algorithm>
 #include <memory>
 #include <utility>
 
+#include "ByteStream.h"
 #include "Failure.h"
 
 namespace replay {
@@ -32,11 +34,17 @@ void Require(int result, const char* call) {
   }
 }
 
+// The page's point at a pixel, as messages carry it as well.
+AnnotationPoint PointAt(POINT pixel, PageSize size) {
+  return {pixel.x, pixel.y, static_cast<double>(pixel.x) / size.width,
+          static_cast<double>(pixel.y) / size.height};
+}
+
 }  // namespace
 
 Participant::Participant(PageSize size, Identity identity)
     : size(size), identity(std::move(identity)), window(RECT{0, 0, size.width, size.height}) {
-  engine.SetUserInfo(this->identity.userId, this->identity.userSubId, "");
+  engine.SetUserInfo(this->identity.userId, this->identity.userSubId, this->identity.nickname);
   Require(engine.NewDoc(this->identity.userId, kDocument), "NewDoc");
   Require(engine.Init(), "Init");
 }
@@ -79,11 +87,35 @@ const Annotation& Participant::Release() {
   return *mark;
 }
 
-void Participant::Receive(const Annotation& fragment) {
-  auto mark = std::make_unique<Annotation>(fragment);
+const Annotation& Participant::Place(const std::string& file, const std::vector<POINT>& corners) {
+  Annotation* picture = engine.AddPictureFromFile(kDocument, page, file, "", false);
+  Require(picture != nullptr ? 1 : 0, "AddPictureFromFile");
+  if (!corners.empty()) {
+    const auto [left, right] = std::minmax(corners[0].x, corners[1].x);
+    const auto [top, bottom] = std::minmax(corners[0].y, corners[1].y);
+    picture->InsertPoints(0, {PointAt({left, top}, size), PointAt({right, bottom}, size)});
+  }
+  return *picture;
+}
+
+void Participant::SetBackground(const std::string& file) {
+  Require(engine.AddPictureFromFile(kDocument, page, file, "", true) != nullptr ? 1 : 0,
+          "AddPictureFromFile");
+}
+
+void Participant::SetBackgroundFromRemote(const std::string& bytes) {
+  Require(engine.AddPictureFromStream(kDocument, page, bytes, "", true) != nullptr ? 1 : 0,
+          "AddPictureFromStream");
+}
+
+void Participant::Receive(const Message& message) {
+  auto mark = std::make_unique<Annotation>(*message.fragment);
   const bool known =
       engine.GetLocalAnnotation(kDocument, page, mark->annotationId) != nullptr ||
       engine.GetAnnotation(kDocument, page, mark->userId, mark->annotationId) != nullptr;
+  if (!known && message.picture != nullptr) {
+    mark->SetPicture(MakeByteStream(message.picture), mark->pictureProperty);
+  }
   Require(engine.AddAnnotationFromRemote(kDocument, page, mark.get()), "AddAnnotationFromRemote");
   if (!known) {
     static_cast<void>(mark.release());  // the page's from now on
@@ -99,6 +131,10 @@ std::vector<std::string> Participant::FindErased(const std::vector<POINT>& path)
 
 void Participant::Erase(const std::string& userId, const std::string& annotationId) {
   Require(engine.EraseAnnotation(kDocument, page, userId, annotationId), "EraseAnnotation");
+}
+
+bool Participant::HasMark(const std::string& userId, const std::string& annotationId) {
+  return engine.FindAnnotation(kDocument, page, userId, annotationId) == 1;
 }
 
 void Participant::EraseFromRemote(const std::string& userId, const std::string& annotationId) {
@@ -135,6 +171,25 @@ std::map<std::string, Annotation*> Participant::Selected() {
 
 void Participant::DropSelection() {
   engine.EraseSelectedAnnotations(kDocument, page);
+}
+
+void Participant::ShowNames(unsigned int letterSize, bool seen) {
+  constexpr std::uint32_t kText = 0xFFFFFFFF;
+  constexpr std::uint32_t kBox = 0xE0303A4B;
+  Require(engine.SetNicknameTip(seen ? kText : 0, letterSize, "", seen ? kBox : 0),
+          "SetNicknameTip");
+}
+
+void Participant::SavePage(const std::string& path) {
+  if (engine.SavePage(kDocument, page, path, std::wstring()) != 1) {
+    throw Failure(path + ": the page cannot be written");
+  }
+}
+
+void Participant::SaveDocument(const std::string& folder) {
+  if (engine.SaveDocument(kDocument, folder, "", std::wstring()) != 1) {
+    throw Failure(folder + ": the pages cannot be written");
+  }
 }
 
 std::uint64_t Participant::NextFullFrame() const {

@@ -14,19 +14,13 @@ namespace replay {
 
 namespace fs = std::filesystem;
 
-namespace {
-
-void CheckFolder(const std::string& path) {
-  fs::path folder = fs::path(path).parent_path();
-  if (folder.empty()) {
-    folder = ".";
-  }
+void CheckFolder(const std::string& folder, const std::string& path) {
   std::error_code error;
   if (!fs::is_directory(folder, error)) {
-    throw Failure(path + ": there is no folder " + folder.string());
+    throw Failure(path + ": there is no folder " + folder);
   }
   // Only a try tells: rights say nothing to root, nor about a read-only disk.
-  std::string probe = (folder / ".parchlet-replay-XXXXXX").string();
+  std::string probe = (fs::path(folder) / ".parchlet-replay-XXXXXX").string();
   const int file = ::mkstemp(probe.data());
   if (file < 0) {
     throw Failure(path + ": cannot be written: " + std::generic_category().message(errno));
@@ -35,24 +29,24 @@ void CheckFolder(const std::string& path) {
   ::unlink(probe.c_str());
 }
 
-}  // namespace
-
 std::string PictureName(const std::string& out, std::size_t page, std::size_t pageCount) {
   if (pageCount == 1) {
     return out;
   }
   const fs::path path(out);
   fs::path name = path.stem();
-  name += std::string("-") + std::to_string(page + 1);
+  name += "-";
+  name += std::to_string(page + 1);
   name += path.extension();
   return (path.parent_path() / name).string();
 }
 
-void CheckPicture(const std::string& path, const std::vector<std::string>& boards) {
+void CheckPicture(const std::string& path, const std::vector<std::string>& inputs) {
   if (!fs::path(path).has_filename()) {
     throw Failure("\"" + path + "\": not the name of a file");
   }
-  CheckFolder(path);
+  const fs::path folder = fs::path(path).parent_path();
+  CheckFolder(folder.empty() ? "." : folder.string(), path);
   std::error_code error;
   const fs::file_status status = fs::status(path, error);
   if (!fs::exists(status)) {
@@ -65,9 +59,9 @@ void CheckPicture(const std::string& path, const std::vector<std::string>& board
   if (::access(path.c_str(), W_OK) != 0) {
     throw Failure(path + ": no right to write to it");
   }
-  for (const std::string& board : boards) {
-    if (fs::equivalent(path, board, error)) {
-      throw Failure(path + ": is one of the boards");
+  for (const std::string& input : inputs) {
+    if (fs::equivalent(path, input, error)) {
+      throw Failure(path + ": is one of the boards or their pictures");
     }
   }
 }

@@ -1,16 +1,23 @@
 #include "Replay.h"
 
 #include <algorithm>
+#include <chrono>
 #include <cmath>
 #include <string>
+#include <thread>
 #include <variant>
 
 #include "Failure.h"
 
 namespace replay {
 
-Replay::Replay(PageSize size, double pace, std::optional<std::uint64_t> lossySeed)
-    : size(size), meeting(size, lossySeed), pacer(pace) {}
+Replay::Replay(const Options& options, const std::vector<std::string>& authors)
+    : size(options.size), meeting(size, authors, options.lossySeed), pacer(options.pace) {
+  constexpr int kNameSize = 28;  // pixels of the board's page
+  if (options.showNames) {
+    meeting.ShowNames(ToPixels(kNameSize));
+  }
+}
 
 MemoryFrame Replay::Draw(const Board& board, Progress& progress) {
   meeting.OpenPage(std::string("page-") + std::to_string(++pages));
@@ -27,6 +34,14 @@ MemoryFrame Replay::Draw(const Board& board, Progress& progress) {
   return frame;
 }
 
+void Replay::SavePage(const std::string& path) {
+  meeting.SavePage(path);
+}
+
+void Replay::SaveDocument(const std::string& folder) {
+  meeting.SaveDocument(folder);
+}
+
 Tally Replay::GetTally() const {
   Tally tally = {marks, points, meeting.FrameCount(), 0.0};
   if (tally.frames > 0) {
@@ -36,19 +51,19 @@ Tally Replay::GetTally() const {
 }
 
 bool Replay::Do(const Mark& mark, Progress& progress) {
-  Participant& drawer = meeting.Drawer();
-  drawer.TakePen(mark.kind, mark.color, ToPixels(mark.width));
+  Participant& author = meeting.Author(mark.author);
+  author.TakePen(mark.kind, mark.color, ToPixels(mark.width));
   for (const BoardPoint& point : mark.points) {
     pacer.AwaitNext();
     if (&point == &mark.points.front()) {
-      drawer.Press(ToPixels(point));
+      author.Press(ToPixels(point));
     } else {
-      drawer.Move(ToPixels(point));
+      author.Move(ToPixels(point));
     }
     ++points;
     progress.Step();
   }
-  meeting.RelayDrawing();
+  meeting.RelayDrawing(author);
   ++marks;
   return true;
 }
@@ -73,6 +88,28 @@ bool Replay::Do(const Clearing& clearing, Progress& /*progress*/) {
   return true;
 }
 
+bool Replay::Do(const Placement& placement, Progress& /*progress*/) {
+  std::vector<POINT> corners;
+  for (const BoardPoint& corner : placement.corners) {
+    corners.push_back(ToPixels(corner));
+  }
+  meeting.Place(meeting.Author(placement.author), placement.source, corners);
+  ++marks;
+  return true;
+}
+
+bool Replay::Do(const Background& background, Progress& /*progress*/) {
+  meeting.SetBackground(background.source);
+  return true;
+}
+
+bool Replay::Do(const Pause& pause, Progress& /*progress*/) {
+  meeting.Settle();
+  std::this_thread::sleep_for(std::chrono::duration<double>(pause.seconds));
+  pacer.Restart();
+  return true;
+}
+
 std::vector<POINT> Replay::Trace(const std::vector<BoardPoint>& way, Progress& progress) {
   std::vector<POINT> pixels;
   pixels.reserve(way.size());
@@ -89,10 +126,10 @@ POINT Replay::ToPixels(const BoardPoint& point) const {
           static_cast<LONG>(std::lround(point.y * size.height / kBoardHeight))};
 }
 
-unsigned int Replay::ToPixels(int penWidth) const {
+unsigned int Replay::ToPixels(int width) const {
   const double scale = std::min(static_cast<double>(size.width) / kBoardWidth,
                                 static_cast<double>(size.height) / kBoardHeight);
-  return static_cast<unsigned int>(std::max(1L, std::lround(penWidth * scale)));
+  return static_cast<unsigned int>(std::max(1L, std::lround(width * scale)));
 }
 
 }  // namespace replay

@@ -5,6 +5,7 @@
 
 #include "Failure.h"
 #include "MarkParser.h"
+#include "PictureParser.h"
 #include "PointParser.h"
 
 namespace replay {
@@ -62,6 +63,17 @@ Clearing ParseClearing(const Json& value) {
   throw Failure("\"clear\" must be mine or all");
 }
 
+Pause ParsePause(const Json& value) {
+  constexpr double kMaxSeconds = 60;
+  if (value.is_number()) {
+    const double seconds = value.get<double>();
+    if (seconds > 0 && seconds <= kMaxSeconds) {
+      return {seconds};
+    }
+  }
+  throw Failure("\"pause\" must be a number of seconds above 0, 60 at most");
+}
+
 }  // namespace
 
 Step ParseStep(std::string_view line) {
@@ -78,6 +90,12 @@ Step ParseStep(std::string_view line) {
     step.action = Drag{ParseWay(json, "move", 2)};
   } else if (IsGesture(json, "clear")) {
     step.action = ParseClearing(json["clear"]);
+  } else if (IsGesture(json, "background")) {
+    step.action = ParseBackground(json);
+  } else if (IsGesture(json, "pause")) {
+    step.action = ParsePause(json["pause"]);
+  } else if (json.contains("picture")) {
+    step.action = ParsePlacement(json);
   } else {
     step.action = ParseMark(json);
   }

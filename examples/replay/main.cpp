@@ -1,5 +1,5 @@
-// main.cpp - parchlet-replay: draws board files through the engine, as a meeting of two, and writes
-// the pages as pictures.
+// main.cpp - parchlet-replay: draws board files through the engine, as a meeting, and writes the
+// pages as pictures.
 #include <unistd.h>
 
 #include <exception>
@@ -30,23 +30,60 @@ void Print(const replay::Tally& tally) {
             << tally.secondsPerFrame * kMilliseconds << " ms" << std::endl;
 }
 
+// The files of every page that its completion leaves.
+struct PageFiles {
+  std::string picture;
+  std::string exported;  // empty: none
+};
+
+// Names the files of all pages and checks that they can be written.
+std::vector<PageFiles> NameFiles(const replay::Options& options,
+                                 const std::vector<std::string>& inputs) {
+  const std::string& folder = options.exportFolder;
+  if (!folder.empty()) {
+    replay::CheckFolder(folder, folder);
+  }
+  std::vector<PageFiles> files;
+  for (std::size_t page = 0; page < options.boards.size(); ++page) {
+    PageFiles& names = files.emplace_back();
+    names.picture = replay::PictureName(options.out, page, options.boards.size());
+    replay::CheckPicture(names.picture, inputs);
+    if (!options.exportFormat.empty()) {
+      names.exported = folder + "/page-" + std::to_string(page + 1) + "." + options.exportFormat;
+      replay::CheckPicture(names.exported, inputs);
+    }
+  }
+  return files;
+}
+
+std::vector<std::string> InputsOf(const std::vector<replay::Board>& boards) {
+  std::vector<std::string> inputs;
+  for (const replay::Board& board : boards) {
+    inputs.push_back(board.name);
+    inputs.insert(inputs.end(), board.pictureFiles.begin(), board.pictureFiles.end());
+  }
+  return inputs;
+}
+
 // Reads and checks everything before it draws anything, so that a mistake leaves no picture behind.
 void Run(const replay::Options& options) {
   std::vector<replay::Board> boards;
   for (const std::string& path : options.boards) {
     boards.push_back(replay::ReadBoard(path));
   }
-  std::vector<std::string> pictures;
-  for (std::size_t page = 0; page < boards.size(); ++page) {
-    pictures.push_back(replay::PictureName(options.out, page, boards.size()));
-    replay::CheckPicture(pictures.back(), options.boards);
-  }
-  replay::Replay replay(options.size, options.pace, options.lossySeed);
+  const std::vector<PageFiles> files = NameFiles(options, InputsOf(boards));
+  replay::Replay replay(options, replay::AuthorsOf(boards));
   {
     replay::Progress progress(std::cerr, isatty(STDERR_FILENO) == 1);
     for (std::size_t page = 0; page < boards.size(); ++page) {
-      replay::WritePicture(replay.Draw(boards[page], progress), pictures[page]);
+      replay::WritePicture(replay.Draw(boards[page], progress), files[page].picture);
+      if (!files[page].exported.empty()) {
+        replay.SavePage(files[page].exported);
+      }
     }
+  }
+  if (!options.exportFolder.empty() && options.exportFormat.empty()) {
+    replay.SaveDocument(options.exportFolder);
   }
   Print(replay.GetTally());
 }

@@ -1,19 +1,46 @@
 // Pictures on pages and behind them, and pages as image files.
 #include <gtest/gtest.h>
 
-#include <array>
+#include <csignal>
 #include <fstream>
 #include <iterator>
+#include <memory>
 #include <set>
+
+#include <sys/resource.h>
 
 #include <parchlet/Utils.h>
 
-#include "platform/clock/Clock.h"
 #include "platform/image/Picture.h"
 #include "support/TemporaryFolder.h"
 #include "support/Whiteboard.h"
 
 namespace {
+
+// Files end at so many bytes, as on a disk that is full, for as long as this lives.
+class SmallDisk {
+ public:
+  explicit SmallDisk(rlim_t bytes) : previousHandler(std::signal(SIGXFSZ, SIG_IGN)) {
+    getrlimit(RLIMIT_FSIZE, &previous);
+    const rlimit small = {bytes, previous.rlim_max};
+    EXPECT_EQ(0, setrlimit(RLIMIT_FSIZE, &small));
+  }
+  ~SmallDisk() {
+    setrlimit(RLIMIT_FSIZE, &previous);
+    std::signal(SIGXFSZ, previousHandler);
+  }
+  SmallDisk(const SmallDisk&) = delete;
+  SmallDisk& operator=(const SmallDisk&) = delete;
+
+ private:
+  void (*previousHandler)(int);
+  rlimit previous{};
+};
+
+std::string ReadFile(const std::string& path) {
+  std::ifstream file(path, std::ios::binary);
+  return {std::istreambuf_iterator<char>(file), {}};
+}
 
 class PicturesAndExportTest : public testing::Test {
  protected:
@@ -28,10 +55,7 @@ class PicturesAndExportTest : public testing::Test {
                             folder.File(name)));
   }
 
-  std::string Bytes(const std::string& name) {
-    std::ifstream file(folder.File(name), std::ios::binary);
-    return {std::istreambuf_iterator<char>(file), {}};
-  }
+  std::string Bytes(const std::string& name) { return ReadFile(folder.File(name)); }
 
   Picture Read(const std::string& name) {
     const std::string bytes = Bytes(name);
@@ -122,6 +146,70 @@ TEST_F(PicturesAndExportTest, TheScreenIsWrittenWithTheWindowOnIt) {
   const Picture area = Read("area.png");
   EXPECT_EQ(200, area.width);
   EXPECT_EQ(std::set<std::uint32_t>{kRed}, std::set(area.pixels.begin(), area.pixels.end()));
+}
+
+TEST_F(PicturesAndExportTest, ADiskThatRefusesKeepsTheFileThatWasThereAndGetsNoOther) {
+  board.Paint();
+  const TemporaryFolder out;
+  for (const char* name : {"page.png", "page.jpg", "page.bmp"}) {
+    std::ofstream(out.File(name)) << "an older file";
+  }
+  for (HWND const source : {HWND{nullptr}, board.window.Handle()}) {
+    const SmallDisk disk(64);
+    for (const char* name : {"page.png", "page.jpg", "page.bmp", "new.png", "new.jpg", "new.bmp"}) {
+      EXPECT_EQ(0, board.engine.SavePage("doc", "page", out.File(name), source)) << name;
+      EXPECT_EQ(0, board.engine.SavePage("doc", "page", out.File(name), L"MEMORY-1")) << name;
+    }
+    EXPECT_EQ(0, board.engine.SaveDocument("doc", out.Path().string(), "", source));
+  }
+  EXPECT_EQ(3U, out.FileCount());
+  for (const char* name : {"page.png", "page.jpg", "page.bmp"}) {
+    EXPECT_EQ("an older file", ReadFile(out.File(name))) << name;
+  }
+  EXPECT_EQ(1, board.engine.SavePage("doc", "page", out.File("page.png"), HWND{nullptr}));
+  EXPECT_EQ(3U, out.FileCount());
+}
+
+TEST_F(PicturesAndExportTest, AFolderThatTakesNoFilesOrIsNoneGetsNone) {
+  board.Paint();
+  const TemporaryFolder out;
+  std::filesystem::create_directory(out.File("folder.png"));
+  std::ofstream(out.File("file")) << "no folder";
+  const std::string places[] = {
+      "/proc/page.png",  // a folder that takes no files, not even root's
+      out.File("file/page.png"),
+      out.File("folder.png"),
+      "/dev/full",
+      out.File(std::string(300, 'n') + ".png"),
+  };
+  for (const std::string& place : places) {
+    EXPECT_EQ(0, board.engine.SavePage("doc", "page", place, HWND{nullptr})) << place;
+    EXPECT_EQ(0, board.engine.SavePage("doc", "page", place, L"MEMORY-1")) << place;
+  }
+  for (const std::string& folderOfNone : {std::string("/proc"), out.File("file")}) {
+    EXPECT_EQ(0, board.engine.SaveDocument("doc", folderOfNone, "", HWND{nullptr})) << folderOfNone;
+  }
+  EXPECT_EQ(2U, out.FileCount());
+  EXPECT_TRUE(std::filesystem::is_empty(out.File("folder.png")));
+  EXPECT_EQ("no folder", ReadFile(out.File("file")));
+
+  const auto vanished = std::make_unique<TemporaryFolder>();
+  const std::string gone = vanished->Path().string();
+  std::filesystem::remove(gone);
+  EXPECT_EQ(0, board.engine.SavePage("doc", "page", gone + "/page.png", HWND{nullptr}));
+  EXPECT_EQ(0, board.engine.SaveDocument("doc", gone, "", HWND{nullptr}));
+  EXPECT_FALSE(std::filesystem::exists(gone));
+}
+
+TEST_F(PicturesAndExportTest, AWindowThatIsGoneLeavesThePagesOwnSurface) {
+  board.Paint();
+  auto other = std::make_unique<MemoryWindow>(RECT{0, 0, 30, 20});
+  HWND const handle = other->Handle();
+  ASSERT_EQ(1, board.engine.SavePage("doc", "page", folder.File("window.png"), handle));
+  EXPECT_EQ(30, Read("window.png").width);
+  other.reset();
+  ASSERT_EQ(1, board.engine.SavePage("doc", "page", folder.File("window.png"), handle));
+  EXPECT_EQ(200, Read("window.png").width);
 }
 
 TEST_F(PicturesAndExportTest, ADocumentLeavesAFileAPageNamedFromTheTime) {

@@ -1,4 +1,4 @@
-# Installs the build into a fresh prefix, builds a host against it, runs the host, and compares what
+# Installs the build into a fresh prefix, builds hosts against it, runs them, and compares what
 # the library exports with what the headers declare.
 #   cmake -D SOURCE_FOLDER=... -D BUILD_FOLDER=... -D WORK_FOLDER=... -D COMPILER=... -D GENERATOR=...
 #         -D LIBRARY=... (its path below the prefix) -D NM=... -P InstallTest.cmake
@@ -18,6 +18,8 @@ run(${CMAKE_COMMAND} -S ${CMAKE_CURRENT_LIST_DIR}/host -B ${WORK_FOLDER}/host -G
   -D CMAKE_PREFIX_PATH=${prefix} -D CMAKE_CXX_COMPILER=${COMPILER})
 run(${CMAKE_COMMAND} --build ${WORK_FOLDER}/host)
 run(${WORK_FOLDER}/host/host)
+message(STATUS "the host says: ${output}")
+run(${WORK_FOLDER}/host/pictures ${WORK_FOLDER}/files)
 message(STATUS "the host says: ${output}")
 
 # What the installed headers declare: classes and free functions.

@@ -82,6 +82,19 @@ TEST(BoardTest, GesturesAreReadWithTheirPointsAndLines) {
   EXPECT_EQ(board.PointCount(), 6U);
 }
 
+TEST(BoardTest, AuthorsAreNamedOnceInTheOrderTheyComeAndThereAreNotTooMany) {
+  const auto authors = [](int count) {
+    std::string text = MarkWith("[[1,1]]") + "\n";
+    for (int author = 2 * count; author > 0; --author) {
+      text += MarkWith("[[1,1]],\"author\":\"" + std::to_string(author % count) + "\"") + "\n";
+    }
+    return AuthorsOf({Read(text), Read(text)});
+  };
+  EXPECT_THAT(authors(3), testing::ElementsAre("0", "2", "1"));
+  EXPECT_THAT(authors(kMaxAuthors), testing::SizeIs(kMaxAuthors));
+  EXPECT_THROW(authors(kMaxAuthors + 1), Failure);
+}
+
 TEST(BoardTest, AnEmptyFileIsAnEmptyBoard) {
   EXPECT_TRUE(Read("").steps.empty());
 }
@@ -153,7 +166,26 @@ TEST(BoardTest, AnythingThatIsNotAStepIsRefusedWithItsReason) {
       {R"({"move":"right"})", "\"move\" must be a list of points"},
       {R"({"clear":"theirs"})", "\"clear\" must be mine or all"},
       {R"({"clear":true})", "\"clear\" must be mine or all"},
+      {R"({"pause":0})", "\"pause\" must be a number of seconds above 0"},
+      {R"({"pause":61})", "\"pause\" must be a number of seconds above 0"},
+      {R"({"pause":"1"})", "\"pause\" must be a number of seconds above 0"},
       {R"({"undo":1})", "\"kind\" is missing"},
+      {MarkWith("[[1,1]],\"author\":7"), "\"author\" must be a name"},
+      {MarkWith("[[1,1]],\"author\":\"\""), "\"author\" must be a name"},
+      {MarkWith("[[1,1]],\"author\":\"A\\u0000\""), "\"author\" must be a name"},
+      {MarkWith("[[1,1]],\"author\":\"" + std::string(65, 'A') + "\""), "\"author\" must be"},
+      {R"({"erase":[[1,1]],"author":"Ada"})", "\"erase\" stands alone"},
+      {R"({"picture":7})", "\"picture\" must be the name of a picture file"},
+      {R"({"picture":""})", "\"picture\" must be the name of a picture file"},
+      {R"({"picture":"a.png","points":[[1,1]]})", "a picture has two points, not 1"},
+      {R"({"picture":"a.png","points":[[1,1],[2,2e6]]})", "point 2 is more than 1000000"},
+      {R"({"picture":"a.png","size":3})", "and no others"},
+      {R"({"picture":"a.png","background":"a.png"})", "\"background\" stands alone"},
+      {R"({"background":{}})", "\"background\" must be the name of a picture file"},
+      {R"({"background":"no-such.png"})", "no-such.png: cannot be opened: No such file"},
+      {R"({"picture":"/dev/null"})", "/dev/null: is no PNG, JPEG, BMP or GIF picture"},
+      {R"({"picture":"/dev/zero"})", "/dev/zero: is larger than 67108864 bytes"},
+      {R"({"picture":"/"})", "/: cannot be read: Is a directory"},
   };
   for (const BadLine& bad : badLines) {
     EXPECT_THAT(MessageOf(bad.line), HasSubstr(bad.reason)) << bad.line.substr(0, 100);

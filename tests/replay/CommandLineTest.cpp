@@ -14,10 +14,6 @@ using testing::IsEmpty;
 using testing::Not;
 using testing::StartsWith;
 
-constexpr std::uint32_t kWhite = 0xFFFFFFFF;
-constexpr std::uint32_t kRed = 0xFFFF0000;
-constexpr std::uint32_t kBlue = 0xFF0000FF;
-
 // Red along y 540 from x 480 to 1440, in five points.
 constexpr const char* kRedPath =
     R"({"kind":"path","color":"#FFFF0000","width":20,"points":[[480,540],[700,540],[701,540],[960,540],[1440,540]]})"
@@ -25,10 +21,6 @@ constexpr const char* kRedPath =
 constexpr const char* kBlueBox =
     R"({"kind":"rectangle","color":"#FF0000FF","width":20,"points":[[192,108],[1728,972]]})"
     "\n";
-
-std::uint32_t PixelAt(const Picture& picture, int x, int y) {
-  return picture.pixels.at(static_cast<std::size_t>(y) * picture.width + x);
-}
 
 TEST(CommandLineTest, ABoardBecomesAPictureOfTheAskedSize) {
   const ReplayFolder folder;
@@ -78,7 +70,7 @@ TEST(CommandLineTest, SeveralBoardsBecomeNumberedPictures) {
 
 TEST(CommandLineTest, TheProjectsOwnBoardReplays) {
   const ReplayFolder folder;
-  const RunResult run = folder.Run("--size 480x270 " BOARDS_FOLDER "/welcome.jsonl");
+  const RunResult run = folder.Run("--nickname --size 480x270 " BOARDS_FOLDER "/welcome.jsonl");
   EXPECT_EQ(run.status, 0) << run.messages;
   EXPECT_EQ(folder.ReadPicture("replay.png").width, 480);
 }
@@ -103,6 +95,9 @@ TEST(CommandLineTest, AMistakeIsOneMessageAndStatusTwoAndNothingIsWritten) {
   folder.Write("bad.jsonl", std::string(kRedPath) + "{\"kind\":\"path\"}\n");
   folder.Write("old.png", "an older picture");
   folder.MakeFolder("folder");
+  folder.WritePicture("board.png", 4, 4, kRed);
+  folder.Write("pictured.jsonl", R"({"picture":"board.png"})");
+  folder.Write("broken.jsonl", R"({"background":"bad.jsonl"})");
   const std::vector<std::string> before = folder.List();
   const Mistake mistakes[] = {
       {"--out old.png bad.jsonl", "bad.jsonl:2: \"color\" is missing\n"},
@@ -113,9 +108,17 @@ TEST(CommandLineTest, AMistakeIsOneMessageAndStatusTwoAndNothingIsWritten) {
       {"--out folder good.jsonl", "folder: is there already and not a file\n"},
       {"--out folder/ good.jsonl", "not the name of a file\n"},
       {"--out '' good.jsonl", "not the name of a file\n"},
-      {"--out ./good.jsonl good.jsonl", "./good.jsonl: is one of the boards\n"},
+      {"--out ./good.jsonl good.jsonl", "./good.jsonl: is one of the boards or their pictures\n"},
       {"--out /proc/new.png good.jsonl", "/proc/new.png: cannot be written: "},
       {"--out old.png", "boards is required"},
+      {"--out board.png pictured.jsonl", "board.png: is one of the boards or their pictures\n"},
+      {"--out new.png broken.jsonl", "broken.jsonl:1: bad.jsonl: is no PNG, JPEG, BMP or GIF"},
+      {"--out new.png --export none good.jsonl", "none: there is no folder none\n"},
+      {"--out new.png --export old.png good.jsonl", "old.png: there is no folder old.png\n"},
+      {"--out new.png --export /proc good.jsonl", "/proc: cannot be written: "},
+      {"--out new.png --export '' good.jsonl", "--export must be the name of a folder\n"},
+      {"--out new.png --export folder --format gif good.jsonl", "--format must be png, jpg or bmp"},
+      {"--out new.png --format png good.jsonl", "--format needs --export"},
       {"--out old.png --fast good.jsonl", "--fast"},
       {"--out old.png --size 0x10 good.jsonl", "--size must be"},
       {"--out old.png --size 10x10x good.jsonl", "--size must be"},
@@ -142,7 +145,9 @@ TEST(CommandLineTest, HelpAndVersionDrawNothing) {
   const ReplayFolder folder;
   const RunResult help = folder.Run("--help");
   EXPECT_EQ(help.status, 0);
-  EXPECT_THAT(help.output, AllOf(HasSubstr("--size"), HasSubstr("--out"), HasSubstr("--pace")));
+  EXPECT_THAT(help.output,
+              AllOf(HasSubstr("--size"), HasSubstr("--out"), HasSubstr("--pace"),
+                    HasSubstr("--nickname"), HasSubstr("--export"), HasSubstr("--format")));
   const RunResult version = folder.Run("--version");
   EXPECT_EQ(version.status, 0);
   EXPECT_THAT(version.output,

@@ -12,11 +12,6 @@ namespace {
 
 using testing::HasSubstr;
 
-constexpr std::uint32_t kWhite = 0xFFFFFFFF;
-constexpr std::uint32_t kRed = 0xFFFF0000;
-constexpr std::uint32_t kGreen = 0xFF00FF00;
-constexpr std::uint32_t kBlue = 0xFF0000FF;
-
 // On a page of 480 x 270, every fourth pixel: red across at y 50, green across at y 100, and blue
 // down at x 300, above both.
 constexpr const char* kThreeLines =
@@ -80,13 +75,10 @@ TEST(GestureTest, EveryGestureShowsOnThePagesOfBoth) {
       const RunResult run = folder.Run(std::string("--size 480x270 board.jsonl ") + network);
       ASSERT_EQ(run.status, 0) << story.title << ": " << run.messages;
       const Picture picture = folder.ReadPicture("replay.png");
-      const auto pixelAt = [&](int x, int y) {
-        return picture.pixels.at(static_cast<std::size_t>(y) * picture.width + x);
-      };
-      EXPECT_EQ(pixelAt(150, 50), story.onRed) << story.title << network;
-      EXPECT_EQ(pixelAt(150, 100), story.onGreen) << story.title << network;
-      EXPECT_EQ(pixelAt(300, 130), story.onBlue) << story.title << network;
-      EXPECT_EQ(pixelAt(300, 50), story.onCrossing) << story.title << network;
+      EXPECT_EQ(PixelAt(picture, 150, 50), story.onRed) << story.title << network;
+      EXPECT_EQ(PixelAt(picture, 150, 100), story.onGreen) << story.title << network;
+      EXPECT_EQ(PixelAt(picture, 300, 130), story.onBlue) << story.title << network;
+      EXPECT_EQ(PixelAt(picture, 300, 50), story.onCrossing) << story.title << network;
     }
   }
 }

@@ -11,26 +11,26 @@ namespace {
 constexpr PageSize kPage = {200, 100};
 
 // A path that sweeps the page in ever so many points, more than two fragments of them.
-void DrawSweep(Meeting& meeting, std::uint32_t color, int y) {
-  Participant& drawer = meeting.Drawer();
-  drawer.TakePen(MarkKind::kPath, color, 3);
-  drawer.Press({0, y});
+void DrawSweep(Meeting& meeting, const std::string& name, std::uint32_t color, int y) {
+  Participant& author = meeting.Author(name);
+  author.TakePen(MarkKind::kPath, color, 3);
+  author.Press({0, y});
   for (int step = 1; step < 600; ++step) {
-    drawer.Move({step / 3, y + step % 7});
+    author.Move({step / 3, y + step % 7});
   }
-  meeting.RelayDrawing();
+  meeting.RelayDrawing(author);
 }
 
 MemoryFrame HoldMeeting(std::optional<std::uint64_t> seed) {
-  Meeting meeting(kPage, seed);
+  Meeting meeting(kPage, {"Ada"}, seed);
   meeting.OpenPage("page");
   for (int mark = 0; mark < 12; ++mark) {
     const auto green = static_cast<std::uint32_t>(mark) << 11;
-    DrawSweep(meeting, 0x80FF0000 | green, 5 * mark);
+    DrawSweep(meeting, mark % 3 == 0 ? "Ada" : "", 0x80FF0000 | green, 5 * mark);
   }
   meeting.Select({0, 0}, {200, 40});
   EXPECT_TRUE(meeting.Drag({{100, 22}, {100, 60}, {103, 52}}));
-  DrawSweep(meeting, 0x800000FF, 50);
+  DrawSweep(meeting, "", 0x800000FF, 50);
   meeting.Erase({{0, 95}, {200, 75}});
   return meeting.ClosePage("seed " + std::to_string(seed.value_or(0)));
 }

@@ -48,14 +48,23 @@ void ReplayFolder::MakeFolder(const std::string& name) const {
   fs::create_directory(folder / name);
 }
 
+void ReplayFolder::WritePicture(const std::string& name, int width, int height,
+                                std::uint32_t color) const {
+  const std::vector<std::uint32_t> pixels(static_cast<std::size_t>(width) * height, color);
+  if (!SavePicture({pixels.data(), width, height, std::ptrdiff_t{4} * width}, PictureEncoder::kPng,
+                   (folder / name).string())) {
+    throw std::runtime_error("no picture " + name);
+  }
+}
+
 Picture ReplayFolder::ReadPicture(const std::string& name) const {
   const std::string bytes = Read(name);
   return DecodePicture(std::as_bytes(std::span(bytes)));
 }
 
-std::vector<std::string> ReplayFolder::List() const {
+std::vector<std::string> ReplayFolder::List(const std::string& name) const {
   std::vector<std::string> names;
-  for (const auto& entry : fs::directory_iterator(folder)) {
+  for (const auto& entry : fs::directory_iterator(folder / name)) {
     names.push_back(entry.path().filename().string());
   }
   std::sort(names.begin(), names.end());
@@ -63,9 +72,19 @@ std::vector<std::string> ReplayFolder::List() const {
 }
 
 RunResult ReplayFolder::Run(const std::string& arguments) const {
-  const std::string command = "cd '" + folder.string() + "' && '" REPLAY_BINARY "' " + arguments +
-                              " >'" + (streams / "out").string() + "' 2>'" +
-                              (streams / "err").string() + "'";
+  return RunAfter("", arguments);
+}
+
+RunResult ReplayFolder::RunLimited(int kilobytes, const std::string& arguments) const {
+  // The shell counts blocks of 512 bytes, and the tool has to live to see its writes refused.
+  return RunAfter("ulimit -f " + std::to_string(2 * kilobytes) + " && trap '' XFSZ && ", arguments);
+}
+
+RunResult ReplayFolder::RunAfter(const std::string& preparation,
+                                 const std::string& arguments) const {
+  const std::string command =
+      "cd '" + folder.string() + "' && " + preparation + "'" REPLAY_BINARY "' " + arguments +
+      " >'" + (streams / "out").string() + "' 2>'" + (streams / "err").string() + "'";
   const int status = std::system(command.c_str());
   return {WIFEXITED(status) ? WEXITSTATUS(status) : -1, ReadAll(streams / "out"),
           ReadAll(streams / "err")};

@@ -1,8 +1,10 @@
 #include "threads/StormyHost.h"
 
 #include <algorithm>
+#include <fstream>
 #include <iterator>
 
+#include "platform/image/Picture.h"
 #include "support/Mark.h"
 #include "support/Whiteboard.h"
 
@@ -10,12 +12,23 @@ namespace {
 
 constexpr CurrentAnnotPageSize kSize = {64, 48};
 
+// Writes a picture file and gives its bytes.
+std::string MakePicture(const std::string& path, PictureEncoder encoder, int width, int height) {
+  const std::vector<std::uint32_t> pixels(static_cast<std::size_t>(width * height), 0xC0A08060);
+  EXPECT_TRUE(SavePicture({pixels.data(), width, height, width * 4L}, encoder, path));
+  std::ifstream file(path, std::ios::binary);
+  return {std::istreambuf_iterator<char>(file), {}};
+}
+
 }  // namespace
 
 StormyHost::StormyHost(unsigned seed) : random(seed) {
   for (int i = 0; i < 3; ++i) {
     windows.emplace_back(RECT{0, 0, kSize.width, kSize.height});
   }
+  pictures = {MakePicture(folder.File("0"), PictureEncoder::kPng, kSize.width, kSize.height),
+              MakePicture(folder.File("1"), PictureEncoder::kJpeg, 20, 30),
+              MakePicture(folder.File("2"), PictureEncoder::kBmp, 300, 5), "no picture"};
 }
 
 void StormyHost::MakeCalls(int count, const std::function<void()>& pause) {
@@ -39,8 +52,10 @@ void StormyHost::MakeOneCall() {
   static constexpr struct {
     void (StormyHost::*call)();
     int weight;
-  } kCalls[] = {{&StormyHost::Draw, 14},
-                {&StormyHost::ReadAndChangeAMark, 16},
+  } kCalls[] = {{&StormyHost::Draw, 12},
+                {&StormyHost::ReadAndChangeAMark, 13},
+                {&StormyHost::PlaceAPicture, 3},
+                {&StormyHost::Export, 2},
                 {&StormyHost::SelectAndMove, 6},
                 {&StormyHost::ReceiveNewMark, 8},
                 {&StormyHost::ReceiveEcho, 8},
@@ -135,6 +150,8 @@ void StormyHost::ChangeSettings() {
                            static_cast<AnnotationSubType>(kSubTypes[Any(8)]));
   engine.SetUserInfo(AnyUser(), "sub", "name");
   engine.SetPageBackgroundColor(static_cast<unsigned>(random()));
+  engine.SetNicknameTip(static_cast<unsigned>(random()), static_cast<unsigned>(Any(30)),
+                        OneIn(2) ? "" : "DejaVu Sans", static_cast<unsigned>(random()));
 }
 
 AnnotationPageInfo StormyHost::AnyGeometry() {
@@ -165,7 +182,9 @@ void StormyHost::Draw() {
   std::string pageId;
   const std::string id = engine.GetCurrentAnnotationInfo(doc, pageId);
   for (KnownPage& known : pages) {
-    if (!id.empty() && known.doc == doc && known.page == pageId) {
+    // The drawing in progress may be confirmed, even moved, already; what is pending of it then
+    // goes with the next echo.
+    if (!id.empty() && known.doc == doc && known.page == pageId && !known.confirmed.contains(id)) {
       Annotation* local = engine.GetLocalAnnotation(doc, pageId, id);
       if (local != nullptr) {
         known.pending[id] = local;
@@ -189,6 +208,7 @@ void StormyHost::ReceiveNewMark() {
   mark.Fragment(OneIn(5) ? 1 : 0);
   mark.Points(kSize, {AnyPoint(), AnyPoint(), AnyPoint()});
   Annotation* made = mark.Release();
+  made->nickname = OneIn(2) ? "Ann" : "\xE5\xAE\x89";
   engine.AddAnnotationFromRemote(page->doc, page->page, made);
   page->confirmed[id] = made;
 }
@@ -382,6 +402,35 @@ void StormyHost::AskAround() {
   AnnotationPageInfo info{};
   engine.GetPageSize(AnyDoc(), AnyPageId(), info, OneIn(2));
   engine.FindAnnotation(AnyDoc(), AnyPageId(), "user0", "mark0");
+}
+
+void StormyHost::PlaceAPicture() {
+  KnownPage* page = AnyPage();
+  if (page == nullptr) {
+    return;
+  }
+  const int which = Any(4);
+  const bool isBackground = OneIn(2);
+  Annotation* placed =
+      OneIn(2)
+          ? engine.AddPictureFromFile(page->doc, page->page, folder.File(std::to_string(which)), "",
+                                      isBackground)
+          : engine.AddPictureFromStream(
+                page->doc, page->page, pictures[static_cast<std::size_t>(which)], "", isBackground);
+  if (placed != nullptr && !isBackground) {
+    page->pending[placed->GetAnnotationId()] = placed;
+  }
+}
+
+// The page's surface, or what the screen shows where a window is.
+void StormyHost::Export() {
+  static constexpr const char* kNames[] = {"page.png", "page.jpg", "page.bmp"};
+  HWND const window = OneIn(2) ? AnyWindow().Handle() : HWND{nullptr};
+  if (OneIn(10)) {
+    engine.SaveDocument(AnyDoc(), folder.Path().string(), "", window);
+  } else {
+    engine.SavePage(AnyDoc(), AnyPageId(), folder.File(kNames[Any(3)]), window);
+  }
 }
 
 StormyHost::KnownPage* StormyHost::AnyPage() {

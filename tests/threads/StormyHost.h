@@ -11,6 +11,8 @@
 #include <parchlet/MemoryWindow.h>
 #include <parchlet/Parchlet.h>
 
+#include "support/TemporaryFolder.h"
+
 // Owns an engine and makes calls to it, at full speed and in any order, as the one host thread. It
 // keeps to the contract: a pointer is not used after the call that deletes its mark.
 class StormyHost {
@@ -53,6 +55,8 @@ class StormyHost {
   void MoveAWindow();
   void ReplaceAWindow();
   void AskAround();
+  void PlaceAPicture();
+  void Export();
 
   int Any(int below) { return static_cast<int>(random() % static_cast<unsigned>(below)); }
   bool OneIn(int chances) { return Any(chances) == 0; }
@@ -70,7 +74,9 @@ class StormyHost {
   void Forget(const std::string& doc, const std::string* page);
 
   std::mt19937 random;
-  std::deque<MemoryWindow> windows;  // they outlive the engine
+  TemporaryFolder folder;
+  std::vector<std::string> pictures;  // what files hold, one of them no picture
+  std::deque<MemoryWindow> windows;   // they outlive the engine
   Parchlet engine;
   std::vector<KnownPage> pages;
 };
