@@ -65,6 +65,7 @@ std::vector<DisplayMonitor> ReadMonitors(const Connection& connection,
     xcb_get_atom_name_cookie_t name;
   };
   std::vector<Asked> asked;
+  asked.reserve(reply->nMonitors);
   auto infos = xcb_randr_get_monitors_monitors_iterator(reply);
   for (; infos.rem > 0; xcb_randr_monitor_info_next(&infos)) {
     asked.push_back({*infos.data, xcb_get_atom_name(connection.Get(), infos.data->name)});

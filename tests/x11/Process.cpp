@@ -18,6 +18,7 @@ pid_t Spawn(const std::vector<std::string>& command, int passedFile) {
   std::vector<std::string> whole = {"setpriv", "--pdeathsig", "KILL"};
   whole.insert(whole.end(), command.begin(), command.end());
   std::vector<char*> arguments;
+  arguments.reserve(whole.size() + 1);
   for (std::string& argument : whole) {
     arguments.push_back(argument.data());
   }
@@ -67,7 +68,7 @@ bool IsInstalled(const std::string& program) {
   const char* path = std::getenv("PATH");
   std::istringstream folders(path != nullptr ? path : "");
   for (std::string folder; std::getline(folders, folder, ':');) {
-    if (access((folder + "/" + program).c_str(), X_OK) == 0) {
+    if (access(folder.append("/").append(program).c_str(), X_OK) == 0) {
       return true;
     }
   }

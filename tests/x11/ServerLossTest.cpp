@@ -1,6 +1,8 @@
 #include <gtest/gtest.h>
 
+#include <atomic>
 #include <string>
+#include <thread>
 #include <vector>
 
 #include <parchlet/x11/X11Display.h>
@@ -16,16 +18,20 @@ namespace {
 
 class ServerLoss : public testing::TestWithParam<bool> {};
 
+std::vector<std::string> OptionsOf(bool sharesMemory) {
+  std::vector<std::string> options = {"-screen", "0", "640x480x24"};
+  if (!sharesMemory) {
+    options.insert(options.end(), {"-extension", "MIT-SHM"});
+  }
+  return options;
+}
+
 const std::string kLost = "the connection to the X server is lost";
 
 }  // namespace
 
 TEST_P(ServerLoss, AServerKilledMidStrokeLeavesTheHostAliveWithFalseResults) {
-  std::vector<std::string> options = {"-screen", "0", "640x480x24"};
-  if (!GetParam()) {
-    options.insert(options.end(), {"-extension", "MIT-SHM"});
-  }
-  XServer server(options);
+  XServer server(OptionsOf(GetParam()));
   NEEDS_X_SERVER(server);
   XClient client(server.Display());
   X11Window window(server.Display(), client.ShowAlphaWindow({50, 40, 250, 140}));
@@ -56,6 +62,26 @@ TEST_P(ServerLoss, AServerKilledMidStrokeLeavesTheHostAliveWithFalseResults) {
   EXPECT_EQ(display.GetError(), kLost);
   EXPECT_TRUE(display.GetMonitors().empty());
   EXPECT_EQ(onOverlay.Engine().EndDrawing(), 1);
+}
+
+// Half a frame is on its way through the connection then: writing the rest raises a signal that
+// ends a host which does not expect it.
+TEST_P(ServerLoss, AServerKilledWhileFramesFlowEndsTheFlowAndNotTheHost) {
+  XServer server(OptionsOf(GetParam()));
+  NEEDS_X_SERVER(server);
+  XClient client(server.Display());
+  X11Window window(server.Display(), client.ShowAlphaWindow({0, 0, 2000, 1500}));
+  std::atomic<int> frameCount = 0;
+  std::thread pusher([&] {
+    const TestFrame frame(2000, 1500, 0xFF0000FF);
+    while (window.Present(frame.Get())) {
+      ++frameCount;
+    }
+  });
+  EXPECT_TRUE(Eventually([&] { return frameCount > 3; }));
+  server.Kill();
+  pusher.join();
+  EXPECT_EQ(window.GetError(), kLost);
 }
 
 INSTANTIATE_TEST_SUITE_P(SharedMemory, ServerLoss, testing::Values(true));

@@ -96,7 +96,7 @@ TEST_P(X11DisplayWays, CaptureAndExportsEqualAScreenshot) {
 
   X11Display display(server.Display());
   const RECT part = {200, 100, 451, 300};
-  std::vector<std::uint32_t> captured(251 * 200);
+  std::vector<std::uint32_t> captured(std::size_t{251} * 200);
   ASSERT_TRUE(display.Capture(part, captured.data())) << display.GetError();
   const Screenshot capture = WithoutAlpha({part, captured});
   EXPECT_EQ(capture.pixels, WithoutAlpha(desktop.client.Look(part)).pixels);
