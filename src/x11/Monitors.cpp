@@ -73,6 +73,7 @@ std::vector<DisplayMonitor> ReadMonitors(const Connection& connection,
   std::stable_partition(asked.begin(), asked.end(),
                         [](const Asked& monitor) { return monitor.info.primary != 0; });
   std::vector<DisplayMonitor> monitors;
+  monitors.reserve(asked.size());
   for (const auto& [info, name] : asked) {
     monitors.push_back({CutName(NameOfAtom(connection, name)),
                         {info.x, info.y, info.x + info.width, info.y + info.height}});

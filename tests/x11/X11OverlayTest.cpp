@@ -43,6 +43,25 @@ TEST(X11Overlay, InkLiesOverAllWindowsThoseThatComeUpLaterIncluded) {
   EXPECT_TRUE(desk.WaitForColor(400, 200, kGreen));
 }
 
+TEST(X11Overlay, CoversTheExactPlaceOverAFullScreenWindowUnderAWindowManager) {
+  XServer server({"-screen", "0", "640x480x24"});
+  NEEDS_X_SERVER(server);
+  ASSERT_TRUE(server.StartWindowManager());
+  XClient desk(server.Display());
+  X11Overlay overlay(server.Display(), {100, 50, 600, 400});
+  const TestFrame frame(500, 350, kGreen);
+  ASSERT_TRUE(overlay.Present(frame.Get())) << overlay.GetError();
+  desk.ShowFullScreenWindow(kDesk);
+  ASSERT_TRUE(desk.WaitForColor(639, 479, kDesk)) << "the window manager shows it";
+  EXPECT_TRUE(Eventually([&] {
+    return overlay.Present(frame.Get()) && desk.Look({100, 50, 101, 51}).At(100, 50) == 0x00C000;
+  })) << overlay.GetError();
+  const Screenshot shot = desk.Look({0, 0, 640, 480});
+  EXPECT_EQ(shot.At(599, 399), 0x00C000U);
+  EXPECT_EQ(shot.At(99, 50), kDesk);
+  EXPECT_EQ(shot.At(600, 399), kDesk);
+}
+
 TEST(X11Overlay, ClickThroughLetsTheWindowBelowHaveTheClick) {
   XServer server({"-screen", "0", "640x480x24"});
   NEEDS_X_SERVER(server);

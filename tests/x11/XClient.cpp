@@ -50,17 +50,53 @@ void XClient::Settle() const {
       xcb_get_input_focus_reply(connection, xcb_get_input_focus(connection), nullptr));
 }
 
-xcb_window_t XClient::ShowWindow(const RECT& area, std::uint32_t color) {
+xcb_window_t XClient::CreateWindow(const RECT& area, std::uint32_t color, bool isManaged) {
   const xcb_window_t window = xcb_generate_id(connection);
-  const std::uint32_t values[] = {color, 1, XCB_EVENT_MASK_BUTTON_PRESS};
+  const std::uint32_t values[] = {color, isManaged ? 0U : 1U, XCB_EVENT_MASK_BUTTON_PRESS};
   xcb_create_window(connection, XCB_COPY_FROM_PARENT, window, screen->root,
                     static_cast<std::int16_t>(area.left), static_cast<std::int16_t>(area.top),
                     Side(area.left, area.right), Side(area.top, area.bottom), 0,
                     XCB_WINDOW_CLASS_INPUT_OUTPUT, screen->root_visual,
                     XCB_CW_BACK_PIXEL | XCB_CW_OVERRIDE_REDIRECT | XCB_CW_EVENT_MASK, values);
+  return window;
+}
+
+xcb_window_t XClient::ShowWindow(const RECT& area, std::uint32_t color) {
+  const xcb_window_t window = CreateWindow(area, color, false);
   xcb_map_window(connection, window);
   Settle();
   return window;
+}
+
+xcb_window_t XClient::ShowFullScreenWindow(std::uint32_t color) {
+  const xcb_window_t window = CreateWindow({0, 0, 100, 100}, color, true);
+  const xcb_atom_t fullScreen = Atom("_NET_WM_STATE_FULLSCREEN");
+  xcb_change_property(connection, XCB_PROP_MODE_REPLACE, window, Atom("_NET_WM_STATE"),
+                      XCB_ATOM_ATOM, 32, 1, &fullScreen);
+  xcb_map_window(connection, window);
+  Settle();
+  return window;
+}
+
+xcb_atom_t XClient::Atom(const std::string& name) const {
+  const Owned<xcb_intern_atom_reply_t> reply(xcb_intern_atom_reply(
+      connection,
+      xcb_intern_atom(connection, 0, static_cast<std::uint16_t>(name.size()), name.c_str()),
+      nullptr));
+  return reply->atom;
+}
+
+xcb_window_t XClient::OwnerOf(const std::string& selection) const {
+  const Owned<xcb_get_selection_owner_reply_t> reply(xcb_get_selection_owner_reply(
+      connection, xcb_get_selection_owner(connection, Atom(selection)), nullptr));
+  return reply->owner;
+}
+
+bool XClient::HasRootProperty(const std::string& name) const {
+  const Owned<xcb_get_property_reply_t> reply(xcb_get_property_reply(
+      connection, xcb_get_property(connection, 0, screen->root, Atom(name), XCB_ATOM_ANY, 0, 1),
+      nullptr));
+  return reply->type != XCB_ATOM_NONE;
 }
 
 xcb_window_t XClient::ShowAlphaWindow(const RECT& area) {

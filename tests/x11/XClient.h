@@ -28,6 +28,8 @@ class XClient {
 
   // A window of 24 bits and one colour above the others, shown, that hears the pointer's buttons.
   xcb_window_t ShowWindow(const RECT& area, std::uint32_t color);
+  // A window of one colour that asks the window manager for the whole screen.
+  xcb_window_t ShowFullScreenWindow(std::uint32_t color);
   // A window of 32 bits, shown, above the others.
   xcb_window_t ShowAlphaWindow(const RECT& area);
   void MoveWindow(xcb_window_t window, const RECT& area);
@@ -40,11 +42,16 @@ class XClient {
   // Empties an area of a window, as any client may and the server does with what was covered.
   void LoseContent(xcb_window_t window, const RECT& area);
 
+  xcb_window_t OwnerOf(const std::string& selection) const;
+  bool HasRootProperty(const std::string& name) const;
+
   Screenshot Look(const RECT& area) const;
   // Waits until the screen shows that colour, at most 2 off in every channel, there.
   bool WaitForColor(int x, int y, std::uint32_t color) const;
 
  private:
+  xcb_window_t CreateWindow(const RECT& area, std::uint32_t color, bool isManaged);
+  xcb_atom_t Atom(const std::string& name) const;
   void Settle() const;
 
   xcb_connection_t* connection;

@@ -3,12 +3,13 @@
 #include <fcntl.h>
 #include <poll.h>
 #include <unistd.h>
-#include <xcb/xcb.h>
 
 #include <chrono>
 #include <csignal>
 #include <cstdlib>
 #include <thread>
+
+#include "x11/XClient.h"
 
 namespace {
 
@@ -28,22 +29,8 @@ std::string ReadNumber(int pipe) {
   return text;
 }
 
-bool HasCompositor(const std::string& display) {
-  xcb_connection_t* connection = xcb_connect(display.c_str(), nullptr);
-  const std::string name = "_NET_WM_CM_S0";
-  xcb_intern_atom_reply_t* atom = xcb_intern_atom_reply(
-      connection,
-      xcb_intern_atom(connection, 0, static_cast<std::uint16_t>(name.size()), name.c_str()),
-      nullptr);
-  xcb_get_selection_owner_reply_t* owner =
-      atom == nullptr ? nullptr
-                      : xcb_get_selection_owner_reply(
-                            connection, xcb_get_selection_owner(connection, atom->atom), nullptr);
-  const bool has = owner != nullptr && owner->owner != XCB_NONE;
-  std::free(owner);
-  std::free(atom);
-  xcb_disconnect(connection);
-  return has;
+bool HasCompositor(const XClient& client) {
+  return client.OwnerOf("_NET_WM_CM_S0") != XCB_NONE;
 }
 
 }  // namespace
@@ -75,25 +62,35 @@ XServer::XServer(const std::vector<std::string>& options) {
 XServer::~XServer() = default;
 
 bool XServer::StartCompositor() {
-  compositor = std::make_unique<Process>(std::vector<std::string>{
-      "env", "DISPLAY=" + display, "picom", "--backend", "xrender", "--config", "/dev/null"});
-  return compositor->IsStarted() && Eventually([this] { return HasCompositor(display); });
+  compositor = std::make_unique<Process>(
+      OnDisplay({"picom", "--backend", "xrender", "--config", "/dev/null"}));
+  const XClient client(display);
+  return Eventually([&client] { return HasCompositor(client); });
 }
 
-int XServer::Run(const std::vector<std::string>& command) const {
+bool XServer::StartWindowManager() {
+  // It announces itself before it is ready for windows; this it runs when it is.
+  windowManager = std::make_unique<Process>(
+      OnDisplay({"openbox", "--sm-disable", "--startup", "xsetroot -name ready"}));
+  const XClient client(display);
+  return Eventually([&client] { return client.HasRootProperty("WM_NAME"); });
+}
+
+std::vector<std::string> XServer::OnDisplay(const std::vector<std::string>& command) const {
   std::vector<std::string> whole = {"env", "DISPLAY=" + display};
   whole.insert(whole.end(), command.begin(), command.end());
-  return RunToEnd(whole);
+  return whole;
 }
 
 bool XServer::Click(int x, int y) {
-  return Run({"xdotool", "mousemove", std::to_string(x), std::to_string(y), "click", "1"}) == 0;
+  return RunToEnd(OnDisplay(
+             {"xdotool", "mousemove", std::to_string(x), std::to_string(y), "click", "1"})) == 0;
 }
 
 bool XServer::ChangeMonitors(const std::vector<std::string>& words) {
   std::vector<std::string> command = {"xrandr"};
   command.insert(command.end(), words.begin(), words.end());
-  return Run(command) == 0;
+  return RunToEnd(OnDisplay(command)) == 0;
 }
 
 void XServer::Kill() {

@@ -23,6 +23,8 @@ class XServer {
 
   // Runs a compositor on it; false when none came up.
   bool StartCompositor();
+  // Runs a window manager on it; false when none came up.
+  bool StartWindowManager();
   // Moves the pointer to that place of the screen, and presses and releases its first button.
   bool Click(int x, int y);
   // Changes its monitors with such words: xrandr's options. False when that fails.
@@ -31,10 +33,11 @@ class XServer {
   void Kill();
 
  private:
-  int Run(const std::vector<std::string>& command) const;
+  std::vector<std::string> OnDisplay(const std::vector<std::string>& command) const;
 
   std::unique_ptr<Process> server;
   std::unique_ptr<Process> compositor;
+  std::unique_ptr<Process> windowManager;
   std::string missing;
   std::string display;
 };
