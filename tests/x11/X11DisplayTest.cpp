@@ -1,0 +1,163 @@
+#include <parchlet/x11/X11Display.h>
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <cstring>
+#include <filesystem>
+#include <fstream>
+#include <iterator>
+#include <string>
+
+#include <parchlet/x11/X11Overlay.h>
+#include <parchlet/x11/X11Window.h>
+
+#include "support/TemporaryFolder.h"
+#include "x11/Board.h"
+#include "x11/XClient.h"
+#include "x11/XServer.h"
+
+namespace {
+
+constexpr std::uint32_t kDesk = 0x3060C0;
+
+// A display given to the engine for as long as a test runs.
+class UsedDisplay {
+ public:
+  explicit UsedDisplay(X11Display& display) { SetDisplay(&display); }
+  ~UsedDisplay() { SetDisplay(nullptr); }
+  UsedDisplay(const UsedDisplay&) = delete;
+  UsedDisplay& operator=(const UsedDisplay&) = delete;
+};
+
+// The pixels of a picture of 24 bits as the engine writes it, as a screenshot of that place.
+Screenshot ReadBmp(const std::string& path, POINT origin) {
+  std::ifstream file(path, std::ios::binary);
+  const std::string bytes{std::istreambuf_iterator<char>(file), {}};
+  const auto word = [&bytes](std::size_t at) {
+    std::int32_t value = 0;
+    std::memcpy(&value, bytes.data() + at, sizeof(value));
+    return value;
+  };
+  if (bytes.size() < 54) {
+    return {};
+  }
+  const int width = word(18);
+  const int height = word(22);
+  Screenshot shot{{origin.x, origin.y, origin.x + width, origin.y + height}, {}};
+  const std::size_t stride = (static_cast<std::size_t>(width) * 3 + 3) / 4 * 4;
+  for (int y = height - 1; y >= 0; --y) {
+    for (int x = 0; x < width; ++x) {
+      const auto* pixel = reinterpret_cast<const unsigned char*>(bytes.data()) + word(10) +
+                          static_cast<std::size_t>(y) * stride + static_cast<std::size_t>(x) * 3;
+      shot.pixels.push_back(pixel[0] | pixel[1] << 8U | pixel[2] << 16U);
+    }
+  }
+  return shot;
+}
+
+Screenshot WithoutAlpha(Screenshot shot) {
+  for (std::uint32_t& pixel : shot.pixels) {
+    pixel &= 0xFFFFFF;
+  }
+  return shot;
+}
+
+// A few windows, one of which is drawn on.
+class Desktop {
+ public:
+  explicit Desktop(const std::string& display)
+      : client(display), overlay(display, {0, 0, 640, 480}), board(overlay.Handle(), 640, 480) {
+    client.ShowWindow({50, 60, 330, 200}, kDesk);
+    client.ShowWindow({300, 150, 620, 450}, 0xE0D080);
+    board.DrawLine({20, 30}, {600, 440}, 0xC0FF0040, 12);
+  }
+
+  XClient client;
+  X11Overlay overlay;
+  Board board;
+};
+
+}  // namespace
+
+class X11DisplayWays : public testing::TestWithParam<bool> {};
+
+TEST_P(X11DisplayWays, CaptureAndExportsEqualAScreenshot) {
+  std::vector<std::string> options = {"-screen", "0", "640x480x24"};
+  if (!GetParam()) {
+    options.insert(options.end(), {"-extension", "MIT-SHM"});
+  }
+  XServer server(options);
+  NEEDS_X_SERVER(server);
+  ASSERT_TRUE(server.StartCompositor());
+  Desktop desktop(server.Display());
+  ASSERT_TRUE(desktop.client.WaitForColor(310, 235, 0xF5314E)) << "the ink over the upper window";
+  const Screenshot whole = desktop.client.Look({0, 0, 640, 480});
+
+  X11Display display(server.Display());
+  const RECT part = {200, 100, 451, 300};
+  std::vector<std::uint32_t> captured(std::size_t{251} * 200);
+  ASSERT_TRUE(display.Capture(part, captured.data())) << display.GetError();
+  const Screenshot capture = WithoutAlpha({part, captured});
+  EXPECT_EQ(capture.pixels, WithoutAlpha(desktop.client.Look(part)).pixels);
+
+  const UsedDisplay used(display);
+  const TemporaryFolder folder;
+  const std::string path = (folder.Path() / "screen.bmp").string();
+  ASSERT_EQ(desktop.board.Engine().SavePage("doc", "page", path, std::wstring(L"screen")), 1);
+  EXPECT_EQ(ReadBmp(path, {0, 0}).pixels, WithoutAlpha(whole).pixels);
+
+  const xcb_window_t inner = desktop.client.ShowAlphaWindow({200, 100, 451, 300});
+  X11Window target(server.Display(), inner);
+  ASSERT_TRUE(desktop.client.WaitForColor(310, 235, 0xF5314E));
+  ASSERT_EQ(desktop.board.Engine().SavePage("doc", "page", path, target.Handle()), 1);
+  const Screenshot exported = ReadBmp(path, {200, 100});
+  EXPECT_EQ(exported.pixels, WithoutAlpha(desktop.client.Look(part)).pixels);
+}
+
+INSTANTIATE_TEST_SUITE_P(SharedMemory, X11DisplayWays, testing::Values(true));
+INSTANTIATE_TEST_SUITE_P(Connection, X11DisplayWays, testing::Values(false));
+
+TEST(X11Display, TellsTheMonitorsByTheirNames) {
+  XServer server({"-screen", "0", "640x480x24"});
+  NEEDS_X_SERVER(server);
+  X11Display display(server.Display());
+  std::vector<DisplayMonitor> monitors = display.GetMonitors();
+  ASSERT_EQ(monitors.size(), 1U) << display.GetError();
+  EXPECT_EQ(monitors[0].name, "screen");
+  EXPECT_EQ(monitors[0].area.right, 640);
+
+  ASSERT_TRUE(server.ChangeMonitors({"--setmonitor", "屏幕", "320/80x480/120+0+0", "none"}));
+  ASSERT_TRUE(server.ChangeMonitors(
+      {"--setmonitor", "a monitor whose name is so long that exports could not be told it",
+       "320/80x380/120+320+100", "none"}));
+  monitors = display.GetMonitors();
+  const auto named = [&monitors](const std::string& name) {
+    return std::find_if(monitors.begin(), monitors.end(),
+                        [&](const DisplayMonitor& monitor) { return monitor.name == name; });
+  };
+  ASSERT_NE(named("屏幕"), monitors.end());
+  EXPECT_EQ(named("屏幕")->area.right, 320);
+  ASSERT_NE(named("a monitor whose name is so long"), monitors.end());
+  EXPECT_EQ(named("a monitor whose name is so long")->area.top, 100);
+}
+
+TEST(X11Display, SaysWhatItCannotCapture) {
+  XServer server({"-screen", "0", "640x480x24"});
+  XServer shallow({"-screen", "0", "640x480x16"});
+  NEEDS_X_SERVER(server);
+  NEEDS_X_SERVER(shallow);
+  std::vector<std::uint32_t> pixels(100);
+  X11Display display(server.Display());
+  EXPECT_FALSE(display.Capture({635, 0, 645, 10}, pixels.data()));
+  EXPECT_EQ(display.GetError(), "the X server refused to show its screen: BadMatch");
+  EXPECT_TRUE(display.Capture({630, 0, 640, 10}, pixels.data()));
+  EXPECT_EQ(display.GetError(), "");
+  X11Display sixteenBits(shallow.Display());
+  EXPECT_FALSE(sixteenBits.Capture({0, 0, 10, 10}, pixels.data()));
+  EXPECT_NE(sixteenBits.GetError().find("the screen has depth 16"), std::string::npos);
+  X11Display nowhere(":65000");
+  EXPECT_TRUE(nowhere.GetMonitors().empty());
+  EXPECT_FALSE(nowhere.Capture({0, 0, 10, 10}, pixels.data()));
+  EXPECT_EQ(nowhere.GetError(), "cannot open the X display \":65000\"");
+}

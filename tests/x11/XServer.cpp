@@ -1,0 +1,113 @@
+#include "x11/XServer.h"
+
+#include <fcntl.h>
+#include <poll.h>
+#include <unistd.h>
+
+#include <chrono>
+#include <csignal>
+#include <cstdlib>
+#include <thread>
+
+#include "x11/XClient.h"
+
+namespace {
+
+constexpr int kPatienceMs = 30'000;
+
+// What the server says on that pipe: its display number. Empty when it says nothing.
+std::string ReadNumber(int pipe) {
+  std::string text;
+  pollfd waiting = {pipe, POLLIN, 0};
+  while (poll(&waiting, 1, kPatienceMs) > 0) {
+    char letter = 0;
+    if (read(pipe, &letter, 1) != 1 || letter == '\n') {
+      break;
+    }
+    text += letter;
+  }
+  return text;
+}
+
+bool HasCompositor(const XClient& client) {
+  return client.OwnerOf("_NET_WM_CM_S0") != XCB_NONE;
+}
+
+}  // namespace
+
+XServer::XServer(const std::vector<std::string>& options) {
+  if (!IsInstalled("Xvfb")) {
+    missing = "There is no Xvfb on this machine: scripts/install-deps.sh test installs it";
+    return;
+  }
+  int pipe[2];
+  if (pipe2(pipe, O_CLOEXEC) != 0) {
+    missing = "no pipe for the X server";
+    return;
+  }
+  std::vector<std::string> command = {
+      "Xvfb", "-displayfd", std::to_string(pipe[1]), "-noreset", "-nolisten", "tcp", "-nocursor"};
+  command.insert(command.end(), options.begin(), options.end());
+  server = std::make_unique<Process>(command, pipe[1]);
+  close(pipe[1]);
+  const std::string number = ReadNumber(pipe[0]);
+  close(pipe[0]);
+  if (number.empty()) {
+    missing = "The X server did not start";
+    return;
+  }
+  display = ":" + number;
+}
+
+XServer::~XServer() = default;
+
+bool XServer::StartCompositor() {
+  compositor = std::make_unique<Process>(
+      OnDisplay({"picom", "--backend", "xrender", "--config", "/dev/null"}));
+  const XClient client(display);
+  return Eventually([&client] { return HasCompositor(client); });
+}
+
+bool XServer::StartWindowManager() {
+  // It announces itself before it is ready for windows; this it runs when it is.
+  windowManager = std::make_unique<Process>(
+      OnDisplay({"openbox", "--sm-disable", "--startup", "xsetroot -name ready"}));
+  const XClient client(display);
+  return Eventually([&client] { return client.HasRootProperty("WM_NAME"); });
+}
+
+std::vector<std::string> XServer::OnDisplay(const std::vector<std::string>& command) const {
+  std::vector<std::string> whole = {"env", "DISPLAY=" + display};
+  whole.insert(whole.end(), command.begin(), command.end());
+  return whole;
+}
+
+bool XServer::Click(int x, int y) {
+  return RunToEnd(OnDisplay(
+             {"xdotool", "mousemove", std::to_string(x), std::to_string(y), "click", "1"})) == 0;
+}
+
+bool XServer::ChangeMonitors(const std::vector<std::string>& words) {
+  std::vector<std::string> command = {"xrandr"};
+  command.insert(command.end(), words.begin(), words.end());
+  return RunToEnd(OnDisplay(command)) == 0;
+}
+
+void XServer::Kill() {
+  server->End(SIGKILL);
+  // What it would have removed itself.
+  const std::string number = display.substr(1);
+  unlink(("/tmp/.X" + number + "-lock").c_str());
+  unlink(("/tmp/.X11-unix/X" + number).c_str());
+}
+
+bool Eventually(const std::function<bool()>& holds) {
+  const auto end = std::chrono::steady_clock::now() + std::chrono::milliseconds(kPatienceMs);
+  while (!holds()) {
+    if (std::chrono::steady_clock::now() > end) {
+      return false;
+    }
+    std::this_thread::sleep_for(std::chrono::milliseconds(5));
+  }
+  return true;
+}
