@@ -183,9 +183,8 @@ void Annotation::DrawShapePath(Gdiplus::Graphics* graphics, CurrentAnnotPageSize
     }
     ++next;
     pixels.resize(list.size());
-    std::transform(list.begin(), list.end(), pixels.begin(), [](const AnnotationPoint& point) {
-      return Gdiplus::Point(point.x, point.y);
-    });
+    std::transform(list.begin(), list.end(), pixels.begin(),
+                   [](const AnnotationPoint& point) { return Gdiplus::Point(point.x, point.y); });
     if (before != nullptr && !before->empty() && !list.empty()) {
       const Gdiplus::Point join[] = {{before->back().x, before->back().y}, pixels.front()};
       graphics->DrawLines(&stroke, join, 2);
