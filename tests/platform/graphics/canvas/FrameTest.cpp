@@ -89,6 +89,9 @@ class Editor {
     GridPoint at = {Below(width), Below(height)};
     for (int count = 1 + Below(60); count > 0; --count) {
       mark.points.push_back(at);
+      if (Below(6) == 0) {
+        mark.points.push_back(at);
+      }
       const int step = 1 + Below(Below(4) == 0 ? 60 : 6);
       at = {at.x + Below(2 * step + 1) - step, at.y + Below(2 * step + 1) - step};
     }
@@ -185,6 +188,35 @@ TEST(FrameTest, AnySequenceOfEditsShowsWhatPaintingFromScratchShows) {
       ASSERT_FALSE(HasFailure()) << "seed " << seed << ", step " << step;
       ExpectChangesWithin(before, screen.Pixels(), areas);
     }
+  }
+}
+
+// The same lines, each painted in one go.
+std::vector<std::uint32_t> PaintLines(const Page& page) {
+  std::vector<std::uint32_t> pixels(kWidth * kHeight);
+  raster::Rasterizer rasterizer;
+  rasterizer.SetTarget({pixels.data(), kWidth, kHeight, kWidth}, {0, 0, kWidth, kHeight});
+  rasterizer.Clear(page.background);
+  for (const Mark& mark : page.marks) {
+    rasterizer.Stroke(mark.points, mark.kind == 1, mark.width, mark.argb);
+  }
+  return pixels;
+}
+
+TEST(FrameTest, ALineLosesNothingByBeingPaintedPartByPart) {
+  for (std::uint32_t seed = 1; seed <= 60; ++seed) {
+    Editor editor(seed, kWidth, kHeight);
+    Page page;
+    while (page.marks.size() < 12) {
+      const Mark mark = editor.NewMark();
+      if (mark.kind <= 1) {
+        page.marks.push_back(mark);
+      }
+    }
+    Screen screen(kWidth, kHeight, 1);
+    screen.Show(page);
+    ExpectSame(screen.Pixels(), PaintLines(page));
+    ASSERT_FALSE(HasFailure()) << "seed " << seed;
   }
 }
 
