@@ -5,7 +5,7 @@ namespace whiteboard {
 Hand::Hand(Participant& participant, Meeting& meeting)
     : participant(participant), meeting(meeting) {}
 
-void Hand::Press(const Style& style, POINT point) {
+void Hand::Press(const Style& style, POINT point, bool band) {
   if (isDown) {
     return;
   }
@@ -15,7 +15,7 @@ void Hand::Press(const Style& style, POINT point) {
     isDown = true;
     Erase(point);
   } else if (tool == Tool::kSelect) {
-    isDown = participant.StartSelecting(point);
+    isDown = participant.StartSelecting(point, band);
   } else {
     participant.TakePen(style);
     isDown = participant.Press(point);

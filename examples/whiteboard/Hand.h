@@ -14,8 +14,9 @@ class Hand {
   Hand(Participant& participant, Meeting& meeting);
 
   bool IsDown() const { return isDown; }
-  // Starts what the style's tool does; does nothing while a gesture is under way.
-  void Press(const Style& style, POINT point);
+  // Starts what the style's tool does; does nothing while a gesture is under way. With `band`,
+  // selecting drags out a frame wherever it starts.
+  void Press(const Style& style, POINT point, bool band);
   void Move(POINT point);
   // Ends the gesture where it got to.
   void Release();

@@ -5,7 +5,7 @@ namespace whiteboard {
 const std::vector<HelpLine>& HelpLines() {
   static const std::vector<HelpLine> lines = {
       {"P  L  R  E  T  Y", "Pen, line, rectangle, ellipse, triangle, right triangle"},
-      {"S", "Select: click a mark or drag a frame, then drag the selection"},
+      {"S", "Select: drag a mark, or, beside marks or with Shift, a frame around some"},
       {"X, right button", "Eraser"},
       {"Delete", "Delete the selection"},
       {"1 … 8", "Colour; the last one is a marker"},

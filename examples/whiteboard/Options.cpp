@@ -40,16 +40,18 @@ std::optional<Options> ParseOptions(int argc, const char* const* argv) {
   Options options;
   std::string size = "1280x860";
   std::string peer = "Peer";
+  bool hasPeer = false;
   CLI::App app("A whiteboard on the desktop, drawn by the Parchlet engine.", "parchlet-whiteboard");
   app.footer(HelpText());
   app.set_version_flag("--version", "parchlet-whiteboard " PARCHLET_VERSION,
                        "Print the version and exit");
   app.add_option("contents", options.contents,
                  "Pictures to draw on, one page each; a folder of pictures is a document");
-  app.add_option("--name", options.name, "Your nickname")->capture_default_str();
-  CLI::Option* withPeer = app.add_option(
-      "--peer", peer, "A second participant, with a window and a nickname of its own");
-  withPeer->expected(0, 1)->type_name("NAME");
+  app.add_option("--name", options.name, "Your nickname")->type_name("NAME")->capture_default_str();
+  app.add_flag("--peer", hasPeer, "A second participant, with a window of its own");
+  app.add_option("--peer-name", peer, "The second participant's nickname")
+      ->type_name("NAME")
+      ->capture_default_str();
   CLI::Option* overlay = app.add_flag("--overlay", options.overlay, "Draw over the live desktop");
   app.add_option("--monitor", options.monitor, "The monitor to draw over (default: the main one)")
       ->type_name("NAME")
@@ -70,7 +72,7 @@ std::optional<Options> ParseOptions(int argc, const char* const* argv) {
     throw Failure(std::string(error.what()) + " (see --help)");
   }
   ParseSize(size, options);
-  if (withPeer->count() > 0) {
+  if (hasPeer) {
     options.peer = peer;
   }
   if (!std::filesystem::is_directory(options.exportFolder)) {

@@ -139,8 +139,27 @@ const Annotation* Participant::Release(POINT point) {
   return mark;
 }
 
-bool Participant::StartSelecting(POINT point) {
-  return engine.StartSelecting(documentId, pageId, "", "", point) == 1;
+bool Participant::StartSelecting(POINT point, bool band) {
+  if (band) {
+    TakeSelection();
+  }
+  const std::vector<std::string> before = SelectedIds();
+  const bool isStarted = engine.StartSelecting(documentId, pageId, "", "", point) == 1;
+  const std::vector<std::string> after = SelectedIds();
+  if (isStarted && !band && !after.empty() && after != before) {
+    // The press has selected a mark; the same press again takes hold of it.
+    engine.EndSelecting();
+    return engine.StartSelecting(documentId, pageId, "", "", point) == 1;
+  }
+  return isStarted;
+}
+
+std::vector<std::string> Participant::SelectedIds() {
+  std::vector<std::string> ids;
+  for (const auto& [id, mark] : engine.GetSelectedAnnotations(documentId, pageId)) {
+    ids.push_back(id);
+  }
+  return ids;
 }
 
 void Participant::MoveSelecting(POINT point) {

@@ -37,8 +37,9 @@ class Participant {
   // mark, which waits for its echo.
   const Annotation* Release(POINT point);
 
-  // Selecting and moving the selection.
-  bool StartSelecting(POINT point);
+  // Selecting and moving the selection. A press on a mark starts to move it, with what is selected
+  // besides; anywhere else, and wherever `band` says so, it starts to drag out a frame.
+  bool StartSelecting(POINT point, bool band);
   void MoveSelecting(POINT point);
   // Gives the marks that the gesture moved.
   std::vector<const Annotation*> EndSelecting();
@@ -66,6 +67,7 @@ class Participant {
 
  private:
   void PutOnPage(const Page& page);
+  std::vector<std::string> SelectedIds();
 
   std::string userId;
   std::string nickname;

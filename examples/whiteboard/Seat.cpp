@@ -126,7 +126,7 @@ void Seat::HandlePress(const xcb_button_press_event_t& event) {
     xcb_set_input_focus(session.Get(), XCB_INPUT_FOCUS_POINTER_ROOT, window.Id(), event.time);
   }
   pressedButton = event.detail;
-  hand.Press(style, PointOf(event));
+  hand.Press(style, PointOf(event), (event.state & XCB_MOD_MASK_SHIFT) != 0);
 }
 
 void Seat::HandleMotion(const xcb_motion_notify_event_t& event) {
