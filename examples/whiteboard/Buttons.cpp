@@ -7,7 +7,7 @@ namespace {
 constexpr int kSide = 40;
 constexpr int kColorSide = 30;
 constexpr int kWidthSide = 32;
-constexpr int kGap = 15;
+constexpr int kGap = 12;
 constexpr int kEdge = 10;
 constexpr int kSmallSide = 28;
 constexpr int kDocumentWidth = 170;

@@ -162,6 +162,21 @@ TEST(X11Overlay, StaysBelowTheHostsToolbarAndRaisesIt) {
   EXPECT_EQ(host.WaitForPress(), toolbar);
 }
 
+TEST(X11Overlay, GoesBelowAToolThatAWindowManagerPutsBelowIt) {
+  XServer server({"-screen", "0", "640x480x24"});
+  NEEDS_X_SERVER(server);
+  ASSERT_TRUE(server.StartWindowManager());
+  XClient host(server.Display());
+  X11Overlay overlay(server.Display(), {0, 0, 640, 480});
+  const TestFrame frame(640, 480, kGreen);
+  ASSERT_TRUE(overlay.Present(frame.Get()));
+  // Not in its frame yet: the window manager puts that below the overlay.
+  ASSERT_TRUE(overlay.KeepBelow(host.ShowFullScreenWindow(0xFFFF00))) << overlay.GetError();
+  EXPECT_TRUE(Eventually([&] {
+    return overlay.Present(frame.Get()) && host.Look({50, 50, 51, 51}).At(50, 50) == 0xFFFF00;
+  })) << overlay.GetError();
+}
+
 TEST(X11Overlay, TwoOverlaysLeaveEachOtherInPeace) {
   XServer server({"-screen", "0", "640x480x24"});
   NEEDS_X_SERVER(server);

@@ -143,18 +143,26 @@ void XClient::HearButtons(xcb_window_t window) {
   Settle();
 }
 
+xcb_window_t XClient::NextPress() {
+  while (const Owned<xcb_generic_event_t> event{xcb_poll_for_event(connection)}) {
+    if ((event->response_type & 0x7F) == XCB_BUTTON_PRESS) {
+      return reinterpret_cast<const xcb_button_press_event_t*>(event.get())->event;
+    }
+  }
+  return XCB_NONE;
+}
+
 xcb_window_t XClient::WaitForPress() {
   xcb_window_t pressed = XCB_NONE;
   Eventually([&] {
-    while (const Owned<xcb_generic_event_t> event{xcb_poll_for_event(connection)}) {
-      if ((event->response_type & 0x7F) == XCB_BUTTON_PRESS) {
-        pressed = reinterpret_cast<const xcb_button_press_event_t*>(event.get())->event;
-        return true;
-      }
-    }
-    return false;
+    pressed = NextPress();
+    return pressed != XCB_NONE;
   });
   return pressed;
+}
+
+bool XClient::HasPress(xcb_window_t window) {
+  return NextPress() == window;
 }
 
 void XClient::LoseContent(xcb_window_t window, const RECT& area) {
