@@ -127,8 +127,15 @@ void XClient::MoveWindow(xcb_window_t window, const RECT& area) {
 }
 
 void XClient::RaiseWindow(xcb_window_t window) {
-  const std::uint32_t above = XCB_STACK_MODE_ABOVE;
-  xcb_configure_window(connection, window, XCB_CONFIG_WINDOW_STACK_MODE, &above);
+  Stack(window, XCB_STACK_MODE_ABOVE);
+}
+
+void XClient::LowerWindow(xcb_window_t window) {
+  Stack(window, XCB_STACK_MODE_BELOW);
+}
+
+void XClient::Stack(xcb_window_t window, std::uint32_t mode) {
+  xcb_configure_window(connection, window, XCB_CONFIG_WINDOW_STACK_MODE, &mode);
   Settle();
 }
 

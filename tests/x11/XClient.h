@@ -34,6 +34,7 @@ class XClient {
   xcb_window_t ShowAlphaWindow(const RECT& area);
   void MoveWindow(xcb_window_t window, const RECT& area);
   void RaiseWindow(xcb_window_t window);
+  void LowerWindow(xcb_window_t window);
   void DestroyWindow(xcb_window_t window);
   void HearButtons(xcb_window_t window);
   // Waits for the next press of a button on one of this client's windows; none for none.
@@ -55,6 +56,7 @@ class XClient {
   xcb_window_t CreateWindow(const RECT& area, std::uint32_t color, bool isManaged);
   xcb_atom_t Atom(const std::string& name) const;
   xcb_window_t NextPress();
+  void Stack(xcb_window_t window, std::uint32_t mode);
   void Settle() const;
 
   xcb_connection_t* connection;
