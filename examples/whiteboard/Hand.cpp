@@ -36,6 +36,18 @@ void Hand::Move(POINT point) {
   last = point;
 }
 
+void Hand::Show() {
+  constexpr auto kBetween = std::chrono::milliseconds(40);  // a frame of the engine
+  const auto now = std::chrono::steady_clock::now();
+  if (!isDown || tool == Tool::kErase || tool == Tool::kSelect || now - lastShown < kBetween) {
+    return;
+  }
+  if (const Annotation* mark = participant.Drawing()) {
+    meeting.Preview(*mark);
+    lastShown = now;
+  }
+}
+
 void Hand::Release() {
   if (!isDown) {
     return;
@@ -46,8 +58,12 @@ void Hand::Release() {
       meeting.Relay(*mark);
     }
   } else if (tool != Tool::kErase) {
+    const Annotation* shown = participant.Drawing();
+    const std::string id = shown != nullptr ? shown->GetAnnotationId() : std::string();
     if (const Annotation* mark = participant.Release(last)) {
       meeting.Relay(*mark);
+    } else {
+      meeting.Erase({id});
     }
   }
 }

@@ -1,6 +1,8 @@
 // Hand.h - one participant's pointer on the page.
 #pragma once
 
+#include <chrono>
+
 #include "Meeting.h"
 #include "Participant.h"
 #include "Tools.h"
@@ -18,6 +20,8 @@ class Hand {
   // selecting drags out a frame wherever it starts.
   void Press(const Style& style, POINT point, bool band);
   void Move(POINT point);
+  // Lets the others see how far a drawing has got, now and then.
+  void Show();
   // Ends the gesture where it got to.
   void Release();
 
@@ -29,6 +33,7 @@ class Hand {
   Tool tool = Tool::kPath;
   POINT last = {0, 0};
   bool isDown = false;
+  std::chrono::steady_clock::time_point lastShown;
 };
 
 }  // namespace whiteboard

@@ -13,8 +13,8 @@ namespace {
 // Until the participant's window says otherwise.
 constexpr SIZE kFirstSize = {640, 400};
 
-// What carries a mark to everybody. A picture travels as a copy that shares its pixels.
-std::vector<replay::Fragment> Pack(const Annotation& mark, std::int32_t order) {
+// A picture travels as a copy that shares its pixels.
+std::vector<replay::Fragment> TakeApart(const Annotation& mark, std::int32_t order) {
   if (mark.type != AnnotationTypePicture) {
     return replay::Split(mark, order);
   }
@@ -34,23 +34,49 @@ void Meeting::Join(Participant& participant, SIZE size) {
   participant.OpenDocument(CurrentDocument(), size);
 }
 
-void Meeting::Relay(const Annotation& mark) {
-  const std::string id = mark.GetAnnotationId();
-  std::map<std::string, SentMark>& marks = Shown().CurrentPage().marks;
-  const auto known = marks.find(id);
-  // All of them first: the first echo changes the author's mark.
+SentMark Meeting::Pack(const Annotation& mark) {
+  const std::map<std::string, SentMark>& marks = Shown().CurrentPage().marks;
+  const auto known = marks.find(mark.GetAnnotationId());
   const std::int32_t itsOrder =
       known != marks.end() ? known->second.fragments.front()->order : ++order;
-  SentMark sent{mark.userId, Pack(mark, itsOrder)};
-  if (sent.fragments.empty()) {
-    return;
+  SentMark sent{mark.userId, {}};
+  for (const replay::Fragment& fragment : TakeApart(mark, itsOrder)) {
+    auto named = std::make_shared<Annotation>(*fragment);
+    for (const Participant* participant : participants) {
+      if (participant->UserId() == mark.userId) {
+        named->nickname = participant->Nickname();
+      }
+    }
+    sent.fragments.push_back(std::move(named));
   }
+  return sent;
+}
+
+void Meeting::Relay(const Annotation& mark) {
+  // All of it first: the first echo changes the author's mark.
+  const std::string id = mark.GetAnnotationId();
+  SentMark sent = Pack(mark);
   for (Participant* participant : participants) {
     for (const replay::Fragment& fragment : sent.fragments) {
       participant->Receive(*fragment);
     }
   }
-  marks.insert_or_assign(id, std::move(sent));
+  Shown().CurrentPage().marks.insert_or_assign(id, std::move(sent));
+}
+
+void Meeting::Preview(const Annotation& mark) {
+  std::map<std::string, SentMark>& marks = Shown().CurrentPage().marks;
+  const auto known = marks.find(mark.GetAnnotationId());
+  // A stroke grows at its end: what fills its fragments has arrived.
+  const std::size_t first = known != marks.end() ? known->second.fragments.size() - 1 : 0;
+  SentMark sent = Pack(mark);
+  for (Participant* participant : participants) {
+    for (std::size_t i = first; participant->UserId() != mark.userId && i < sent.fragments.size();
+         ++i) {
+      participant->Receive(*sent.fragments[i]);
+    }
+  }
+  marks.insert_or_assign(mark.GetAnnotationId(), std::move(sent));
 }
 
 void Meeting::Erase(const std::vector<std::string>& annotationIds) {

@@ -28,7 +28,10 @@ class Meeting {
   // Another number whenever the participants look at another page.
   std::uint64_t Revision() const { return revision; }
 
+  // Sends a finished mark, or one that was moved.
   void Relay(const Annotation& mark);
+  // Sends a mark that is still being drawn to everybody but its author.
+  void Preview(const Annotation& mark);
   void Erase(const std::vector<std::string>& annotationIds);
   // Erases that author's latest mark on the page, if any.
   void TakeBack(const std::string& author);
@@ -44,6 +47,8 @@ class Meeting {
   void NextDocument();
 
  private:
+  // What carries the mark to everybody, with its author's nickname.
+  SentMark Pack(const Annotation& mark);
   Document& Shown() { return documents[current]; }
   void Open(std::size_t document);
   void TurnTo(std::size_t page);

@@ -39,18 +39,22 @@ AnnotationPageInfo InfoOf(SIZE size, bool transparent) {
 }  // namespace
 
 Participant::Participant(std::string userId, std::string nickname, HWND window, bool transparent)
-    : userId(std::move(userId)), window(window), transparent(transparent) {
+    : userId(std::move(userId)),
+      nickname(std::move(nickname)),
+      window(window),
+      transparent(transparent) {
   constexpr unsigned int kTipText = 0xFFFFFFFF;
   constexpr unsigned int kTipBox = 0xD01971C2;
   constexpr unsigned int kTipSize = 15;
-  SetNickname(nickname);
+  // Without a nickname: one's own name beside one's own strokes is only in the way. The relay names
+  // them to the others.
+  engine.SetUserInfo(this->userId, "", "");
   engine.SetNicknameTip(kTipText, kTipSize, "", kTipBox);
   engine.Init();
 }
 
 void Participant::SetNickname(const std::string& newNickname) {
   nickname = newNickname;
-  engine.SetUserInfo(userId, "", nickname);
 }
 
 void Participant::OpenDocument(const Document& document, SIZE size) {
@@ -117,6 +121,13 @@ bool Participant::Press(POINT point) {
 
 void Participant::Move(POINT point) {
   engine.MoveDrawing(point);
+}
+
+const Annotation* Participant::Drawing() {
+  std::string document;
+  std::string page;
+  const std::string id = engine.GetCurrentAnnotationInfo(document, page);
+  return engine.GetLocalAnnotation(documentId, pageId, id);
 }
 
 const Annotation* Participant::Release(POINT point) {

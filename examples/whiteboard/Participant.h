@@ -33,8 +33,10 @@ class Participant {
   void TakePen(const Style& style);
   bool Press(POINT point);
   void Move(POINT point);
-  // Ends the drawing; null when there was none or it has no extent and vanishes. The page owns the
-  // mark, which waits for its echo.
+  // The mark that is being drawn, which the page owns; null when there is none.
+  const Annotation* Drawing();
+  // Ends the drawing and gives its mark, which the page owns and which waits for its echo; null
+  // when there was none or it has no extent and vanishes.
   const Annotation* Release(POINT point);
 
   // Selecting and moving the selection. A press on a mark starts to move it, with what is selected

@@ -154,6 +154,7 @@ void Seat::HandleConfigure(const xcb_configure_notify_event_t& event) {
 }
 
 void Seat::Settle() {
+  hand.Show();
   if (!isPlaced || seenRevision != meeting.Revision()) {
     Place();
   }

@@ -36,6 +36,18 @@ bool Person::Drag(const std::vector<POINT>& way, const std::string& button) {
   return server.Run(command) == 0;
 }
 
+bool Person::Press(POINT at) {
+  return Go(at) && server.Run({"xdotool", "mousedown", "1"}) == 0;
+}
+
+bool Person::Go(POINT to) {
+  return server.Run({"xdotool", "mousemove", std::to_string(to.x), std::to_string(to.y)}) == 0;
+}
+
+bool Person::Release() {
+  return server.Run({"xdotool", "mouseup", "1"}) == 0;
+}
+
 bool Person::PressKeys(POINT at, const std::vector<std::string>& keys) {
   std::vector<std::string> command = {"xdotool", "mousemove", std::to_string(at.x),
                                       std::to_string(at.y), "key"};

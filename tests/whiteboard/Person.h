@@ -33,6 +33,9 @@ class Person {
 
   // Drags the pointer, the first button held, along places of the screen.
   bool Drag(const std::vector<POINT>& way, const std::string& button = "1");
+  bool Press(POINT at);
+  bool Go(POINT to);
+  bool Release();
   // Presses keys, by the names that xdotool knows, with the pointer at that place.
   bool PressKeys(POINT at, const std::vector<std::string>& keys);
   bool Type(const std::string& text);

@@ -123,6 +123,35 @@ TEST(Whiteboard, WhatOneDrawsTheOtherSeesAndBothAgree) {
   EXPECT_TRUE(Eventually(agree));
 }
 
+TEST(Whiteboard, TheOtherSeesAStrokeWhileItIsDrawnAndWhoDrawsIt) {
+  Person pair;
+  NEEDS_X_SERVER(pair);
+  ASSERT_TRUE(pair.Start({"--peer", "--name", "张三"}, {kWindowWidth + 4, 4}));
+  const RECT mine = Person::Page();
+  const RECT theirs = Person::PeerPage();
+  ASSERT_TRUE(pair.PressKeys(Person::At(mine, 0.5, 0.5), {"2", "l"}));
+  const POINT start = Person::At(mine, 0.3, 0.3);
+  ASSERT_TRUE(pair.Press(start));
+  // The tip's box lies where the stroke starts, for two seconds.
+  constexpr std::uint32_t kTipOverPaper = 0x438BCD;
+  const POINT tip = {Person::At(theirs, 0.3, 0.3).x + 2, Person::At(theirs, 0.3, 0.3).y + 18};
+  const POINT ink = Person::At(theirs, 0.5, 0.3);
+  bool hasSeenTip = false;
+  bool hasSeenInk = false;
+  EXPECT_TRUE(Eventually([&] {
+    const bool isMoving =
+        pair.Go(Person::At(mine, 0.7, 0.31)) && pair.Go(Person::At(mine, 0.7, 0.3));
+    const Screenshot shot = pair.Look(theirs);
+    hasSeenTip = hasSeenTip || IsNear(shot.At(tip.x, tip.y), kTipOverPaper);
+    hasSeenInk = hasSeenInk || IsNear(shot.At(ink.x, ink.y), kRed);
+    return isMoving && hasSeenTip && hasSeenInk;
+  })) << "tip "
+      << hasSeenTip << ", ink " << hasSeenInk;
+  // A shape that shrinks to nothing leaves nothing behind.
+  ASSERT_TRUE(pair.Go(start) && pair.Release());
+  EXPECT_TRUE(pair.Sees(ink, kPaper));
+}
+
 TEST(Whiteboard, AServerThatGoesAwayMidStrokeEndsItInWords) {
   Person ada;
   NEEDS_X_SERVER(ada);
