@@ -86,15 +86,16 @@ void ContentWindow::Resize(int width, int height) {
   }
 }
 
+bool ContentWindow::IsSameRow(const LayeredFrame& frame, const RECT& area, LONG y) const {
+  return std::memcmp(RowOf(frame, area.left, y), &ink.pixels[At(ink, area.left, y)],
+                     RowBytes(area)) == 0;
+}
+
 RECT ContentWindow::Narrow(const LayeredFrame& frame, RECT area) const {
-  const auto isSame = [&](LONG y) {
-    return std::memcmp(RowOf(frame, area.left, y), &ink.pixels[At(ink, area.left, y)],
-                       RowBytes(area)) == 0;
-  };
-  while (area.top < area.bottom && isSame(area.top)) {
+  while (area.top < area.bottom && IsSameRow(frame, area, area.top)) {
     ++area.top;
   }
-  while (area.top < area.bottom && isSame(area.bottom - 1)) {
+  while (area.top < area.bottom && IsSameRow(frame, area, area.bottom - 1)) {
     --area.bottom;
   }
   return area;

@@ -33,6 +33,8 @@ class ContentWindow final : public LayeredWindow {
 
  private:
   void Resize(int width, int height) PARCHLET_REQUIRES(mutex);
+  bool IsSameRow(const LayeredFrame& frame, const RECT& area, LONG y) const
+      PARCHLET_REQUIRES(mutex);
   // Keeps the rows in the middle that differ from the frame before; an empty area when none does.
   RECT Narrow(const LayeredFrame& frame, RECT area) const PARCHLET_REQUIRES(mutex);
   void Take(const LayeredFrame& frame, const RECT& area) PARCHLET_REQUIRES(mutex);
