@@ -12,7 +12,7 @@ const std::vector<HelpLine>& HelpLines() {
       {"[  ]", "Thinner, thicker"},
       {"Ctrl+Z", "Take back my last mark"},
       {"C, Shift+C", "Clear my marks, clear everybody's"},
-      {"I", "Place a picture, by its path"},
+      {"I", "Place a picture, by its path; or drop files on the window"},
       {"B", "Background picture of the page, by its path"},
       {"Page Up, Page Down", "Previous page, next page"},
       {"N, Shift+Delete", "New page, delete the page"},

@@ -35,6 +35,7 @@ Seat::Seat(XSession& session, Keyboard& keyboard, Meeting& meeting, const Order&
       width(order.area.right - order.area.left),
       height(order.area.bottom - order.area.top),
       window(session, LooksOf(order)),
+      drops(session, window.Id()),
       canvas(order.overlay ? MakeOverlayCanvas(session, window, order.monitor)
                            : MakeWindowCanvas(window)),
       participant(order.userId, order.nickname, canvas->Handle(), order.overlay),
@@ -51,6 +52,10 @@ Seat::Seat(XSession& session, Keyboard& keyboard, Meeting& meeting, const Order&
 Seat::Wish Seat::Handle(const xcb_generic_event_t& event) {
   if (window.IsCloseRequest(event)) {
     return Wish::kQuit;
+  }
+  if (const auto dropped = drops.Handle(event)) {
+    PlacePictures(*dropped);
+    return Wish::kNothing;
   }
   switch (event.response_type & 0x7F) {
     case XCB_KEY_PRESS:

@@ -9,6 +9,7 @@
 #include "BarPainter.h"
 #include "Buttons.h"
 #include "Canvas.h"
+#include "DropTarget.h"
 #include "Hand.h"
 #include "HostWindow.h"
 #include "Keyboard.h"
@@ -60,6 +61,7 @@ class Seat {
   void SetClickThrough();
   void Ask(Command command, const std::string& label, const std::string& answer);
   void TakeAnswer();
+  void PlacePictures(const std::vector<std::string>& paths);
   void Say(const std::string& message, bool isComplaint = false);
 
   void Place();
@@ -72,6 +74,7 @@ class Seat {
   int width;
   int height;
   HostWindow window;
+  DropTarget drops;
   std::unique_ptr<Canvas> canvas;
   Participant participant;
   Hand hand;

@@ -173,12 +173,25 @@ void Seat::TakeAnswer() {
       window.SetTitle(given.answer + " — whiteboard");
       Say("You are " + given.answer);
     } else if (given.command == Command::kPicture && !given.answer.empty()) {
-      meeting.Relay(participant.PlacePicture(CleanPath(given.answer)));
-      state.style.tool = Tool::kSelect;
-      Say("Drag the picture where it belongs");
+      PlacePictures({given.answer});
     } else if (given.command == Command::kBackground && !given.answer.empty()) {
       meeting.SetBackground(CleanPath(given.answer));
       Say("");
+    }
+  } catch (const Failure& failure) {
+    Say(failure.what(), true);
+  }
+}
+
+void Seat::PlacePictures(const std::vector<std::string>& paths) {
+  hand.Release();
+  try {
+    for (const std::string& path : paths) {
+      meeting.Relay(participant.PlacePicture(CleanPath(path)));
+    }
+    if (!paths.empty()) {
+      state.style.tool = Tool::kSelect;
+      Say("Drag the picture where it belongs");
     }
   } catch (const Failure& failure) {
     Say(failure.what(), true);

@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "platform/image/Picture.h"
+#include "whiteboard/DropSource.h"
 #include "whiteboard/Person.h"
 
 namespace {
@@ -106,4 +107,16 @@ TEST(WhiteboardPages, PicturesComeByTheirPathAndCanBeDragged) {
   EXPECT_TRUE(ada.Sees(Person::At(Person::PeerPage(), 0.7, 0.7), kSky & 0xFFFFFF));
   ASSERT_TRUE(ada.PressKeys(corner, {"b"}) && ada.Type(path) && ada.PressKeys(corner, {"Return"}));
   EXPECT_TRUE(ada.Sees(OnPage(0.5, 0.02), kSky & 0xFFFFFF)) << "in the page's middle";
+}
+
+TEST(WhiteboardPages, FilesDroppedOnTheWindowArePlaced) {
+  Person ada;
+  NEEDS_X_SERVER(ada);
+  const std::string path = WritePicture(ada.Folder(), "a sky.png", kSky);
+  ASSERT_TRUE(ada.Start());
+  DropSource files(ada.Server().Display());
+  const std::string uri = "file://" + ada.Folder().Path().string() + "/a%20sky.png";
+  EXPECT_TRUE(files.Drop("# of a file manager\r\n" + uri + "\r\n"));
+  EXPECT_TRUE(ada.Sees(OnPage(0.1, 0.1), kSky & 0xFFFFFF));
+  EXPECT_FALSE(files.Drop("")) << "nothing is taken that is not there";
 }
