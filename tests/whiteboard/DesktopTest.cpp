@@ -24,11 +24,12 @@ TEST(WhiteboardOverDesktop, InkLiesOverOtherWindowsAndClicksPassThroughOnWish) {
   ASSERT_TRUE(
       Eventually([&] { return ada.Server().Click(700, 500) && ada.Desk().HasPress(below); }));
   EXPECT_TRUE(ada.Sees({700, 400}, kRed));
-  ASSERT_TRUE(ada.PressKeys({700, 40}, {"F9"}));
+  ASSERT_TRUE(ada.PressKeys(kBar, {"F9"}));
   EXPECT_TRUE(Eventually([&] {
     return ada.Drag({{400, 550}, {900, 550}}) &&
            ada.Desk().Look({700, 550, 701, 551}).At(700, 550) == kRed;
   }));
+  EXPECT_EQ(ada.Quit(), 0);
 }
 
 TEST(WhiteboardOverDesktop, WithoutACompositorItRefusesInsteadOfHidingTheDesktop) {

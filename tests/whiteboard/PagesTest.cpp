@@ -66,6 +66,7 @@ TEST(WhiteboardPages, PagesAndDocumentsKeepTheirMarks) {
   // A mark that came back with its document is as good as new.
   ASSERT_TRUE(ada.PressKeys(middle, {"ctrl+z"}));
   EXPECT_TRUE(ada.Sees(middle, kPaper));
+  EXPECT_EQ(ada.Quit(), 0);
 }
 
 TEST(WhiteboardPages, InkLiesOverThePagesPictureAndTheExportIsWhatTheScreenShows) {
@@ -91,6 +92,7 @@ TEST(WhiteboardPages, InkLiesOverThePagesPictureAndTheExportIsWhatTheScreenShows
         picture.pixels[row * static_cast<std::size_t>(picture.width) + static_cast<std::size_t>(x)];
     ASSERT_TRUE(IsNear(shot.At(page.left + x, y), color & 0xFFFFFF)) << "column " << x;
   }
+  EXPECT_EQ(ada.Quit(), 0);
 }
 
 TEST(WhiteboardPages, PicturesComeByTheirPathAndCanBeDragged) {
@@ -107,6 +109,7 @@ TEST(WhiteboardPages, PicturesComeByTheirPathAndCanBeDragged) {
   EXPECT_TRUE(ada.Sees(Person::At(Person::PeerPage(), 0.7, 0.7), kSky & 0xFFFFFF));
   ASSERT_TRUE(ada.PressKeys(corner, {"b"}) && ada.Type(path) && ada.PressKeys(corner, {"Return"}));
   EXPECT_TRUE(ada.Sees(OnPage(0.5, 0.02), kSky & 0xFFFFFF)) << "in the page's middle";
+  EXPECT_EQ(ada.Quit(), 0);
 }
 
 TEST(WhiteboardPages, FilesDroppedOnTheWindowArePlaced) {
@@ -119,4 +122,5 @@ TEST(WhiteboardPages, FilesDroppedOnTheWindowArePlaced) {
   EXPECT_TRUE(files.Drop("# of a file manager\r\n" + uri + "\r\n"));
   EXPECT_TRUE(ada.Sees(OnPage(0.1, 0.1), kSky & 0xFFFFFF));
   EXPECT_FALSE(files.Drop("")) << "nothing is taken that is not there";
+  EXPECT_EQ(ada.Quit(), 0);
 }

@@ -59,6 +59,10 @@ bool Person::Type(const std::string& text) {
   return server.Run({"xdotool", "type", "--delay", "1", text}) == 0;
 }
 
+int Person::Quit() {
+  return PressKeys(At(Page(), 0.5, 0.5), {"ctrl+q"}) ? program->WaitForEnd() : -1;
+}
+
 RECT Person::PageIn(const RECT& window, double aspect) {
   const RECT page =
       whiteboard::MakeLayout(window.right - window.left, window.bottom - window.top, aspect).page;

@@ -40,6 +40,9 @@ class Person {
   bool PressKeys(POINT at, const std::vector<std::string>& keys);
   bool Type(const std::string& text);
 
+  // Quits the program and gives its exit code, which tells of what a sanitizer found in it as well.
+  int Quit();
+
   // The page's place on the screen in a window of that size and place.
   static RECT PageIn(const RECT& window, double aspect = 1.6);
   // The pages of the first window and of the peer's.

@@ -30,6 +30,7 @@ TEST(Whiteboard, AStrokeAppearsWhereItWasDrawn) {
   EXPECT_TRUE(ada.Sees(OnPage(0.1, 0.5), kInk));
   EXPECT_TRUE(ada.Sees(OnPage(0.2, 0.5), kInk));
   EXPECT_TRUE(ada.Sees(OnPage(0.15, 0.5), kPaper));
+  EXPECT_EQ(ada.Quit(), 0);
 }
 
 // A comb of so many teeth: where a point is lost, so is a tooth.
@@ -55,6 +56,7 @@ TEST(Whiteboard, EveryPointOfAQuickStrokeIsDrawn) {
     EXPECT_TRUE(IsNear(shot.At(first.x + tooth * kPitch, bottom - 9), kInk)) << "tooth " << tooth;
     EXPECT_TRUE(tooth == 0 || IsNear(shot.At(first.x + tooth * kPitch - 2, bottom - 9), kPaper));
   }
+  EXPECT_EQ(ada.Quit(), 0);
 }
 
 TEST(Whiteboard, TheEraserTakesAMarkAndADragMovesOne) {
@@ -73,6 +75,7 @@ TEST(Whiteboard, TheEraserTakesAMarkAndADragMovesOne) {
   EXPECT_TRUE(ada.Sees(OnPage(0.3, 0.6), kPaper));
   ASSERT_TRUE(ada.PressKeys(OnPage(0.5, 0.5), {"Delete"}));
   EXPECT_TRUE(ada.Sees(OnPage(0.6, 0.8), kPaper));
+  EXPECT_EQ(ada.Quit(), 0);
 }
 
 TEST(Whiteboard, ResizingTheWindowScalesThePage) {
@@ -92,6 +95,7 @@ TEST(Whiteboard, ResizingTheWindowScalesThePage) {
   EXPECT_TRUE(ada.Sees(Person::At(small, 0.83, 0.4), kPaper));
   ASSERT_TRUE(ada.Drag({Person::At(small, 0.5, 0.6), Person::At(small, 0.5, 0.9)}));
   EXPECT_TRUE(ada.Sees(Person::At(small, 0.5, 0.8), kRed));
+  EXPECT_EQ(ada.Quit(), 0);
 }
 
 TEST(Whiteboard, WhatOneDrawsTheOtherSeesAndBothAgree) {
@@ -121,6 +125,7 @@ TEST(Whiteboard, WhatOneDrawsTheOtherSeesAndBothAgree) {
   ASSERT_TRUE(pair.PressKeys(Person::At(mine, 0.5, 0.5), {"shift+c"}));
   EXPECT_TRUE(pair.Sees(Person::At(theirs, 0.8, 0.55), kPaper));
   EXPECT_TRUE(Eventually(agree));
+  EXPECT_EQ(pair.Quit(), 0);
 }
 
 TEST(Whiteboard, TheOtherSeesAStrokeWhileItIsDrawnAndWhoDrawsIt) {
@@ -150,6 +155,7 @@ TEST(Whiteboard, TheOtherSeesAStrokeWhileItIsDrawnAndWhoDrawsIt) {
   // A shape that shrinks to nothing leaves nothing behind.
   ASSERT_TRUE(pair.Go(start) && pair.Release());
   EXPECT_TRUE(pair.Sees(ink, kPaper));
+  EXPECT_EQ(pair.Quit(), 0);
 }
 
 TEST(Whiteboard, AServerThatGoesAwayMidStrokeEndsItInWords) {
