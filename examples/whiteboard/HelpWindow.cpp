@@ -7,7 +7,7 @@ namespace whiteboard {
 
 namespace {
 
-constexpr int kWidth = 660;
+constexpr int kWidth = 720;
 constexpr int kLine = 27;
 constexpr int kMargin = 26;
 constexpr int kTitle = 44;
@@ -47,7 +47,8 @@ bool HelpWindow::Handle(const xcb_generic_event_t& event) {
 void HelpWindow::Paint() {
   window.Paint([](cairo_t* painter) {
     cairo_push_group(painter);
-    Fill(painter, {0, 0, kWidth * 4, Height() * 4}, look::kBar);
+    Fill(painter, {0, 0, kWidth, Height()}, look::kEdge);
+    Fill(painter, {1, 1, kWidth - 1, Height() - 1}, look::kBar);
     TextStyle title;
     title.size = 20;
     title.bold = true;
