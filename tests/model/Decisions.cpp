@@ -46,9 +46,8 @@ std::string Decisions::UserSubId() {
 }
 
 std::string Decisions::MarkId() {
-  static const std::vector<std::string> ids = {"a", "b", "c", "d", "e",      "f",     "g",
-                                               "h", "i", "j", "",  HugeId(), ZeroId()};
-  return OneOf(ids);
+  static const std::vector<std::string> odd = {"", HugeId(), ZeroId()};
+  return OneIn(10) ? OneOf(odd) : std::string(1, static_cast<char>('a' + Below(26)));
 }
 
 std::string Decisions::Name() {
@@ -56,15 +55,15 @@ std::string Decisions::Name() {
   return OneOf(names);
 }
 
-LONG Decisions::Pixel() {
+LONG Decisions::Pixel(int extent) {
   static const std::vector<LONG> far = {kLowest, kHighest, -kHighest, 1 << 20,      -(1 << 20),
                                         1 << 24, 46341,    -1000,     kHighest - 1, 5000};
-  return OneIn(24) ? OneOf(far) : Below(80) - 8;
+  return OneIn(64) ? OneOf(far) : Below(extent + 8) - 4;
 }
 
 POINT Decisions::Point() {
-  const LONG x = Pixel();
-  return {x, Pixel()};
+  const LONG x = Pixel(60);
+  return {x, Pixel(40)};
 }
 
 double Decisions::Ratio(LONG pixel, LONG extent) {
@@ -73,7 +72,7 @@ double Decisions::Ratio(LONG pixel, LONG extent) {
       std::numeric_limits<double>::quiet_NaN(),  kInfinite, -kInfinite,
       std::numeric_limits<double>::max(),        -1e300,    -0.0,
       std::numeric_limits<double>::denorm_min(), -0.004,    3e7};
-  return OneIn(24) ? OneOf(odd) : static_cast<double>(pixel) / extent;
+  return OneIn(64) ? OneOf(odd) : static_cast<double>(pixel) / extent;
 }
 
 AnnotationPoint Decisions::PeerPoint(CurrentAnnotPageSize size) {
@@ -83,7 +82,9 @@ AnnotationPoint Decisions::PeerPoint(CurrentAnnotPageSize size) {
 }
 
 std::vector<AnnotationPoint> Decisions::PeerPoints(CurrentAnnotPageSize size) {
-  std::vector<AnnotationPoint> points(static_cast<std::size_t>(OneIn(12) ? Below(80) : Below(5)));
+  std::vector<AnnotationPoint> points(static_cast<std::size_t>(OneIn(12)  ? Below(80)
+                                                               : OneIn(4) ? Below(2)
+                                                                          : 2 + Below(4)));
   for (AnnotationPoint& point : points) {
     point = PeerPoint(size);
   }
@@ -118,7 +119,7 @@ AnnotationPageInfo Decisions::Geometry() {
   if (OneIn(8)) {
     info.viewRect = OneIn(2) ? RECT{5, 5, 5, 5} : RECT{kHighest, kHighest, kLowest, kLowest};
   }
-  if (OneIn(16)) {
+  if (OneIn(48)) {
     const int size = OneOf(std::vector<int>{0, -1, kLowest, kHighest});
     info.width = size;
     info.height = size;

@@ -31,7 +31,7 @@ class Decisions {
   std::string UserSubId();
   std::string MarkId();
   std::string Name();
-  LONG Pixel();
+  // Mostly on a page of 60 x 40 pixels.
   POINT Point();
   AnnotationPoint PeerPoint(CurrentAnnotPageSize size);
   std::vector<AnnotationPoint> PeerPoints(CurrentAnnotPageSize size);
@@ -43,6 +43,7 @@ class Decisions {
   AnnotationPageInfo Geometry();
 
  private:
+  LONG Pixel(int extent);
   double Ratio(LONG pixel, LONG extent);
 
   std::function<std::uint8_t()> next;

@@ -46,9 +46,6 @@ Session::Session(std::function<std::uint8_t()> decisions, bool isPaintedAtOnce)
     : any(std::move(decisions)),
       isPaintedAtOnce(isPaintedAtOnce),
       pictures{MakeBitmapFile(2, 3), MakeBitmapFile(70, 2), "no picture"} {
-  for (std::size_t i = 0; i < pictures.size(); ++i) {
-    std::ofstream(folder.File(std::to_string(i)), std::ios::binary) << pictures[i];
-  }
   windows.emplace_back(RECT{0, 0, 64, 48});
   windows.emplace_back(RECT{-20, 10, 60, 40});
   deadWindow = MemoryWindow({0, 0, 9, 9}).Handle();
@@ -71,35 +68,35 @@ void Session::MakeOneCall() {
                 {&Session::ReceiveHeldAgain, 8},
                 {&Session::ReceiveThePagesOwn, 4},
                 {&Session::ReceiveNothing, 1},
-                {&Session::Cancel, 8},
+                {&Session::Cancel, 12},
                 {&Session::LookUp, 8},
-                {&Session::Clear, 2},
+                {&Session::Clear, 1},
                 {&Session::ChangeAMark, 12},
-                {&Session::StartDrawing, 12},
-                {&Session::MoveDrawing, 20},
-                {&Session::EndDrawing, 8},
+                {&Session::StartDrawing, 16},
+                {&Session::MoveDrawing, 16},
+                {&Session::EndDrawing, 4},
                 {&Session::AskForDrawing, 4},
                 {&Session::AskForDot, 4},
-                {&Session::PlacePicture, 5},
+                {&Session::PlacePicture, 4},
                 {&Session::SetTip, 1},
                 {&Session::StartSelecting, 14},
-                {&Session::MoveSelecting, 24},
+                {static_cast<void (Session::*)()>(&Session::MoveSelecting), 16},
                 {&Session::EndSelecting, 6},
                 {&Session::AskForSelection, 4},
-                {&Session::GrabSelection, 10},
+                {&Session::GrabSelection, 24},
                 {&Session::AskEraser, 16},
-                {&Session::Erase, 6},
-                {&Session::EraseSelection, 2},
+                {&Session::Erase, 3},
+                {&Session::EraseSelection, 1},
                 {&Session::ChangeSettings, 6},
                 {&Session::StartAndStop, 1},
-                {&Session::ChangeDocuments, 2},
+                {&Session::ChangeDocuments, 1},
                 {&Session::AskForDocuments, 2},
                 {&Session::AddPage, 5},
-                {&Session::RemovePage, 2},
+                {&Session::RemovePage, 1},
                 {&Session::AskForPages, 4},
                 {&Session::ResizePage, 6},
                 {&Session::ResizeStorm, 1},
-                {&Session::Navigate, 8},
+                {&Session::Navigate, 5},
                 {&Session::AskForCurrentPage, 2},
                 {&Session::MakeIdleCalls, 1},
                 {&Session::Refresh, 14},
@@ -114,13 +111,37 @@ void Session::MakeOneCall() {
   while (kind < kinds - 1 && left >= kCalls[kind].weight) {
     left -= kCalls[kind++].weight;
   }
+  auto call = kCalls[kind].call;
+  // A host without a page has little to call.
+  if (plain.CurrentPage() == nullptr && !any.OneIn(4)) {
+    call = plain.current ? &Session::AddPage : &Session::ChangeDocuments;
+  }
   ++callCount;
-  (this->*kCalls[kind].call)();
+  (this->*call)();
+  Settle();
+  SameEverywhere();
+}
+
+void Session::Start() {
+  Same("Init", engine->Init(), 1);
+  plain.isInitialised = true;
+}
+
+void Session::Settle() {
   if (isPaintedAtOnce) {
     ParchletTestAccess::Refresh(*engine);
     PaintModel();
   }
-  SameEverywhere();
+}
+
+std::string Session::PictureFile(std::size_t which) {
+  if (!folder) {
+    folder.emplace();
+    for (std::size_t i = 0; i < pictures.size(); ++i) {
+      std::ofstream(folder->File(std::to_string(i)), std::ios::binary) << pictures[i];
+    }
+  }
+  return folder->File(which < pictures.size() ? std::to_string(which) : "no");
 }
 
 void Session::PaintModel() {
@@ -147,15 +168,15 @@ void Session::PassTime() {
 }
 
 Session::Known Session::AnyPage() {
-  if (!any.OneIn(10)) {
+  // The current page is where most things happen.
+  if (plain.CurrentPage() != nullptr && !any.OneIn(4)) {
+    return {*plain.current, plain.CurrentPage()->id, plain.CurrentPage()};
+  }
+  if (!any.OneIn(4)) {
     std::vector<Known> known;
     for (auto& [doc, document] : plain.documents) {
       for (auto& [page, model] : document.pages) {
         known.push_back({doc, page, &model});
-        // The current page is where most things happen.
-        if (&model == plain.CurrentPage()) {
-          known.insert(known.end(), 4, known.back());
-        }
       }
     }
     if (!known.empty()) {

@@ -4,6 +4,7 @@
 #include <cstdint>
 #include <deque>
 #include <memory>
+#include <optional>
 #include <stdexcept>
 #include <string>
 #include <vector>
@@ -45,6 +46,8 @@ class Session {
  public:
   Session(std::function<std::uint8_t()> decisions, bool isPaintedAtOnce);
 
+  // Starts the engine's own refresh timer; only for a session that is painted at once.
+  void Start();
   // Makes one call and compares; throws Difference.
   void MakeOneCall();
   std::uint64_t CallCount() const { return callCount; }
@@ -98,9 +101,11 @@ class Session {
 
   void StartSelecting();
   void MoveSelecting();
+  void MoveSelecting(POINT point);
   void EndSelecting();
   void AskForSelection();
   void GrabSelection();
+  void Press(POINT point);
   void AskEraser();
   void Erase();
   void EraseSelection();
@@ -142,13 +147,16 @@ class Session {
 
   void Trace(const std::string& call);
   void PaintModel();
+  // After each call to the engine, where several make one call here.
+  void Settle();
+  std::string PictureFile(std::size_t which);
 
   Decisions any;
   bool isPaintedAtOnce;
   ReplacedClock clock{1'000'000};
   std::uint64_t tick = 1'000'000;
-  TemporaryFolder folder;
-  std::vector<std::string> pictures;  // the bytes of files; the last is no picture
+  std::optional<TemporaryFolder> folder;  // made for the first picture file
+  std::vector<std::string> pictures;      // the bytes of files; the last is no picture
   Records records;
   std::deque<MemoryWindow> windows;
   HWND deadWindow = nullptr;

@@ -18,7 +18,8 @@ void Session::StartAndStop() {
 
 void Session::ChangeDocuments() {
   const std::string doc = any.DocId();
-  if (any.OneIn(6)) {
+  // Only a new document becomes the current one.
+  if (any.OneIn(plain.current ? 12 : 2)) {
     Trace("DelDoc " + Text(doc));
     Same("DelDoc", engine->DelDoc(doc), plain.DelDoc(doc));
     return;
@@ -45,7 +46,9 @@ void Session::AskForDocuments() {
 
 void Session::AddPage() {
   const Known at = AnyPage();
-  const std::string doc = any.OneIn(2) ? at.doc : any.DocId();
+  const std::string doc = plain.current && !any.OneIn(3) ? *plain.current
+                          : any.OneIn(2)                 ? at.doc
+                                                         : any.DocId();
   const std::string page = any.PageId();
   const AnnotationPageInfo info = any.Geometry();
   const bool hasWindow = !any.OneIn(12);
@@ -113,6 +116,7 @@ void Session::ResizePage() {
   const int result = engine->UpdatePage(at.doc, at.page, info, isResize);
   PlainPage* page = plain.FindPage(at.doc, at.page);
   Same("UpdatePage", result, page != nullptr ? page->Update(info, isResize) : 0);
+  Settle();
 }
 
 void Session::ResizeStorm() {

@@ -43,7 +43,7 @@ void Session::ChangeSettings() {
     engine->SetPen(color, width);
     plain.SetPen(color, width);
   } else if (kind == 1) {
-    const auto type = static_cast<AnnotationType>(any.OneIn(6) ? any.Below(8) - 2 : 1);
+    const auto type = static_cast<AnnotationType>(any.OneIn(12) ? any.Below(8) - 2 : 1);
     const AnnotationSubType subType = any.SubType();
     engine->SetAnnotationType(type, subType);
     plain.SetType(type, subType);
@@ -136,7 +136,7 @@ void Session::PlacePicture() {
         (isBackground ? " as background" : "") + (isAbsent ? " that is not there" : ""));
   const auto index = static_cast<std::size_t>(which);
   const std::string path =
-      isAbsent ? any.OneIn(2) ? "" : folder.File("no") : folder.File(std::to_string(which));
+      isAbsent && any.OneIn(2) ? "" : PictureFile(isAbsent ? pictures.size() : index);
   Annotation* placed =
       isFile ? engine->AddPictureFromFile(at.doc, at.page, path, "property", isBackground)
              : engine->AddPictureFromStream(at.doc, at.page, isAbsent ? "" : pictures[index],

@@ -14,6 +14,10 @@ Session::Held Session::MakePeersMark(const Known& to) {
   mark.object = made.object.get();
   mark.id = AnyMarkIdOn(to.plain);
   mark.userId = any.OneIn(3) ? AnyAuthorOn(to.plain) : any.UserId();
+  if (to.plain != nullptr && !to.plain->pending.empty() && any.OneIn(4)) {
+    const auto skipped = any.Below(static_cast<int>(to.plain->pending.size()));
+    mark.id = std::next(to.plain->pending.begin(), skipped)->first;
+  }
   if (to.plain != nullptr && to.plain->pending.contains(mark.id) && !any.OneIn(4)) {
     mark.userId = to.plain->pending.at(mark.id)->userId;
   }
@@ -122,7 +126,11 @@ void Session::ReceiveNothing() {
 
 void Session::Cancel() {
   const Known at = AnyPage();
-  const std::string id = AnyMarkIdOn(at.plain);
+  std::string id = AnyMarkIdOn(at.plain);
+  if (at.plain != nullptr && !at.plain->pending.empty() && !any.OneIn(3)) {
+    const auto skipped = any.Below(static_cast<int>(at.plain->pending.size()));
+    id = std::next(at.plain->pending.begin(), skipped)->first;
+  }
   Trace("CancelAnnotation " + Text(at.doc) + " " + Text(at.page) + " " + Text(id));
   engine->CancelAnnotation(at.doc, at.page, id);
   if (PlainPage* page = plain.FindPage(at.doc, at.page)) {
@@ -164,7 +172,8 @@ void Session::ChangeAMark() {
   if (mark == nullptr) {
     return;
   }
-  const int kind = any.Below(8);
+  // A field that painting reads is not written while other threads paint.
+  const int kind = any.Below(isPaintedAtOnce ? 8 : 9);
   Trace("change " + std::to_string(kind) + " of " + Text(mark->id));
   const AnnotationPoint point = any.PeerPoint({60, 40});
   if (kind == 0) {
@@ -190,8 +199,11 @@ void Session::ChangeAMark() {
     mark->subType = any.SubType();
     mark->object->Init(mark->pen, mark->type, mark->subType, mark->userId, mark->userSubId,
                        mark->nickname);
-  } else {
+  } else if (kind == 7) {
     mark->points.clear();
     mark->object->ClearPoints();
+  } else {
+    mark->tempStartTick = tick - static_cast<unsigned>(any.Below(200)) * 50;
+    mark->object->tempStartTick = mark->tempStartTick;
   }
 }

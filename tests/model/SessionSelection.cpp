@@ -18,11 +18,15 @@ void Session::StartSelecting() {
 }
 
 void Session::MoveSelecting() {
-  const POINT point = any.Point();
+  MoveSelecting(any.Point());
+}
+
+void Session::MoveSelecting(POINT point) {
   Trace("MoveSelecting " + std::to_string(point.x) + "," + std::to_string(point.y));
   const int result = engine->MoveSelecting(point);
   PlainPage* page = plain.CurrentPage();
   Same("MoveSelecting", result, page != nullptr ? page->MoveSelecting(point) : 0);
+  Settle();
 }
 
 void Session::EndSelecting() {
@@ -41,25 +45,40 @@ void Session::AskForSelection() {
             page != nullptr ? page->selected : PlainPage::Marks());
 }
 
-// Chance alone would seldom press on a mark that is selected.
+// Chance alone would seldom press on a mark that is selected, and drag it.
 void Session::GrabSelection() {
   const PlainPage* page = plain.CurrentPage();
-  if (page == nullptr || page->selected.empty()) {
+  if (page == nullptr) {
+    return;
+  }
+  if (page->selected.empty()) {
+    Press({0, 0});
+    MoveSelecting({page->now.width, page->now.height});
     return;
   }
   const auto skipped = any.Below(static_cast<int>(page->selected.size()));
   const RECT& frame = std::next(page->selected.begin(), skipped)->second->frame;
-  const POINT point = {frame.left, frame.top};
-  Trace("StartSelecting on the selection " + std::to_string(point.x) + "," +
-        std::to_string(point.y));
-  const std::string doc = *plain.current;
-  const std::string pageId = page->id;
-  const int result = engine->StartSelecting(doc, pageId, "", "", point);
-  PlainPage* found = plain.FindPage(doc, pageId);
-  Same("StartSelecting", result, found->Holds(point) ? 1 : 0);
-  if (found->Holds(point)) {
-    found->StartSelecting("", "", point);
+  Press({frame.left, frame.top});
+  for (int moves = any.Below(4); moves > 0; --moves) {
+    MoveSelecting(any.Point());
   }
+  if (any.OneIn(3)) {
+    EndSelecting();
+  }
+}
+
+// On the current page, for any author's mark.
+void Session::Press(POINT point) {
+  const std::string doc = *plain.current;
+  const std::string pageId = plain.CurrentPage()->id;
+  Trace("StartSelecting " + std::to_string(point.x) + "," + std::to_string(point.y));
+  const int result = engine->StartSelecting(doc, pageId, "", "", point);
+  PlainPage* page = plain.FindPage(doc, pageId);
+  Same("StartSelecting", result, page->Holds(point) ? 1 : 0);
+  if (page->Holds(point)) {
+    page->StartSelecting("", "", point);
+  }
+  Settle();
 }
 
 void Session::AskEraser() {
