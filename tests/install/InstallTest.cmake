@@ -2,7 +2,7 @@
 # the library exports with what the headers declare.
 #   cmake -D SOURCE_FOLDER=... -D BUILD_FOLDER=... -D WORK_FOLDER=... -D COMPILER=... -D GENERATOR=...
 #         -D LIBRARY=... (its path below the prefix) -D NM=... -D WITH_X11=... [-D X11_LIBRARY=...]
-#         -P InstallTest.cmake
+#         -D WITH_EXAMPLES=... -D VERSION=... -P InstallTest.cmake
 cmake_minimum_required(VERSION 3.25)
 function(run)
   execute_process(COMMAND ${ARGN} RESULT_VARIABLE result OUTPUT_VARIABLE output ERROR_VARIABLE output)
@@ -27,6 +27,36 @@ message(STATUS "the host says: ${output}")
 if(WITH_X11)
   run(${WORK_FOLDER}/host/desktop-host)
   message(STATUS "the host of a desktop says: ${output}")
+endif()
+
+# A host that knows of the library what pkg-config tells, and nothing else.
+#   build_by_pkg_config(program module compiler arguments...)
+cmake_path(GET LIBRARY PARENT_PATH library_folder)
+function(build_by_pkg_config program module)
+  set(environment ${CMAKE_COMMAND} -E env PKG_CONFIG_PATH=${prefix}/${library_folder}/pkgconfig)
+  run(${environment} pkg-config --modversion ${module})
+  if(NOT output STREQUAL "${VERSION}\n")
+    message(FATAL_ERROR "${module}.pc tells version ${output}, not ${VERSION}")
+  endif()
+  run(${environment} pkg-config --cflags --libs ${module})
+  separate_arguments(flags UNIX_COMMAND "${output}")
+  run(${ARGN} ${flags} -Wl,-rpath,${prefix}/${library_folder} -o ${WORK_FOLDER}/${program})
+  run(${WORK_FOLDER}/${program})
+endfunction()
+
+build_by_pkg_config(pkg-config-host parchlet
+  ${COMPILER} -std=c++17 ${CMAKE_CURRENT_LIST_DIR}/host/main.cpp)
+build_by_pkg_config(pkg-config-c-host parchlet
+  cc -std=c99 ${CMAKE_CURRENT_LIST_DIR}/../c/meeting.c)
+if(WITH_X11)
+  build_by_pkg_config(pkg-config-desktop-host parchlet-x11
+    ${COMPILER} -std=c++17 ${CMAKE_CURRENT_LIST_DIR}/host/desktop.cpp)
+endif()
+if(WITH_EXAMPLES)
+  run(${prefix}/bin/parchlet-replay --version)
+  if(NOT output STREQUAL "parchlet-replay ${VERSION}\n")
+    message(FATAL_ERROR "parchlet-replay --version says ${output}, not ${VERSION}")
+  endif()
 endif()
 
 # Whether a library exports what the headers declare, classes, free functions and those of the C
