@@ -27,7 +27,7 @@ step "packages"
 scripts/install-deps.sh test
 if $all; then
   step "format"
-  git ls-files '*.h' '*.cpp' | xargs clang-format --dry-run --Werror
+  git ls-files '*.h' '*.c' '*.cpp' | xargs clang-format --dry-run --Werror
 fi
 preset dev
 if $all; then

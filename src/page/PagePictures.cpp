@@ -1,10 +1,9 @@
-#include <parchlet/Utils.h>
-
 #include <cmath>
 #include <memory>
 
 #include "annotation/PixelMath.h"
 #include "page/AnnotationPage.h"
+#include "utils/OwningStream.h"
 
 namespace {
 
@@ -12,24 +11,6 @@ struct ReleaseStream {
   void operator()(IStream* stream) const { stream->Release(); }
 };
 using StreamPointer = std::unique_ptr<IStream, ReleaseStream>;
-
-// A stream that owns its copy of the bytes, as the picture loaded from it may go on reading; null
-// when there is no memory for it.
-StreamPointer MakeOwningStream(const std::string& bytes) {
-  HGLOBAL block = GlobalAlloc(0, bytes.size());
-  if (block == nullptr) {
-    return nullptr;
-  }
-  // Copies the bytes into the block; the stream it makes does not own them.
-  const StreamPointer filled(
-      Utils::GetPictureStream(bytes, block, static_cast<unsigned int>(bytes.size())));
-  IStream* owning = nullptr;
-  if (filled == nullptr || !SUCCEEDED(CreateStreamOnHGlobal(block, 1, &owning))) {
-    GlobalFree(block);
-    return nullptr;
-  }
-  return StreamPointer(owning);
-}
 
 void Rewind(IStream& stream) {
   LARGE_INTEGER start;
@@ -117,7 +98,7 @@ int AnnotationPage::AddPictureFromStream(const std::string& pictureData,
   if (!HasGraphics() || pictureData.empty() || annotation == nullptr) {
     return 0;
   }
-  StreamPointer stream = MakeOwningStream(pictureData);
+  StreamPointer stream(MakeOwningStream(pictureData));
   if (stream == nullptr) {
     return 0;
   }

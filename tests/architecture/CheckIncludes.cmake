@@ -1,14 +1,15 @@
-# Dependencies point one way: engine -> document -> page -> annotation -> utils -> platform. Fails for
-# every include that points the other way, and for a conditional in the engine's rooms. The adapter
-# for X11 stands outside of them, on the public headers alone.
+# Dependencies point one way: C interface -> engine -> document -> page -> annotation -> utils ->
+# platform. Fails for every include that points the other way, and for a conditional in the engine's
+# rooms. The adapter for X11 stands outside of them, on the public headers alone.
 #   cmake -D SOURCE_FOLDER=... -P CheckIncludes.cmake
 cmake_minimum_required(VERSION 3.25)
-set(rooms platform utils annotation page document engine x11)
+set(rooms platform utils annotation page document engine c x11)
 # The public headers that stand for a room; the others are the platform's.
 set(room_of_Parchlet engine)
 set(room_of_Annotation annotation)
 set(room_of_AnnotationTypes annotation)
 set(room_of_Utils utils)
+set(room_of_parchlet_c c)
 
 set(faults "")
 macro(fault text)

@@ -2,7 +2,7 @@
 # the library exports with what the headers declare.
 #   cmake -D SOURCE_FOLDER=... -D BUILD_FOLDER=... -D WORK_FOLDER=... -D COMPILER=... -D GENERATOR=...
 #         -D LIBRARY=... (its path below the prefix) -D NM=... -D WITH_X11=... [-D X11_LIBRARY=...]
-#         -P InstallTest.cmake
+#         -D WITH_EXAMPLES=... -D VERSION=... -P InstallTest.cmake
 cmake_minimum_required(VERSION 3.25)
 function(run)
   execute_process(COMMAND ${ARGN} RESULT_VARIABLE result OUTPUT_VARIABLE output ERROR_VARIABLE output)
@@ -20,6 +20,8 @@ run(${CMAKE_COMMAND} -S ${CMAKE_CURRENT_LIST_DIR}/host -B ${WORK_FOLDER}/host -G
 run(${CMAKE_COMMAND} --build ${WORK_FOLDER}/host)
 run(${WORK_FOLDER}/host/host)
 message(STATUS "the host says: ${output}")
+run(${WORK_FOLDER}/host/c-host)
+message(STATUS "the host in C says: ${output}")
 run(${WORK_FOLDER}/host/pictures ${WORK_FOLDER}/files)
 message(STATUS "the host says: ${output}")
 if(WITH_X11)
@@ -27,14 +29,47 @@ if(WITH_X11)
   message(STATUS "the host of a desktop says: ${output}")
 endif()
 
-# Whether a library exports what the headers declare, classes and free functions, and nothing else.
+# A host that knows of the library what pkg-config tells, and nothing else.
+#   build_by_pkg_config(program module compiler arguments...)
+cmake_path(GET LIBRARY PARENT_PATH library_folder)
+function(build_by_pkg_config program module)
+  set(environment ${CMAKE_COMMAND} -E env PKG_CONFIG_PATH=${prefix}/${library_folder}/pkgconfig)
+  run(${environment} pkg-config --modversion ${module})
+  if(NOT output STREQUAL "${VERSION}\n")
+    message(FATAL_ERROR "${module}.pc tells version ${output}, not ${VERSION}")
+  endif()
+  run(${environment} pkg-config --cflags --libs ${module})
+  separate_arguments(flags UNIX_COMMAND "${output}")
+  run(${ARGN} ${flags} -Wl,-rpath,${prefix}/${library_folder} -o ${WORK_FOLDER}/${program})
+  run(${WORK_FOLDER}/${program})
+endfunction()
+
+build_by_pkg_config(pkg-config-host parchlet
+  ${COMPILER} -std=c++17 ${CMAKE_CURRENT_LIST_DIR}/host/main.cpp)
+build_by_pkg_config(pkg-config-c-host parchlet
+  cc -std=c99 ${CMAKE_CURRENT_LIST_DIR}/../c/meeting.c)
+if(WITH_X11)
+  build_by_pkg_config(pkg-config-desktop-host parchlet-x11
+    ${COMPILER} -std=c++17 ${CMAKE_CURRENT_LIST_DIR}/host/desktop.cpp)
+endif()
+if(WITH_EXAMPLES)
+  run(${prefix}/bin/parchlet-replay --version)
+  if(NOT output STREQUAL "parchlet-replay ${VERSION}\n")
+    message(FATAL_ERROR "parchlet-replay --version says ${output}, not ${VERSION}")
+  endif()
+endif()
+
+# Whether a library exports what the headers declare, classes, free functions and those of the C
+# interface, and nothing else.
 #   check_exports(library version headers...)
 function(check_exports library version)
   foreach(header IN LISTS ARGN)
-    file(STRINGS ${header} lines REGEX "PARCHLET_API ")
+    file(STRINGS ${header} lines REGEX "PARCHLET_(C_)?API ")
     foreach(line IN LISTS lines)
       if(line MATCHES "class PARCHLET_API ([A-Za-z0-9]+)")
         list(APPEND classes ${CMAKE_MATCH_1})
+      elseif(line MATCHES "^PARCHLET_C_API [^(]*[ *]([A-Za-z0-9]+)\\(")
+        list(APPEND c_functions ${CMAKE_MATCH_1})
       elseif(line MATCHES "^PARCHLET_API [^(]*[ *]([A-Za-z0-9]+)\\(")
         list(APPEND functions ${CMAKE_MATCH_1})
       endif()
@@ -56,6 +91,8 @@ function(check_exports library version)
        name MATCHES "^(vtable for|typeinfo for|typeinfo name for) (${classes_pattern})")
       string(REGEX MATCH "(${classes_pattern}|${functions_pattern})" found "${name}")
       list(APPEND seen ${found} ${CMAKE_MATCH_1})
+    elseif(name MATCHES "^([A-Za-z0-9]+)@@${version}$" AND CMAKE_MATCH_1 IN_LIST c_functions)
+      list(APPEND seen ${CMAKE_MATCH_1})
     elseif(NOT name MATCHES "^${version}(@|$)")
       string(APPEND strays "  ${name}\n")
     endif()
@@ -63,7 +100,7 @@ function(check_exports library version)
   if(strays)
     message(FATAL_ERROR "${library} exports what no header declares:\n${strays}")
   endif()
-  foreach(name IN LISTS classes functions)
+  foreach(name IN LISTS classes functions c_functions)
     if(NOT name IN_LIST seen)
       message(FATAL_ERROR "${library} does not export ${name}, which a header declares")
     endif()
