@@ -1,5 +1,5 @@
 #!/usr/bin/env bash
-# Installs the Debian packages that are still missing. Usage: install-deps.sh demo|test|package
+# Installs the Debian packages that are still missing. Usage: install-deps.sh demo|test|package|windows
 # As root, or with sudo.
 set -euo pipefail
 
@@ -13,6 +13,9 @@ if [[ $purpose == test ]]; then
 fi
 if [[ $purpose == package ]]; then
   packages+=(dpkg-dev file debootstrap)
+fi
+if [[ $purpose == windows ]]; then
+  packages=(cmake ninja-build g++-mingw-w64-x86-64-posix)
 fi
 
 missing=()
