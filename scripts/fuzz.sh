@@ -1,7 +1,8 @@
 #!/usr/bin/env bash
-# Feeds every decoder with invented files under the sanitizers. Usage: fuzz.sh [SECONDS]
-# SECONDS is the time for each decoder, a minute when not given. A file that brings a decoder down
-# stays in build/fuzz/findings.
+# Feeds every decoder with invented files, and the engine with invented calls, under the sanitizers.
+# Usage: fuzz.sh [SECONDS]
+# SECONDS is the time for each fuzzer, a minute when not given. An input that brings one down stays in
+# build/fuzz/findings.
 set -euo pipefail
 cd "$(dirname "$0")/.."
 
@@ -17,9 +18,9 @@ mkdir -p build/fuzz/findings
   { tail -40 build/fuzz.log >&2; exit 1; }
 
 failed=()
-for format in bmp gif jpeg png; do
+for format in bmp gif jpeg png calls; do
   found=build/fuzz/found/$format
-  mkdir -p "$found"
+  mkdir -p "$found" "fuzz/corpus/$format"
   printf '== %s\n' "$format"
   log=build/fuzz/$format.log
   if ! "build/fuzz/fuzz/parchlet-fuzz-$format" -max_total_time="$seconds" -max_len=4096 -timeout=30 \
@@ -32,7 +33,7 @@ for format in bmp gif jpeg png; do
   grep -E 'number_of_executed_units|peak_rss_mb' "$log"
 done
 if ((${#failed[@]})); then
-  echo "Brought down: ${failed[*]}; the files are in build/fuzz/findings." >&2
+  echo "Brought down: ${failed[*]}; the inputs are in build/fuzz/findings." >&2
   exit 1
 fi
-echo "No decoder was brought down."
+echo "Nothing was brought down."

@@ -6,7 +6,8 @@ set -euo pipefail
 purpose=${1:-test}
 packages=(g++ cmake ninja-build pkg-config libcairo2-dev libpng-dev
   libjpeg62-turbo-dev libgif-dev libhwy-dev libpango1.0-dev fonts-wqy-microhei libcli11-dev nlohmann-json3-dev
-  libxcb1-dev libxcb-shm0-dev libxcb-shape0-dev libxcb-xfixes0-dev libxcb-randr0-dev)
+  libxcb1-dev libxcb-shm0-dev libxcb-shape0-dev libxcb-xfixes0-dev libxcb-randr0-dev
+  libxcb-xkb-dev libxkbcommon-dev libxkbcommon-x11-dev)
 if [[ $purpose == test ]]; then
   packages+=(git python3 clang libclang-rt-14-dev clang-format clang-tidy libgtest-dev libgmock-dev
     libbenchmark-dev fonts-dejavu-core xvfb picom xdotool x11-xserver-utils openbox)

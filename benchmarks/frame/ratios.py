@@ -19,7 +19,7 @@ def main():
     for run in json.load(sys.stdin)["benchmarks"]:
         if run["run_type"] != "iteration":
             continue
-        name = run["run_name"].split("/")[0]
+        name = run["run_name"].split("/min_time")[0]
         if run.get("error_occurred"):
             print(f'{name}: {run["error_message"]}', file=sys.stderr)
             failed = True
@@ -28,7 +28,7 @@ def main():
     columns = ("scratch", "live", "idle")
     print("| workload | marks | points | Cairo ms | " + " | ".join(f"{c} ms | x" for c in columns) + " |")
     print("| --- |" + " ---: |" * (3 + 2 * len(columns)))
-    for name, repetitions in sorted(runs.items()):
+    for name, repetitions in runs.items():
         def median(key):
             return statistics.median(run[key] for run in repetitions)
         cells = [name, f'{median("marks"):.0f}', f'{median("points"):.0f}', f'{median("cairo_ms"):.1f}']

@@ -231,6 +231,9 @@ class PARCHLET_API Annotation : public AnnotationHeader {
   // of sub-model 0 past the first `convertedPoints`; {0, 0} when they are not.
   CurrentAnnotPageSize convertedSize PARCHLET_GUARDED_BY(mutex) = {0, 0};
   std::size_t convertedPoints PARCHLET_GUARDED_BY(mutex) = 0;
+  // The pixels of those first points as the painter takes them: a frame of a page at rest reads
+  // nothing else of a path. Meaningless while `convertedSize` is {0, 0}.
+  std::vector<Gdiplus::Point> convertedPixels PARCHLET_GUARDED_BY(mutex);
 
   // Boxes of a path's segments, so many a box, list by list; filled by the first search that comes
   // near the mark, empty when out of date.

@@ -106,4 +106,5 @@ PARCHLET_API ULONGLONG GetTickCount64();
 namespace Gdiplus {
 class Graphics;
 class Image;
+class Point;
 }  // namespace Gdiplus

@@ -5,6 +5,8 @@
 
 #include "annotation/ReachTable.h"
 
+#include "platform/Platform.h"
+
 namespace {
 
 // `erased` is written under the mark's lock, for the sake of copies, and read without it: asking is

@@ -22,6 +22,12 @@ Gdiplus::Point Convert(AnnotationPoint& point, CurrentAnnotPageSize size) {
   return {pixel.x, pixel.y};
 }
 
+void CopyPixels(const std::vector<AnnotationPoint>& points, std::vector<Gdiplus::Point>& pixels) {
+  pixels.resize(points.size());
+  std::transform(points.begin(), points.end(), pixels.begin(),
+                 [](const AnnotationPoint& point) { return Gdiplus::Point(point.x, point.y); });
+}
+
 Gdiplus::Pen StrokePen(std::uint32_t color, int width) {
   return Gdiplus::Pen(Gdiplus::Color(color), static_cast<Gdiplus::REAL>(width));
 }
@@ -138,9 +144,11 @@ void Annotation::DrawShapeTriangle(Gdiplus::Graphics* graphics, CurrentAnnotPage
 void Annotation::ConvertPathTail(CurrentAnnotPageSize size) {
   std::vector<AnnotationPoint>& list = points.find(0)->second;
   bool hasMoved = false;
+  convertedPixels.resize(convertedPoints);
   for (std::size_t i = convertedPoints; i < list.size(); ++i) {
     const POINT before = {list[i].x, list[i].y};
     const Gdiplus::Point now = Convert(list[i], size);
+    convertedPixels.push_back(now);
     hasMoved = hasMoved || now.X != before.x || now.Y != before.y;
   }
   convertedPoints = list.size();
@@ -154,6 +162,7 @@ void Annotation::ConvertPath(CurrentAnnotPageSize size) {
     ConvertPathTail(size);
     return;
   }
+  convertedSize = {0, 0};
   unsigned int next = 0;
   for (auto& [number, list] : points) {
     if (number != next) {
@@ -167,33 +176,33 @@ void Annotation::ConvertPath(CurrentAnnotPageSize size) {
       Convert(point, size);
     }
   }
+  CopyPixels(points.find(0)->second, convertedPixels);
+  convertedPoints = convertedPixels.size();
   convertedSize = size;
-  convertedPoints = points.find(0)->second.size();
   RecomputePixelBox();
 }
 
 void Annotation::DrawShapePath(Gdiplus::Graphics* graphics, CurrentAnnotPageSize size) {
   ConvertPath(size);
   const Gdiplus::Pen stroke = StrokePen(pen.color, CalcPenWidth(pen.width));
-  // One array a thread, grown to the longest path, instead of one a path and frame.
-  thread_local std::vector<Gdiplus::Point> pixels;
-  const std::vector<AnnotationPoint>* before = nullptr;
-  unsigned int next = 0;
-  for (const auto& [number, list] : points) {
-    if (number != next) {
-      break;
-    }
-    ++next;
-    pixels.resize(list.size());
-    std::transform(list.begin(), list.end(), pixels.begin(),
-                   [](const AnnotationPoint& point) { return Gdiplus::Point(point.x, point.y); });
-    if (before != nullptr && !before->empty() && !list.empty()) {
-      const Gdiplus::Point join[] = {{before->back().x, before->back().y}, pixels.front()};
-      graphics->DrawLines(&stroke, join, 2);
-    }
+  const auto draw = [&](const std::vector<Gdiplus::Point>& pixels) {
     if (!pixels.empty()) {
       graphics->DrawLines(&stroke, pixels.data(), static_cast<INT>(pixels.size()));
     }
+  };
+  draw(convertedPixels);
+  // One array a thread, grown to the longest sub-model, instead of one a path and frame.
+  thread_local std::vector<Gdiplus::Point> pixels;
+  const std::vector<AnnotationPoint>* before = &points.find(0)->second;
+  unsigned int next = 1;
+  for (auto at = points.find(1); at != points.end() && at->first == next; ++at, ++next) {
+    const std::vector<AnnotationPoint>& list = at->second;
+    CopyPixels(list, pixels);
+    if (!before->empty() && !list.empty()) {
+      const Gdiplus::Point join[] = {{before->back().x, before->back().y}, pixels.front()};
+      graphics->DrawLines(&stroke, join, 2);
+    }
+    draw(pixels);
     before = &list;
   }
 }

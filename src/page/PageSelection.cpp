@@ -88,7 +88,8 @@ void AnnotationPage::SelectAnnotations(const std::string& userId, const RECT& re
 void AnnotationPage::Select(const std::string& userId, const RECT& rect) {
   const auto selectFrom = [&](const AnnotationMap& authored) PARCHLET_REQUIRES(mutex) {
     for (const auto& [id, annotation] : authored) {
-      if (annotation->IsInSelectRect(rect) != 0) {
+      // A host may erase with any value, while IsInSelectRect knows 1 alone.
+      if (annotation->IsErased() == 0 && annotation->IsInSelectRect(rect) != 0) {
         selectedAnnotations[id] = annotation;
       }
     }

@@ -152,17 +152,20 @@ void OverlayWindow::Restack() {
   if (tool != XCB_NONE) {
     toolTopLevel = TopLevelOf(tool);
   }
-  if (IsCovered()) {
+  if (!IsInPlace()) {
     Raise();
   }
 }
 
-// Whether anything is above the overlay that it may go above.
-bool OverlayWindow::IsCovered() const {
+// Whether the tool is above the overlay, and nothing else that it may go above.
+bool OverlayWindow::IsInPlace() const {
   const std::vector<xcb_window_t> stack = ChildrenOf(connection, connection.Screen()->root);
   const auto own = std::find(stack.begin(), stack.end(), window);
-  return own != stack.end() &&
-         std::any_of(own + 1, stack.end(), [this](xcb_window_t other) { return HidesUs(other); });
+  // A window manager that takes a tool into its frame puts that where it likes.
+  const bool coversTool = std::find(stack.begin(), own, toolTopLevel) != own;
+  return own == stack.end() ||
+         (!coversTool && std::none_of(own + 1, stack.end(),
+                                      [this](xcb_window_t other) { return HidesUs(other); }));
 }
 
 bool OverlayWindow::HidesUs(xcb_window_t other) const {

@@ -42,7 +42,7 @@ class OverlayWindow {
  private:
   bool IsOtherOverlay(xcb_window_t other) const;
   bool HidesUs(xcb_window_t other) const;
-  bool IsCovered() const;
+  bool IsInPlace() const;
   void Raise();
   xcb_window_t TopLevelOf(xcb_window_t inner) const;
   void SetNames();

@@ -157,6 +157,12 @@ TEST_F(SelectionGestureTest, AnEraserReportsAndDropsTheSelection) {
   EXPECT_EQ(0, Get("left")->IsErased());
 }
 
+TEST_F(SelectionGestureTest, ABandPassesOverWhatAHostErasedWithAnyValue) {
+  Get("left")->Erase(2);
+  Band({5, 45}, {150, 65});
+  EXPECT_THAT(Selected(), ElementsAre("right"));
+}
+
 TEST_F(SelectionGestureTest, AnOverlapIsErasedFromTheTop) {
   Receive("above", "eve", 9, {{10, 50}, {40, 60}});
   Receive("between", "bob", 5, {{10, 50}, {40, 60}});

@@ -55,13 +55,15 @@ void Process::End(int signal) {
   }
 }
 
-int RunToEnd(const std::vector<std::string>& command) {
-  const pid_t id = Spawn(command, -1);
+int Process::WaitForEnd() {
   int status = 0;
-  if (id < 0 || waitpid(id, &status, 0) != id || !WIFEXITED(status)) {
-    return -1;
-  }
-  return WEXITSTATUS(status);
+  const bool hasExited = id > 0 && waitpid(id, &status, 0) == id && WIFEXITED(status);
+  id = -1;
+  return hasExited ? WEXITSTATUS(status) : -1;
+}
+
+int RunToEnd(const std::vector<std::string>& command) {
+  return Process(command).WaitForEnd();
 }
 
 bool IsInstalled(const std::string& program) {

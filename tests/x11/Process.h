@@ -18,6 +18,8 @@ class Process {
   bool IsStarted() const { return id > 0; }
   // Ends the program with that signal and waits until it is gone.
   void End(int signal);
+  // Waits until the program is gone by itself; its exit code, or -1 when it was killed.
+  int WaitForEnd();
 
  private:
   pid_t id = -1;

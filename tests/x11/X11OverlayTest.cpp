@@ -162,6 +162,22 @@ TEST(X11Overlay, StaysBelowTheHostsToolbarAndRaisesIt) {
   EXPECT_EQ(host.WaitForPress(), toolbar);
 }
 
+// As a window manager does that takes the tool into a frame of its own.
+TEST(X11Overlay, GoesBelowItsToolAgainWhenThatCameBelow) {
+  XServer server({"-screen", "0", "640x480x24"});
+  NEEDS_X_SERVER(server);
+  XClient host(server.Display());
+  const xcb_window_t toolbar = host.ShowWindow({0, 0, 640, 40}, 0xFFFF00);
+  X11Overlay overlay(server.Display(), {0, 0, 640, 480});
+  ASSERT_TRUE(overlay.KeepBelow(toolbar)) << overlay.GetError();
+  const TestFrame frame(640, 480, kGreen);
+  ASSERT_TRUE(overlay.Present(frame.Get()));
+  host.LowerWindow(toolbar);
+  EXPECT_TRUE(Eventually([&] {
+    return overlay.Present(frame.Get()) && host.Look({50, 20, 51, 21}).At(50, 20) == 0xFFFF00;
+  })) << overlay.GetError();
+}
+
 TEST(X11Overlay, TwoOverlaysLeaveEachOtherInPeace) {
   XServer server({"-screen", "0", "640x480x24"});
   NEEDS_X_SERVER(server);

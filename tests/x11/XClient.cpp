@@ -127,8 +127,15 @@ void XClient::MoveWindow(xcb_window_t window, const RECT& area) {
 }
 
 void XClient::RaiseWindow(xcb_window_t window) {
-  const std::uint32_t above = XCB_STACK_MODE_ABOVE;
-  xcb_configure_window(connection, window, XCB_CONFIG_WINDOW_STACK_MODE, &above);
+  Stack(window, XCB_STACK_MODE_ABOVE);
+}
+
+void XClient::LowerWindow(xcb_window_t window) {
+  Stack(window, XCB_STACK_MODE_BELOW);
+}
+
+void XClient::Stack(xcb_window_t window, std::uint32_t mode) {
+  xcb_configure_window(connection, window, XCB_CONFIG_WINDOW_STACK_MODE, &mode);
   Settle();
 }
 
@@ -143,18 +150,26 @@ void XClient::HearButtons(xcb_window_t window) {
   Settle();
 }
 
+xcb_window_t XClient::NextPress() {
+  while (const Owned<xcb_generic_event_t> event{xcb_poll_for_event(connection)}) {
+    if ((event->response_type & 0x7F) == XCB_BUTTON_PRESS) {
+      return reinterpret_cast<const xcb_button_press_event_t*>(event.get())->event;
+    }
+  }
+  return XCB_NONE;
+}
+
 xcb_window_t XClient::WaitForPress() {
   xcb_window_t pressed = XCB_NONE;
   Eventually([&] {
-    while (const Owned<xcb_generic_event_t> event{xcb_poll_for_event(connection)}) {
-      if ((event->response_type & 0x7F) == XCB_BUTTON_PRESS) {
-        pressed = reinterpret_cast<const xcb_button_press_event_t*>(event.get())->event;
-        return true;
-      }
-    }
-    return false;
+    pressed = NextPress();
+    return pressed != XCB_NONE;
   });
   return pressed;
+}
+
+bool XClient::HasPress(xcb_window_t window) {
+  return NextPress() == window;
 }
 
 void XClient::LoseContent(xcb_window_t window, const RECT& area) {

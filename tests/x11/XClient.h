@@ -34,10 +34,13 @@ class XClient {
   xcb_window_t ShowAlphaWindow(const RECT& area);
   void MoveWindow(xcb_window_t window, const RECT& area);
   void RaiseWindow(xcb_window_t window);
+  void LowerWindow(xcb_window_t window);
   void DestroyWindow(xcb_window_t window);
   void HearButtons(xcb_window_t window);
   // Waits for the next press of a button on one of this client's windows; none for none.
   xcb_window_t WaitForPress();
+  // Whether the next press so far was on that window.
+  bool HasPress(xcb_window_t window);
 
   // Empties an area of a window, as any client may and the server does with what was covered.
   void LoseContent(xcb_window_t window, const RECT& area);
@@ -52,6 +55,8 @@ class XClient {
  private:
   xcb_window_t CreateWindow(const RECT& area, std::uint32_t color, bool isManaged);
   xcb_atom_t Atom(const std::string& name) const;
+  xcb_window_t NextPress();
+  void Stack(xcb_window_t window, std::uint32_t mode);
   void Settle() const;
 
   xcb_connection_t* connection;

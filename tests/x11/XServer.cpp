@@ -82,15 +82,18 @@ std::vector<std::string> XServer::OnDisplay(const std::vector<std::string>& comm
   return whole;
 }
 
+int XServer::Run(const std::vector<std::string>& command) const {
+  return RunToEnd(OnDisplay(command));
+}
+
 bool XServer::Click(int x, int y) {
-  return RunToEnd(OnDisplay(
-             {"xdotool", "mousemove", std::to_string(x), std::to_string(y), "click", "1"})) == 0;
+  return Run({"xdotool", "mousemove", std::to_string(x), std::to_string(y), "click", "1"}) == 0;
 }
 
 bool XServer::ChangeMonitors(const std::vector<std::string>& words) {
   std::vector<std::string> command = {"xrandr"};
   command.insert(command.end(), words.begin(), words.end());
-  return RunToEnd(OnDisplay(command)) == 0;
+  return Run(command) == 0;
 }
 
 void XServer::Kill() {

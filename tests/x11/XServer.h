@@ -25,6 +25,10 @@ class XServer {
   bool StartCompositor();
   // Runs a window manager on it; false when none came up.
   bool StartWindowManager();
+  // Runs a program on it to its end; its exit code, or -1 as RunToEnd.
+  int Run(const std::vector<std::string>& command) const;
+  // The command that runs a program on it.
+  std::vector<std::string> OnDisplay(const std::vector<std::string>& command) const;
   // Moves the pointer to that place of the screen, and presses and releases its first button.
   bool Click(int x, int y);
   // Changes its monitors with such words: xrandr's options. False when that fails.
@@ -33,8 +37,6 @@ class XServer {
   void Kill();
 
  private:
-  std::vector<std::string> OnDisplay(const std::vector<std::string>& command) const;
-
   std::unique_ptr<Process> server;
   std::unique_ptr<Process> compositor;
   std::unique_ptr<Process> windowManager;

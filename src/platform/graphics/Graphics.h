@@ -43,7 +43,8 @@ class Color {
   ARGB argb;
 };
 
-struct Point {
+class Point {
+ public:
   Point() = default;
   Point(INT x, INT y) : X(x), Y(y) {}
   INT X = 0;

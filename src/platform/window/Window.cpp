@@ -18,17 +18,19 @@ struct ShownFrame {
   int height = 0;
 };
 
-// A registered window. `users` counts the calls into it under way; it is guarded by the registry's
-// lock. The rest belongs to the one refresh thread that pushes to it.
+// A registered window. `users` counts the calls into it under way; it and `closed` are guarded by
+// the registry's lock. Two engines that show pages on one window take turns.
 struct Registration {
   explicit Registration(LayeredWindow& window) : window(window) {}
 
   LayeredWindow& window;
   int users = 0;
   bool closed = false;
-  ShownFrame shown;
-  std::vector<RECT> changed;
-  std::vector<std::uint32_t> padded;  // a frame larger than the surface, kept for the next push
+  Mutex pushing;
+  ShownFrame shown PARCHLET_GUARDED_BY(pushing);
+  std::vector<RECT> changed PARCHLET_GUARDED_BY(pushing);
+  // A frame larger than the surface, kept for the next push.
+  std::vector<std::uint32_t> padded PARCHLET_GUARDED_BY(pushing);
 };
 
 // Every window of the process, by handle. A handle is a number that is never given out twice, so a
@@ -131,10 +133,11 @@ void CopyArea(const PixelView& surface, const RECT& area, int width,
 }
 
 // What of a window's frame differs from the one that it was shown before.
-void FindChanged(const Registration& registration, const PixelSection& section, int width,
-                 int height, std::vector<RECT>& changed) {
+void FindChanged(Registration& registration, const PixelSection& section, int width, int height)
+    PARCHLET_REQUIRES(registration.pushing) {
+  std::vector<RECT>& changed = registration.changed;
   changed.clear();
-  const ShownFrame& shown = registration.shown;
+  const ShownFrame shown = registration.shown;
   const bool known =
       shown.serial == section.serial && shown.width == width && shown.height == height;
   if (!known || section.version > shown.version + 1) {
@@ -152,7 +155,8 @@ void FindChanged(const Registration& registration, const PixelSection& section, 
 
 // Brings the buffer that stands in for a surface smaller than the window up to date; past the
 // surface it is transparent.
-void UpdatePadded(Registration& registration, const PixelView& surface, int width, int height) {
+void UpdatePadded(Registration& registration, const PixelView& surface, int width, int height)
+    PARCHLET_REQUIRES(registration.pushing) {
   std::vector<std::uint32_t>& padded = registration.padded;
   const auto count = static_cast<std::size_t>(width) * static_cast<std::size_t>(height);
   if (padded.size() != count || registration.shown.serial == 0) {
@@ -167,7 +171,8 @@ void UpdatePadded(Registration& registration, const PixelView& surface, int widt
 
 bool Push(Registration& registration, const PixelSection& section, int width, int height) {
   const PixelView surface = {section.pixels.get(), section.width, section.height};
-  FindChanged(registration, section, width, height, registration.changed);
+  MutexLock lock(registration.pushing);
+  FindChanged(registration, section, width, height);
   LayeredFrame frame{};
   frame.width = width;
   frame.height = height;

@@ -19,9 +19,7 @@ class DrawStringTest : public testing::Test {
  protected:
   DrawStringTest() { SelectObject(&context, &bitmap); }
 
-  static PixelSection MakeBitmap() {
-    return {120, 60, AllocatePixels(std::size_t{120} * 60)};
-  }
+  static PixelSection MakeBitmap() { return {120, 60, AllocatePixels(std::size_t{120} * 60)}; }
 
   std::vector<std::uint32_t> Pixels() const {
     return {bitmap.pixels.get(), bitmap.pixels.get() + std::size_t{120} * 60};

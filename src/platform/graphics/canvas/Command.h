@@ -17,6 +17,8 @@ struct Box {
   std::int32_t y = 0;
   std::int32_t width = 0;
   std::int32_t height = 0;
+
+  friend bool operator==(const Box&, const Box&) = default;
 };
 
 struct Command {
@@ -28,7 +30,8 @@ struct Command {
   std::size_t pointCount = 0;
   std::size_t firstPart = 0;  // and their parts
   std::size_t partCount = 0;
-  Box part;  // of a picture: what of it is drawn
+  bool isNear = false;  // the parts tell where its ink is
+  Box part;             // of a picture: what of it is drawn
   std::shared_ptr<const Picture> picture;
   raster::PixelRect reach;  // no pixel outside is touched
 };

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <bit>
 #include <cmath>
+#include <cstring>
 #include <utility>
 
 #include "platform/graphics/canvas/Hash.h"
@@ -35,6 +36,15 @@ std::uint64_t HashOf(const Box& box) {
   return Mix(Mix(1, Pair(box.x, box.y)), Pair(box.width, box.height));
 }
 
+Command CommandOf(Shape shape, std::uint32_t argb, float penWidth, const Box& box) {
+  Command command;
+  command.shape = shape;
+  command.argb = argb;
+  command.penWidth = raster::UsableWidth(penWidth);
+  command.box = box;
+  return command;
+}
+
 std::uint64_t StyleOf(const Command& command) {
   const auto shape = static_cast<std::uint64_t>(command.shape);
   return Finish(Mix(Mix(shape + 1, command.argb), std::bit_cast<std::uint32_t>(command.penWidth)));
@@ -51,37 +61,57 @@ Frame::Frame(const raster::PixelSurface& surface, int threads)
 
 Frame::~Frame() = default;
 
-void Frame::DropCommands() {
-  for (Command& command : commands) {
-    if (command.picture != nullptr) {
-      pictures.push_back(std::move(command.picture));
-    }
-  }
-  commands.clear();
-  points.clear();
-  parts.clear();
+void Frame::Restart() {
+  used = 0;
+  usedPoints = 0;
+  usedParts = 0;
+  finished = false;
 }
 
 void Frame::Clear(std::uint32_t argb) {
-  DropCommands();
+  Restart();
   cleared = true;
-  finished = false;
   clearColor = argb;
   tiles.StartOver(canvas::Finish(Mix(1, argb)));
 }
 
-Command& Frame::Add(Shape shape, std::uint32_t argb, float penWidth) {
-  if (finished) {
-    DropCommands();
-    cleared = false;
-    finished = false;
+// Whether the frame before went on like this.
+bool Frame::Repeats(const Command& next, std::span<const raster::GridPoint> line) const {
+  if (used == commands.size()) {
+    return false;
   }
-  Command& command = commands.emplace_back();
-  command.shape = shape;
-  command.argb = argb;
-  command.penWidth = raster::UsableWidth(penWidth);
-  command.firstPoint = points.size();
-  return command;
+  const Command& old = commands[used];
+  return old.shape == next.shape && old.argb == next.argb && old.penWidth == next.penWidth &&
+         old.box == next.box && old.part == next.part && old.picture == next.picture &&
+         old.pointCount == line.size() &&
+         (line.empty() ||
+          std::memcmp(line.data(), points.data() + usedPoints, line.size_bytes()) == 0);
+}
+
+// Forgets what is left of the frame before.
+void Frame::Truncate() {
+  for (std::size_t i = used; i < commands.size(); ++i) {
+    if (commands[i].picture != nullptr) {
+      pictures.push_back(std::move(commands[i].picture));
+    }
+  }
+  commands.resize(used);
+  points.resize(usedPoints);
+  parts.resize(usedParts);
+  partHashes.resize(usedParts);
+}
+
+// Records a command without points.
+Command& Frame::Add(Command next) {
+  if (finished) {
+    Restart();
+    cleared = false;
+  }
+  if (!Repeats(next, {})) {
+    Truncate();
+    commands.push_back(std::move(next));
+  }
+  return commands[used++];
 }
 
 raster::PixelRect Frame::Reach(std::int64_t left, std::int64_t top, std::int64_t right,
@@ -106,41 +136,56 @@ void Frame::Stroke(std::span<const raster::GridPoint> line, bool closed, float p
   if (line.empty()) {
     return;
   }
-  Command& command = Add(closed ? Shape::kPolygon : Shape::kPolyline, argb, penWidth);
-  points.insert(points.end(), line.begin(), line.end());
-  command.pointCount = line.size();
-  NoteLine(command);
+  if (finished) {
+    Restart();
+    cleared = false;
+  }
+  Command next = CommandOf(closed ? Shape::kPolygon : Shape::kPolyline, argb, penWidth, {});
+  if (!Repeats(next, line)) {
+    Truncate();
+    next.firstPoint = usedPoints;
+    next.pointCount = line.size();
+    points.insert(points.end(), line.begin(), line.end());
+    MeasureLine(next);
+    commands.push_back(std::move(next));
+  }
+  NoteLine(commands[used]);
+  ++used;
+  usedPoints += line.size();
+  usedParts += commands[used - 1].partCount;
 }
 
 // A long line is noted part by part, so that a point added to its end changes the tiles around that
 // end alone, and so that a band passes over the parts that it does not show.
-void Frame::NoteLine(Command& command) {
+void Frame::MeasureLine(Command& command) {
   const std::span line = std::span(points).subspan(command.firstPoint, command.pointCount);
   const bool closed = command.shape == Shape::kPolygon;
   MeasureParts(line, closed ? line.size() : raster::kPartSegments, lineParts);
-  tiles.BeginMark(StyleOf(command));
-  command.firstPart = parts.size();
+  command.firstPart = usedParts;
+  command.partCount = lineParts.size();
   command.reach = {surface.width, surface.height, 0, 0};
-  bool isNear = !closed;
+  command.isNear = !closed;
   for (const LinePart& part : lineParts) {
     const raster::PixelRect reach = Reach(part.low.x, part.low.y, part.high.x, part.high.y,
                                           MarginOf(command.penWidth, part.sharp || closed));
     parts.push_back(reach);
-    isNear = isNear && raster::IsNear(part.low, part.high, surface.Bounds());
+    partHashes.push_back(part.hash);
+    command.isNear = command.isNear && raster::IsNear(part.low, part.high, surface.Bounds());
     if (!reach.IsEmpty()) {
-      tiles.AddPart(reach, part.hash);
       command.reach = Unite(command.reach, reach);
     }
   }
-  if (!isNear) {
-    parts.resize(command.firstPart);
+}
+
+void Frame::NoteLine(const Command& command) {
+  tiles.BeginMark(StyleOf(command));
+  for (std::size_t i = command.firstPart; i < command.firstPart + command.partCount; ++i) {
+    tiles.AddPart(parts[i], partHashes[i]);
   }
-  command.partCount = parts.size() - command.firstPart;
 }
 
 void Frame::StrokeEllipse(const Box& box, float penWidth, std::uint32_t argb) {
-  Command& command = Add(Shape::kEllipse, argb, penWidth);
-  command.box = box;
+  Command& command = Add(CommandOf(Shape::kEllipse, argb, penWidth, box));
   // Where the outline bends tighter than the pen is wide, its joints may be as sharp as any.
   const double wide = std::max(box.width, box.height) / 2.0;
   const double narrow = std::min(box.width, box.height) / 2.0;
@@ -149,18 +194,15 @@ void Frame::StrokeEllipse(const Box& box, float penWidth, std::uint32_t argb) {
 }
 
 void Frame::Fill(const Box& box, std::uint32_t argb) {
-  Command& command = Add(Shape::kFill, argb, 1);
-  command.box = box;
-  NoteBox(command, 2, 0);
+  NoteBox(Add(CommandOf(Shape::kFill, argb, 1, box)), 2, 0);
 }
 
 void Frame::DrawPicture(std::shared_ptr<const Picture> picture, const Box& part, const Box& box) {
   const auto address = reinterpret_cast<std::uintptr_t>(picture.get());
-  Command& command = Add(Shape::kPicture, 0, 1);
-  command.box = box;
-  command.part = part;
-  command.picture = std::move(picture);
-  NoteBox(command, Mix(Mix(3, address), HashOf(part)), 0);
+  Command next = CommandOf(Shape::kPicture, 0, 1, box);
+  next.part = part;
+  next.picture = std::move(picture);
+  NoteBox(Add(std::move(next)), Mix(Mix(3, address), HashOf(part)), 0);
 }
 
 void Frame::Paint(raster::Rasterizer& rasterizer, const raster::PixelRect& area) const {
@@ -168,7 +210,7 @@ void Frame::Paint(raster::Rasterizer& rasterizer, const raster::PixelRect& area)
   if (cleared) {
     rasterizer.Clear(clearColor);
   }
-  for (const Command& command : commands) {
+  for (const Command& command : std::span(commands).first(used)) {
     const Box& box = command.box;
     const raster::PixelRect clip = Intersect(WholeColumns(command.reach), area);
     if (clip.IsEmpty()) {
@@ -179,9 +221,10 @@ void Frame::Paint(raster::Rasterizer& rasterizer, const raster::PixelRect& area)
     switch (command.shape) {
       case Shape::kPolyline:
       case Shape::kPolygon:
-        rasterizer.Stroke({points.data() + command.firstPoint, command.pointCount},
-                          command.shape == Shape::kPolygon, command.penWidth, command.argb,
-                          {parts.data() + command.firstPart, command.partCount});
+        rasterizer.Stroke(
+            {points.data() + command.firstPoint, command.pointCount},
+            command.shape == Shape::kPolygon, command.penWidth, command.argb,
+            {parts.data() + command.firstPart, command.isNear ? command.partCount : 0});
         break;
       case Shape::kEllipse:
         rasterizer.StrokeEllipse(box.x, box.y, box.width, box.height, command.penWidth,
@@ -241,6 +284,7 @@ void Frame::PaintBands() {
 
 std::span<const raster::PixelRect> Frame::Finish() {
   changed.clear();
+  Truncate();
   finished = true;
   if (cleared) {
     pictures.clear();

@@ -40,12 +40,15 @@ class Frame {
   std::span<const raster::PixelRect> Finish();
 
  private:
-  void DropCommands();
-  Command& Add(Shape shape, std::uint32_t argb, float penWidth);
+  void Restart();
+  bool Repeats(const Command& next, std::span<const raster::GridPoint> line) const;
+  void Truncate();
+  Command& Add(Command next);
   raster::PixelRect Reach(std::int64_t left, std::int64_t top, std::int64_t right,
                           std::int64_t bottom, int margin) const;
   void NoteBox(Command& command, std::uint64_t hash, int margin);
-  void NoteLine(Command& command);
+  void MeasureLine(Command& command);
+  void NoteLine(const Command& command);
   void Paint(raster::Rasterizer& rasterizer, const raster::PixelRect& area) const;
   void PaintPicture(const Command& command, const raster::PixelRect& area) const;
   void PaintBands();
@@ -53,10 +56,16 @@ class Frame {
 
   raster::PixelSurface surface;
   TileMap tiles;
+  // The recorded commands are the first `used` ones. Behind them stand those of the frame before
+  // that have not been overwritten yet: what is drawn again as it was need not be measured again.
   std::vector<Command> commands;
   std::vector<raster::GridPoint> points;
-  std::vector<raster::PixelRect> parts;  // what each part of the lines may touch
-  std::vector<LinePart> lineParts;       // of the line that is being noted
+  std::vector<raster::PixelRect> parts;   // what each part of the lines may touch
+  std::vector<std::uint64_t> partHashes;  // and what it looks like
+  std::size_t used = 0;
+  std::size_t usedPoints = 0;
+  std::size_t usedParts = 0;
+  std::vector<LinePart> lineParts;  // of the line that is being measured
   // The pictures of the frames since the Clear before: they live on while this one is recorded, so
   // that equal addresses mean equal pictures.
   std::vector<std::shared_ptr<const Picture>> pictures;

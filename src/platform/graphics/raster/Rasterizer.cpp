@@ -41,7 +41,11 @@ void Rasterizer::StrokeEllipse(std::int32_t x, std::int32_t y, std::int32_t widt
     return;
   }
   if (width == 0 || height == 0) {
-    const GridPoint ends[] = {{x, y}, {x + width, y + height}};
+    const auto end = [](std::int32_t from, std::int32_t extent) {
+      return static_cast<std::int32_t>(
+          std::min<std::int64_t>(std::int64_t{from} + extent, INT32_MAX));
+    };
+    const GridPoint ends[] = {{x, y}, {end(x, width), end(y, height)}};
     Stroke(ends, false, penWidth, argb);
     return;
   }

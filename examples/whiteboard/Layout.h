@@ -1,0 +1,26 @@
+// Layout.h - where things are in the whiteboard's window.
+#pragma once
+
+#include <parchlet/Platform.h>
+
+namespace whiteboard {
+
+inline constexpr int kToolbarHeight = 56;
+inline constexpr int kStatusHeight = 36;
+
+// Pixels of the window's inside.
+struct Layout {
+  RECT toolbar;
+  RECT desk;  // between the bars; the page lies in its middle
+  RECT page;  // never empty
+  RECT status;
+};
+
+// `aspect` is the page's width divided by its height; the page is as large as fits.
+Layout MakeLayout(int width, int height, double aspect);
+
+inline bool Contains(const RECT& area, int x, int y) {
+  return x >= area.left && x < area.right && y >= area.top && y < area.bottom;
+}
+
+}  // namespace whiteboard

@@ -1,0 +1,84 @@
+#include "Options.h"
+
+#include <charconv>
+#include <CLI/CLI.hpp>
+#include <filesystem>
+#include <iostream>
+#include <string_view>
+
+#include "Failure.h"
+#include "Help.h"
+
+namespace whiteboard {
+
+namespace {
+
+constexpr int kMinWidth = 1080;
+constexpr int kMinHeight = 320;
+constexpr int kMaxExtent = 16384;
+
+void ParseSize(std::string_view text, Options& options) {
+  const auto read = [](std::string_view part) {
+    int value = 0;
+    const char* end = part.data() + part.size();
+    const auto [last, error] = std::from_chars(part.data(), end, value);
+    return error == std::errc() && last == end ? value : 0;
+  };
+  const std::size_t cross = text.find('x');
+  options.width = read(text.substr(0, cross));
+  options.height = cross == std::string_view::npos ? 0 : read(text.substr(cross + 1));
+  if (options.width < kMinWidth || options.height < kMinHeight || options.width > kMaxExtent ||
+      options.height > kMaxExtent) {
+    throw Failure("--size must be WIDTHxHEIGHT in pixels, at least " + std::to_string(kMinWidth) +
+                  "x" + std::to_string(kMinHeight));
+  }
+}
+
+}  // namespace
+
+std::optional<Options> ParseOptions(int argc, const char* const* argv) {
+  Options options;
+  std::string size = "1280x860";
+  std::string peer = "Peer";
+  bool hasPeer = false;
+  CLI::App app("A whiteboard on the desktop, drawn by the Parchlet engine.", "parchlet-whiteboard");
+  app.footer(HelpText());
+  app.set_version_flag("--version", "parchlet-whiteboard " PARCHLET_VERSION,
+                       "Print the version and exit");
+  app.add_option("contents", options.contents,
+                 "Pictures to draw on, one page each; a folder of pictures is a document");
+  app.add_option("--name", options.name, "Your nickname")->type_name("NAME")->capture_default_str();
+  app.add_flag("--peer", hasPeer, "A second participant, with a window of its own");
+  app.add_option("--peer-name", peer, "The second participant's nickname")
+      ->type_name("NAME")
+      ->capture_default_str();
+  CLI::Option* overlay = app.add_flag("--overlay", options.overlay, "Draw over the live desktop");
+  app.add_option("--monitor", options.monitor, "The monitor to draw over (default: the main one)")
+      ->type_name("NAME")
+      ->needs(overlay);
+  app.add_option("--size", size, "Size of the window in pixels")
+      ->type_name("WxH")
+      ->capture_default_str();
+  app.add_option("--export-folder", options.exportFolder, "Where exported pictures go")
+      ->type_name("FOLDER")
+      ->capture_default_str();
+  try {
+    app.parse(argc, argv);
+  } catch (const CLI::ParseError& error) {
+    if (error.get_exit_code() == 0) {
+      app.exit(error, std::cout, std::cerr);
+      return std::nullopt;
+    }
+    throw Failure(std::string(error.what()) + " (see --help)");
+  }
+  ParseSize(size, options);
+  if (hasPeer) {
+    options.peer = peer;
+  }
+  if (!std::filesystem::is_directory(options.exportFolder)) {
+    throw Failure("--export-folder: there is no folder " + options.exportFolder);
+  }
+  return options;
+}
+
+}  // namespace whiteboard

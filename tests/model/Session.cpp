@@ -1,0 +1,233 @@
+#include "model/Session.h"
+
+#include <algorithm>
+#include <fstream>
+
+#include "support/TestAccess.h"
+
+namespace {
+
+constexpr std::size_t kTraceLength = 40;
+
+void AppendNumber(std::string& bytes, std::uint32_t value, int count) {
+  for (int i = 0; i < count; ++i) {
+    bytes += static_cast<char>(value >> (8 * i));
+  }
+}
+
+// A black bitmap file of 24 bits a pixel.
+std::string MakeBitmapFile(std::uint32_t width, std::uint32_t height) {
+  const std::uint32_t size = (width * 3 + 3) / 4 * 4 * height;
+  std::string bytes = "BM";
+  AppendNumber(bytes, 54 + size, 4);
+  AppendNumber(bytes, 0, 4);
+  AppendNumber(bytes, 54, 4);
+  AppendNumber(bytes, 40, 4);
+  AppendNumber(bytes, width, 4);
+  AppendNumber(bytes, height, 4);
+  AppendNumber(bytes, 1, 2);
+  AppendNumber(bytes, 24, 2);
+  AppendNumber(bytes, 0, 4);
+  AppendNumber(bytes, size, 4);
+  bytes.append(16 + size, '\0');
+  return bytes;
+}
+
+}  // namespace
+
+void Records::Write(int level, const std::string& line) {
+  const std::size_t blank = line.find(' ');
+  const std::size_t end = line.find(']');
+  lines.push_back(std::to_string(level) + " " + line.substr(blank + 1, end - blank - 1) + ": " +
+                  line.substr(end + 1));
+}
+
+Session::Session(std::function<std::uint8_t()> decisions, bool isPaintedAtOnce)
+    : any(std::move(decisions)),
+      isPaintedAtOnce(isPaintedAtOnce),
+      pictures{MakeBitmapFile(2, 3), MakeBitmapFile(70, 2), "no picture"} {
+  windows.emplace_back(RECT{0, 0, 64, 48});
+  windows.emplace_back(RECT{-20, 10, 60, 40});
+  deadWindow = MemoryWindow({0, 0, 9, 9}).Handle();
+  engine = std::make_unique<Parchlet>();
+  plain.log.emplace_back("2 Parchlet::Parchlet: constructor");
+}
+
+void Session::Trace(const std::string& call) {
+  trace.push_back(call);
+  if (trace.size() > kTraceLength) {
+    trace.pop_front();
+  }
+}
+
+void Session::MakeOneCall() {
+  static constexpr struct {
+    void (Session::*call)();
+    int weight;
+  } kCalls[] = {{&Session::ReceiveMark, 36},
+                {&Session::ReceiveHeldAgain, 8},
+                {&Session::ReceiveThePagesOwn, 4},
+                {&Session::ReceiveNothing, 1},
+                {&Session::Cancel, 12},
+                {&Session::LookUp, 8},
+                {&Session::Clear, 1},
+                {&Session::ChangeAMark, 12},
+                {&Session::StartDrawing, 16},
+                {&Session::MoveDrawing, 16},
+                {&Session::EndDrawing, 4},
+                {&Session::AskForDrawing, 4},
+                {&Session::AskForDot, 4},
+                {&Session::PlacePicture, 4},
+                {&Session::SetTip, 1},
+                {&Session::StartSelecting, 14},
+                {static_cast<void (Session::*)()>(&Session::MoveSelecting), 16},
+                {&Session::EndSelecting, 6},
+                {&Session::AskForSelection, 4},
+                {&Session::GrabSelection, 24},
+                {&Session::AskEraser, 16},
+                {&Session::Erase, 3},
+                {&Session::EraseSelection, 1},
+                {&Session::ChangeSettings, 6},
+                {&Session::StartAndStop, 1},
+                {&Session::ChangeDocuments, 1},
+                {&Session::AskForDocuments, 2},
+                {&Session::AddPage, 5},
+                {&Session::RemovePage, 1},
+                {&Session::AskForPages, 4},
+                {&Session::ResizePage, 6},
+                {&Session::ResizeStorm, 1},
+                {&Session::Navigate, 5},
+                {&Session::AskForCurrentPage, 2},
+                {&Session::MakeIdleCalls, 1},
+                {&Session::Refresh, 14},
+                {&Session::PassTime, 4}};
+  const int kinds = static_cast<int>(std::size(kCalls));
+  int weights = 0;
+  for (const auto& [call, weight] : kCalls) {
+    weights += weight;
+  }
+  int left = (any.Below(256) * 256 + any.Below(256)) % weights;
+  int kind = 0;
+  while (kind < kinds - 1 && left >= kCalls[kind].weight) {
+    left -= kCalls[kind++].weight;
+  }
+  auto call = kCalls[kind].call;
+  // A host without a page has little to call.
+  if (plain.CurrentPage() == nullptr && !any.OneIn(4)) {
+    call = plain.current ? &Session::AddPage : &Session::ChangeDocuments;
+  }
+  ++callCount;
+  (this->*call)();
+  Settle();
+  SameEverywhere();
+}
+
+void Session::Start() {
+  Same("Init", engine->Init(), 1);
+  plain.isInitialised = true;
+}
+
+void Session::Settle() {
+  if (isPaintedAtOnce) {
+    ParchletTestAccess::Refresh(*engine);
+    PaintModel();
+  }
+}
+
+std::string Session::PictureFile(std::size_t which) {
+  if (!folder) {
+    folder.emplace();
+    for (std::size_t i = 0; i < pictures.size(); ++i) {
+      std::ofstream(folder->File(std::to_string(i)), std::ios::binary) << pictures[i];
+    }
+  }
+  return folder->File(which < pictures.size() ? std::to_string(which) : "no");
+}
+
+void Session::PaintModel() {
+  if (PlainPage* page = plain.CurrentPage()) {
+    page->Paint(tick);
+  }
+}
+
+void Session::Refresh() {
+  Trace("refresh");
+  const int pushed = ParchletTestAccess::Refresh(*engine);
+  Same("a push", pushed != 0, plain.CurrentPage() != nullptr);
+  PaintModel();
+}
+
+void Session::PassTime() {
+  if (isPaintedAtOnce) {
+    return;
+  }
+  static const std::vector<std::uint64_t> waits = {1, 40, 1999, 2000, 2960, 5000, 7999, 8000};
+  tick += any.OneOf(waits);
+  Trace("the time is " + std::to_string(tick));
+  clock.Set(tick);
+}
+
+Session::Known Session::AnyPage() {
+  // The current page is where most things happen.
+  if (plain.CurrentPage() != nullptr && !any.OneIn(4)) {
+    return {*plain.current, plain.CurrentPage()->id, plain.CurrentPage()};
+  }
+  if (!any.OneIn(4)) {
+    std::vector<Known> known;
+    for (auto& [doc, document] : plain.documents) {
+      for (auto& [page, model] : document.pages) {
+        known.push_back({doc, page, &model});
+      }
+    }
+    if (!known.empty()) {
+      return any.OneOf(known);
+    }
+  }
+  const std::string doc = any.DocId();
+  const std::string page = any.PageId();
+  const bool isThere =
+      plain.documents.contains(doc) && plain.documents.at(doc).pages.contains(page);
+  return {doc, page, isThere ? &plain.documents.at(doc).pages.at(page) : nullptr};
+}
+
+std::vector<PlainMarkPtr> Session::MarksOf(const PlainPage& page) const {
+  std::vector<PlainMarkPtr> marks;
+  for (const auto& [author, authored] : page.confirmed) {
+    for (const auto& [id, mark] : authored) {
+      marks.push_back(mark);
+    }
+  }
+  for (const auto& [id, mark] : page.pending) {
+    marks.push_back(mark);
+  }
+  if (page.background != nullptr) {
+    marks.push_back(page.background);
+  }
+  return marks;
+}
+
+PlainMarkPtr Session::AnyMark() {
+  const Known page = AnyPage();
+  std::vector<PlainMarkPtr> marks =
+      page.plain != nullptr ? MarksOf(*page.plain) : std::vector<PlainMarkPtr>();
+  std::erase_if(marks, [](const PlainMarkPtr& mark) { return mark->object == nullptr; });
+  return marks.empty() ? nullptr : any.OneOf(marks);
+}
+
+std::string Session::AnyMarkIdOn(const PlainPage* page) {
+  const std::vector<PlainMarkPtr> marks =
+      page != nullptr ? MarksOf(*page) : std::vector<PlainMarkPtr>();
+  return marks.empty() || any.OneIn(3) ? any.MarkId() : any.OneOf(marks)->id;
+}
+
+std::string Session::AnyAuthorOn(const PlainPage* page) {
+  if (page == nullptr || page->confirmed.empty() || any.OneIn(3)) {
+    return any.UserId();
+  }
+  const auto skipped = any.Below(static_cast<int>(page->confirmed.size()));
+  return std::next(page->confirmed.begin(), skipped)->first;
+}
+
+MemoryWindow& Session::AnyWindow() {
+  return windows[static_cast<std::size_t>(any.Below(static_cast<int>(windows.size())))];
+}

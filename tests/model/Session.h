@@ -1,0 +1,168 @@
+// A generated host: makes every call to the engine and to its plain model, and compares.
+#pragma once
+
+#include <cstdint>
+#include <deque>
+#include <memory>
+#include <optional>
+#include <stdexcept>
+#include <string>
+#include <vector>
+
+#include <parchlet/ILogger.h>
+#include <parchlet/MemoryWindow.h>
+#include <parchlet/Parchlet.h>
+
+#include "model/Decisions.h"
+#include "model/PlainEngine.h"
+#include "support/ReplacedClock.h"
+#include "support/TemporaryFolder.h"
+
+// The engine and its model part; the message tells where, and the calls that led there.
+class Difference : public std::runtime_error {
+ public:
+  using std::runtime_error::runtime_error;
+};
+
+// Keeps the records of the engine, as "LEVEL FUNCTION: MESSAGE".
+class Records final : public ILogger {
+ public:
+  Records() { SetLogger("SDK", this); }
+  ~Records() override { SetLogger("SDK", nullptr); }
+  Records(const Records&) = delete;
+  Records& operator=(const Records&) = delete;
+
+  void Write(int level, const std::string& line) override;
+
+  std::vector<std::string> lines;
+};
+
+// The one host thread of an engine. It keeps to the contract and to nothing else: a pointer is not
+// used after the call that deletes its mark. One at a time, for the sake of clock and logger.
+//
+// With `isPaintedAtOnce` every call is followed by a frame, so that frames which other threads
+// paint between the calls change nothing and need not be known to the model; the clock then stands.
+class Session {
+ public:
+  Session(std::function<std::uint8_t()> decisions, bool isPaintedAtOnce);
+
+  // Starts the engine's own refresh timer; only for a session that is painted at once.
+  void Start();
+  // Makes one call and compares; throws Difference.
+  void MakeOneCall();
+  std::uint64_t CallCount() const { return callCount; }
+  Parchlet& Engine() { return *engine; }
+
+ private:
+  using Ids = std::vector<std::string>;
+  using PointList = std::vector<AnnotationPoint>;
+
+  // An object that is still this host's, to be handed over again.
+  struct Held {
+    std::unique_ptr<Annotation> object;
+    PlainMarkPtr plain;
+  };
+  struct Known {
+    std::string doc, page;
+    PlainPage* plain;
+  };
+
+  // --- Calls, by theme; one source file each ---
+  void ChangeSettings();
+  void StartAndStop();
+  void ChangeDocuments();
+  void AskForDocuments();
+  void AddPage();
+  void RemovePage();
+  void AskForPages();
+  void AskForPageCreator();
+  void ResizePage();
+  void ResizeStorm();
+  void Navigate();
+  void AskForCurrentPage();
+  void MakeIdleCalls();
+
+  void StartDrawing();
+  void MoveDrawing();
+  void EndDrawing();
+  void AskForDrawing();
+  void AskForDot();
+  void PlacePicture();
+  void SetTip();
+
+  void ReceiveMark();
+  void ReceiveHeldAgain();
+  void ReceiveThePagesOwn();
+  void ReceiveNothing();
+  void Cancel();
+  void LookUp();
+  void Clear();
+  void ChangeAMark();
+
+  void StartSelecting();
+  void MoveSelecting();
+  void MoveSelecting(POINT point);
+  void EndSelecting();
+  void AskForSelection();
+  void GrabSelection();
+  void Press(POINT point);
+  void AskEraser();
+  void Erase();
+  void EraseSelection();
+
+  void Refresh();
+  void PassTime();
+
+  // --- Choosing ---
+  // Ids that mostly name a page.
+  Known AnyPage();
+  std::string AnyMarkIdOn(const PlainPage* page);
+  std::string AnyAuthorOn(const PlainPage* page);
+  std::vector<PlainMarkPtr> MarksOf(const PlainPage& page) const;
+  PlainMarkPtr AnyMark();
+  MemoryWindow& AnyWindow();
+  // Keeps the object when the page does not take it.
+  void HandOver(const Known& to, Held given);
+  Held MakePeersMark(const Known& to);
+
+  // --- Comparing ---
+  template <class T>
+  void Same(const char* what, const T& engines, const T& models) {
+    if (!(engines == models)) {
+      Part(what, Text(engines), Text(models));
+    }
+  }
+  void SameObject(const char* what, Annotation* engines, const PlainMarkPtr& models);
+  void SameMark(const std::string& where, const Annotation& engines, const PlainMark& models);
+  void SameMarks(const std::string& where, const std::map<std::string, Annotation*>& engines,
+                 const PlainPage::Marks& models);
+  void SamePage(const std::string& doc, PlainPage& page);
+  void SameEverywhere();
+  [[noreturn]] void Part(const std::string& what, const std::string& engines,
+                         const std::string& models);
+  static std::string Text(const std::string& value) { return "\"" + value.substr(0, 36) + "\""; }
+  static std::string Text(long long value) { return std::to_string(value); }
+  static std::string Text(const Ids& values);
+  static std::string Text(const AnnotationPageInfo& info);
+
+  void Trace(const std::string& call);
+  void PaintModel();
+  // After each call to the engine, where several make one call here.
+  void Settle();
+  std::string PictureFile(std::size_t which);
+
+  Decisions any;
+  bool isPaintedAtOnce;
+  ReplacedClock clock{1'000'000};
+  std::uint64_t tick = 1'000'000;
+  std::optional<TemporaryFolder> folder;  // made for the first picture file
+  std::vector<std::string> pictures;      // the bytes of files; the last is no picture
+  Records records;
+  std::deque<MemoryWindow> windows;
+  HWND deadWindow = nullptr;
+  PlainEngine plain;
+  std::unique_ptr<Parchlet> engine;
+  std::deque<Held> held;
+  std::deque<std::string> trace;
+  std::uint64_t callCount = 0;
+};
