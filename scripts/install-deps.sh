@@ -1,5 +1,5 @@
 #!/usr/bin/env bash
-# Installs the Debian packages that are still missing. Usage: install-deps.sh demo|test
+# Installs the Debian packages that are still missing. Usage: install-deps.sh demo|test|package|windows
 # As root, or with sudo.
 set -euo pipefail
 
@@ -11,6 +11,12 @@ packages=(g++ cmake ninja-build pkg-config libcairo2-dev libpng-dev
 if [[ $purpose == test ]]; then
   packages+=(git python3 clang libclang-rt-14-dev clang-format clang-tidy libgtest-dev libgmock-dev
     libbenchmark-dev fonts-dejavu-core xvfb picom xdotool x11-xserver-utils openbox)
+fi
+if [[ $purpose == package ]]; then
+  packages+=(dpkg-dev file debootstrap)
+fi
+if [[ $purpose == windows ]]; then
+  packages=(cmake ninja-build g++-mingw-w64-x86-64-posix)
 fi
 
 missing=()

@@ -14,6 +14,8 @@
  * Ownership: what a function with New or Copy in its name gives is the host's, to be freed once
  * with the function of the same name that ends in Free. What any other function gives is borrowed.
  *
+ * On Windows the host starts GDI+ (GdiplusStartup) before it makes a page.
+ *
  * Threads: an engine and the marks of its pages are for one thread at a time, the host's, as are
  * marks and texts of the host's own. Windows and loggers may be used from any thread.
  */

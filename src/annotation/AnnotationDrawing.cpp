@@ -41,9 +41,11 @@ void GiveExtent(LONG& low, LONG& high) {
 }
 
 Gdiplus::Rect Within(const RECT& box) {
-  const auto limit = [](LONG value) { return std::clamp(value, -kFarthest, kFarthest); };
-  const LONG left = limit(box.left);
-  const LONG top = limit(box.top);
+  const auto limit = [](LONG value) {
+    return static_cast<int>(std::clamp<LONG>(value, -kFarthest, kFarthest));
+  };
+  const int left = limit(box.left);
+  const int top = limit(box.top);
   return {left, top, limit(box.right) - left, limit(box.bottom) - top};
 }
 

@@ -1,0 +1,84 @@
+# What the library is made of off Windows besides the engine: the platform layer.
+
+# The image room stands alone: the replay tool writes its pictures with it as well.
+add_library(parchlet_image OBJECT
+  platform/image/BmpDecoder.cpp
+  platform/image/BmpEncoder.cpp
+  platform/image/BmpHeader.cpp
+  platform/image/BmpRle.cpp
+  platform/image/GifDecoder.cpp
+  platform/image/JpegDecoder.cpp
+  platform/image/JpegEncoder.cpp
+  platform/image/Picture.cpp
+  platform/image/PngDecoder.cpp
+  platform/image/PngEncoder.cpp
+  platform/image/ReplacingFile.cpp
+  platform/image/SavePicture.cpp)
+target_include_directories(parchlet_image PUBLIC ${CMAKE_CURRENT_SOURCE_DIR})
+target_link_libraries(parchlet_image PUBLIC GIF::GIF JPEG::JPEG PNG::PNG)
+parchlet_target(parchlet_image)
+
+# The rasterizer and the frame stand alone as well. Results must not depend on whether the compiler
+# fuses a multiplication and an addition. On x86 every processor since 2006 has what it needs at
+# least; what it uses beyond that is chosen at run time.
+add_library(parchlet_raster OBJECT
+  platform/graphics/canvas/BandPool.cpp
+  platform/graphics/canvas/Frame.cpp
+  platform/graphics/canvas/LinePart.cpp
+  platform/graphics/canvas/TileMap.cpp
+  platform/graphics/raster/Blend.cpp
+  platform/graphics/raster/Cover.cpp
+  platform/graphics/raster/CoveragePlane.cpp
+  platform/graphics/raster/Dot.cpp
+  platform/graphics/raster/Ellipse.cpp
+  platform/graphics/raster/LoosePieces.cpp
+  platform/graphics/raster/MeasureChunk.cpp
+  platform/graphics/raster/Rasterizer.cpp
+  platform/graphics/raster/StretchRows.cpp
+  platform/graphics/raster/Stroker.cpp)
+target_include_directories(parchlet_raster PUBLIC
+  ${PROJECT_SOURCE_DIR}/include ${CMAKE_CURRENT_SOURCE_DIR})
+target_link_libraries(parchlet_raster PUBLIC PkgConfig::HWY Threads::Threads)
+target_compile_options(parchlet_raster PRIVATE -ffp-contract=off)
+if(CMAKE_SYSTEM_PROCESSOR MATCHES "x86_64|AMD64")
+  target_compile_options(parchlet_raster PRIVATE -mssse3)
+endif()
+parchlet_target(parchlet_raster)
+
+target_sources(parchlet_objects PRIVATE
+  c/Window.cpp
+  platform/clock/Clock.cpp
+  platform/com/Com.cpp
+  platform/display/DesktopLayers.cpp
+  platform/display/MemoryDesktop.cpp
+  platform/display/Screen.cpp
+  platform/files/Files.cpp
+  platform/gdi/Gdi.cpp
+  platform/graphics/Bitmap.cpp
+  platform/graphics/Graphics.cpp
+  platform/graphics/Image.cpp
+  platform/graphics/Painter.cpp
+  platform/graphics/Stretch.cpp
+  platform/graphics/Text.cpp
+  platform/graphics/TextPictures.cpp
+  platform/text/CodePage.cpp
+  platform/text/FontFamilies.cpp
+  platform/text/GlyphOutlines.cpp
+  platform/text/Paths.cpp
+  platform/text/TextPainter.cpp
+  platform/text/Unicode.cpp
+  platform/window/MemoryWindow.cpp
+  platform/window/Window.cpp)
+# Cairo is Pango's painter of text; everything else is painted by the rasterizer.
+target_link_libraries(parchlet_objects PUBLIC parchlet_image parchlet_raster
+  PkgConfig::CAIRO PkgConfig::PANGO Threads::Threads)
+
+set(layer_objects $<TARGET_OBJECTS:parchlet_image> $<TARGET_OBJECTS:parchlet_raster>)
+set(layer_libraries PkgConfig::CAIRO PkgConfig::PANGO PkgConfig::HWY GIF::GIF JPEG::JPEG PNG::PNG
+  Threads::Threads)
+set(layer_link_depends ${CMAKE_CURRENT_SOURCE_DIR}/parchlet.map)
+set(layer_link_options -Wl,--version-script=${layer_link_depends})
+if(NOT PARCHLET_SANITIZE)
+  # A missing symbol fails here, not in the host. The sanitizers leave theirs open.
+  list(APPEND layer_link_options -Wl,--no-undefined)
+endif()
