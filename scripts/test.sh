@@ -1,8 +1,7 @@
 #!/usr/bin/env bash
 # Builds and runs the tests. On a fresh Debian 12 machine it first installs what is missing.
 #   scripts/test.sh         the tests, as built for development
-#   scripts/test.sh --all   also: format check, clang with its thread-safety analysis, sanitizers,
-#                           the Debian packages in a fresh Debian
+#   scripts/test.sh --all   also: format check, clang with its thread-safety analysis, sanitizers
 set -euo pipefail
 cd "$(dirname "$0")/.."
 
@@ -35,9 +34,6 @@ if $all; then
   preset clang
   preset asan
   preset tsan
-  step "Debian packages"
-  scripts/package.sh
-  scripts/test-packages.sh --clean-root
 fi
 echo
 echo "All is well."
