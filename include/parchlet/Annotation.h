@@ -163,6 +163,12 @@ class PARCHLET_API Annotation : public AnnotationHeader {
   // Takes over the sub-models of `fresh`, which there must be, in place of those of like numbers.
   // Does not throw.
   void ReplaceSubModels(SubModels& fresh) PARCHLET_EXCLUDES(mutex);
+  // Cuts the mark to what a page keeps of a participant's; see MarkLimits.h. Does not throw.
+  void LimitToBounds() PARCHLET_EXCLUDES(mutex);
+  // Cuts the list to what the mark has room for as that sub-model; false when it has none for
+  // another sub-model.
+  bool LimitFragment(unsigned int subModel, std::vector<AnnotationPoint>& list) const
+      PARCHLET_EXCLUDES(mutex);
   // Makes this mark again what it was when `backup` was copied from it, and visible; sub-models
   // that the copy could not hold are kept.
   void RevertTo(const Annotation& backup) PARCHLET_EXCLUDES(mutex);

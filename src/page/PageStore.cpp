@@ -82,7 +82,11 @@ void AnnotationPage::Prepare(Arrival& arrival, Annotation* annotation) {
     }
     arrival.stored = arrival.copy != nullptr ? arrival.copy.get() : annotation;
   } else if (!isOwn) {
-    arrival.received.emplace(static_cast<unsigned int>(arrival.index), annotation->FirstSubModel());
+    const auto number = static_cast<unsigned int>(arrival.index);
+    std::vector<AnnotationPoint> points = annotation->FirstSubModel();
+    if (arrival.stored->LimitFragment(number, points)) {
+      arrival.received.emplace(number, std::move(points));
+    }
   }
   if (arrival.index == 0) {
     arrival.place.push_back(
@@ -108,6 +112,9 @@ void AnnotationPage::Enter(Arrival& arrival) {
     stored->ReportReach(reachTable, arrival.slot);
   }
   EndPending(arrival);
+  if (isAdopted) {
+    stored->LimitToBounds();
+  }
   if (isAdopted && arrival.index >= 1) {
     stored->MoveFirstSubModelTo(static_cast<unsigned int>(arrival.index));
   } else if (!arrival.received.empty()) {

@@ -3,7 +3,7 @@
 #include <algorithm>
 
 PlainPage* PlainEngine::Document::WithIndex(int index) {
-  for (auto& [id, page] : pages) {
+  for (auto& [pageId, page] : pages) {
     if (page.index == index) {
       return &page;
     }
