@@ -158,11 +158,24 @@ class PARCHLET_API Annotation : public AnnotationHeader {
   // The pixel of the first point of sub-model 0, which there must be.
   POINT AnchorPixel() const PARCHLET_EXCLUDES(mutex);
   // Renumbers the points of sub-model 0; without one there is an empty list of that number, as from
-  // any other empty fragment.
+  // any other empty fragment. Does not throw.
   void MoveFirstSubModelTo(unsigned int subModel) PARCHLET_EXCLUDES(mutex);
+  // Takes over the sub-models of `fresh`, which there must be, in place of those of like numbers.
+  // Does not throw.
+  void ReplaceSubModels(SubModels& fresh) PARCHLET_EXCLUDES(mutex);
+  // Cuts the mark to what a page keeps of a participant's; see MarkLimits.h. Does not throw.
+  void LimitToBounds() PARCHLET_EXCLUDES(mutex);
+  // Cuts the list to what the mark has room for as that sub-model; false when it has none for
+  // another sub-model.
+  bool LimitFragment(unsigned int subModel, std::vector<AnnotationPoint>& list) const
+      PARCHLET_EXCLUDES(mutex);
+  // Makes this mark again what it was when `backup` was copied from it, and visible; sub-models
+  // that the copy could not hold are kept.
+  void RevertTo(const Annotation& backup) PARCHLET_EXCLUDES(mutex);
 
   Snapshot TakeSnapshot() const PARCHLET_EXCLUDES(mutex);
   void CopyAnnotation(const Annotation& source) PARCHLET_EXCLUDES(mutex);
+  void TakeOver(Snapshot& snapshot) PARCHLET_REQUIRES(mutex);
   void SetPictureProperty(const std::string& property) PARCHLET_REQUIRES(mutex);
   bool IsTwoPointKind() const PARCHLET_REQUIRES(mutex);
   int CalcPenWidth(int width) const;
@@ -188,6 +201,8 @@ class PARCHLET_API Annotation : public AnnotationHeader {
   void ConvertPath(CurrentAnnotPageSize size) PARCHLET_REQUIRES(mutex);
   void ConvertPathTail(CurrentAnnotPageSize size) PARCHLET_REQUIRES(mutex);
   int UpdateFrame(CurrentAnnotPageSize size) PARCHLET_REQUIRES(mutex);
+  // Makes an empty sub-model 0 when there is none; false when there is no memory for it.
+  bool EnsureFirstSubModel() PARCHLET_REQUIRES(mutex);
 
   // Declares the pixels of all points out of date, and their box.
   void PointsReplaced() PARCHLET_REQUIRES(mutex);

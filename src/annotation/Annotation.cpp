@@ -63,8 +63,21 @@ Annotation::Snapshot Annotation::TakeSnapshot() const {
 // The snapshot keeps the two locks apart and, should memory run out, this mark as it was.
 void Annotation::CopyAnnotation(const Annotation& source) {
   Snapshot snapshot = source.TakeSnapshot();
-  AnnotationHeader& header = snapshot.header;
   MutexLock lock(mutex);
+  TakeOver(snapshot);
+}
+
+void Annotation::RevertTo(const Annotation& backup) {
+  Snapshot snapshot = backup.TakeSnapshot();
+  snapshot.header.erased = 0;
+  MutexLock lock(mutex);
+  // A copy ends at the first gap, and the move that is reverted went no farther either.
+  snapshot.points.merge(points);
+  TakeOver(snapshot);
+}
+
+void Annotation::TakeOver(Snapshot& snapshot) {
+  AnnotationHeader& header = snapshot.header;
   annotationId = std::move(header.annotationId);
   userId = std::move(header.userId);
   userSubId = std::move(header.userSubId);

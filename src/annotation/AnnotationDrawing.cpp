@@ -1,5 +1,6 @@
 #include <algorithm>
 #include <cstdint>
+#include <new>
 #include <vector>
 
 #include <parchlet/Annotation.h>
@@ -222,14 +223,20 @@ int Annotation::SetRectEx(CurrentAnnotPageSize size) {
   return UpdateFrame(size);
 }
 
+bool Annotation::EnsureFirstSubModel() {
+  try {
+    points.try_emplace(0);
+    return true;
+  } catch (const std::bad_alloc&) {
+    return false;  // the frame of an empty list is none either
+  }
+}
+
 int Annotation::UpdateFrame(CurrentAnnotPageSize size) {
-  if (points.empty()) {
+  if (points.empty() || !EnsureFirstSubModel() || !HasTwoPoints()) {
     return 0;
   }
-  const std::vector<AnnotationPoint>& first = points[0];
-  if (first.size() < 2) {
-    return 0;
-  }
+  const std::vector<AnnotationPoint>& first = points.find(0)->second;
   RECT box = BoxOf(PixelOf(first[0], size), PixelOf(first[1], size));
   if (subType == AnnotationSubTypePath) {
     for (const auto& [number, list] : points) {

@@ -1,4 +1,5 @@
 #include <limits>
+#include <new>
 #include <utility>
 
 #include <parchlet/Annotation.h>
@@ -103,12 +104,25 @@ void Annotation::MoveFirstSubModelTo(unsigned int subModel) {
   MutexLock lock(mutex);
   auto first = points.extract(0);
   if (first.empty()) {
-    points.try_emplace(subModel);
+    try {
+      points.try_emplace(subModel);
+    } catch (const std::bad_alloc&) {
+      return;  // no list and an empty one mean the same
+    }
     return;
   }
   first.key() = subModel;
   points.erase(subModel);
   points.insert(std::move(first));
+  PointsReplaced();
+}
+
+void Annotation::ReplaceSubModels(SubModels& fresh) {
+  MutexLock lock(mutex);
+  for (auto& [number, list] : fresh) {
+    points.erase(number);
+  }
+  points.merge(fresh);
   PointsReplaced();
 }
 

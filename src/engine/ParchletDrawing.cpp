@@ -18,9 +18,10 @@ int Parchlet::StartDrawing(const std::string& docId, const std::string& pageId, 
     }
     auto made = std::make_unique<Annotation>();
     made->Init(pen, annotationType, annotationSubType, userId, userSubId, nickname);
+    // Before the page has it: a press that fails leaves no mark.
+    made->AddPoint(page->ToPagePoint(point));
     page->AddAnnotation(made.get(), false);
-    Annotation* annotation = made.release();
-    annotation->AddPoint(page->ToPagePoint(point));
+    static_cast<void>(made.release());
     return 1;
   });
 }

@@ -52,7 +52,8 @@ class AnnotationPage {
       PARCHLET_EXCLUDES(surfaceMutex, mutex);
   // Takes over the user values and the view rectangle of `info`; with `resize`, its size too, for
   // which the surface is made anew. 0 for a resize to a size below 1 or to the present one, or that
-  // leaves the page without a surface; a section that cannot be had leaves the old surface in use.
+  // leaves the page without a surface; a section or a painter that cannot be had leaves the old
+  // surface in use.
   // Annotations keep their fractions of the page.
   int UpdatePage(AnnotationPageInfo info, bool resize) PARCHLET_EXCLUDES(surfaceMutex, mutex);
   // Renders the page and pushes it to its window at the window's present size and place; what the
@@ -214,11 +215,13 @@ class AnnotationPage {
 
   void AddLocal(Annotation* annotation) PARCHLET_REQUIRES(mutex);
   void AddRemote(Annotation* annotation) PARCHLET_REQUIRES(mutex);
-  Annotation* ConfirmPending(const std::string& id, AnnotationMap& authored)
-      PARCHLET_REQUIRES(mutex);
-  Annotation* Adopt(Annotation* annotation, AnnotationMap& authored) PARCHLET_REQUIRES(mutex);
-  void AddToReachTable(Annotation* annotation) PARCHLET_REQUIRES(mutex);
-  void InsertPaintEntry(const Annotation* annotation, PaintOrderEntry entry)
+  struct Arrival;  // a remote mark on its way into the store
+  void Prepare(Arrival& arrival, Annotation* annotation) PARCHLET_REQUIRES(mutex);
+  // Does not throw.
+  void Enter(Arrival& arrival) PARCHLET_REQUIRES(mutex);
+  void EndPending(const Arrival& arrival) PARCHLET_REQUIRES(mutex);
+  std::size_t AddSlot() PARCHLET_REQUIRES(mutex);
+  void InsertPaintEntry(const Annotation* annotation, std::list<PaintOrderEntry>& entry)
       PARCHLET_REQUIRES(mutex);
   void DestroyAnnotations() PARCHLET_REQUIRES(mutex);
 
@@ -250,7 +253,7 @@ class AnnotationPage {
   // Where a confirmed mark stands in the paint order; `number` counts the entries, later ones
   // greater.
   struct PaintPlace {
-    Annotation* annotation;
+    Annotation* annotation = nullptr;
     const PaintOrderEntry* entry = nullptr;
     std::size_t number = 0;
 
@@ -269,7 +272,10 @@ class AnnotationPage {
                                          const AnnotationPoint& to) const PARCHLET_REQUIRES(mutex);
   void MoveSelection(const AnnotationPoint& point) PARCHLET_REQUIRES(mutex);
   void StretchRubberBand(const AnnotationPoint& point) PARCHLET_REQUIRES(mutex);
-  void Select(const std::string& userId, const RECT& rect) PARCHLET_REQUIRES(mutex);
+  void StartRubberBand(Annotation* hit, std::string userId, const AnnotationPoint& anchor)
+      PARCHLET_REQUIRES(mutex);
+  void Select(const std::string& userId, const RECT& rect, AnnotationMap& selection) const
+      PARCHLET_REQUIRES(mutex);
 
   std::uint32_t clearColor PARCHLET_GUARDED_BY(mutex) = 0xFFFFFFFF;
   AnnotationPageInfo initialInfo = {0,         0, 1, 1, true, {0, 0, 0, 0},

@@ -11,18 +11,6 @@ void EraseOnce(Annotation& annotation) {
   }
 }
 
-// A copy of a mark ends at its first gap, and the move that it reverts went no farther either.
-void Revert(Annotation& moved, const Annotation& backup) {
-  Annotation::SubModels points = moved.GetPoints();
-  moved = backup;
-  for (auto& [number, list] : points) {
-    if (moved.IsSubModelExist(number) == 0) {
-      moved.InsertPoints(number, std::move(list));
-    }
-  }
-  moved.Erase(0);
-}
-
 }  // namespace
 
 void AnnotationPage::CancelAnnotation(const std::string& annotationId) {
@@ -35,7 +23,7 @@ void AnnotationPage::CancelAnnotation(const std::string& annotationId) {
   for (const auto& [author, authored] : userAnnotations) {
     const auto confirmed = authored.find(annotationId);
     if (confirmed != authored.end()) {
-      Revert(*confirmed->second, *pending);
+      confirmed->second->RevertTo(*pending);
       break;
     }
   }

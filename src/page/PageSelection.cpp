@@ -21,19 +21,28 @@ int AnnotationPage::StartSelecting(const std::string& userId, const std::string&
     }
     return 1;
   }
-  movingSelection = 0;
-  selectedAnnotations.clear();
+  StartRubberBand(hit, userId, pressed);
+  return 1;
+}
+
+// All that takes memory is made before anything changes.
+void AnnotationPage::StartRubberBand(Annotation* hit, std::string userId,
+                                     const AnnotationPoint& anchor) {
+  AnnotationMap selection;
   if (hit != nullptr) {
-    selectedAnnotations.emplace(hit->GetAnnotationId(), hit);
+    selection.emplace(hit->GetAnnotationId(), hit);
   }
-  selectRect.userId = userId;
+  Annotation::SubModels points;
+  points[0].push_back(anchor);
+  movingSelection = 0;
+  selectedAnnotations.swap(selection);
+  selectRect.userId.swap(userId);
   selectRect.type = AnnotationTypeDrawing;
   selectRect.subType = AnnotationSubTypeRectangle;
   selectRect.pen = kRubberBandPen;
   selectRect.ClearPoints();
-  selectRect.AddPoint(pressed);
+  selectRect.ReplaceSubModels(points);
   selectRect.Erase(0);
-  return 1;
 }
 
 int AnnotationPage::MoveSelecting(POINT point) {
@@ -50,16 +59,24 @@ int AnnotationPage::MoveSelecting(POINT point) {
 }
 
 void AnnotationPage::MoveSelection(const AnnotationPoint& point) {
-  for (const auto& [id, annotation] : selectedAnnotations) {
-    if (localAnnotations.contains(id)) {
-      continue;
+  AnnotationMap backups;
+  try {
+    for (const auto& [id, annotation] : selectedAnnotations) {
+      if (!localAnnotations.contains(id)) {
+        auto backup = std::make_unique<Annotation>(*annotation);
+        backup->Erase(1);
+        backup->isOwned = true;
+        backups.emplace(id, backup.get());
+        static_cast<void>(backup.release());
+      }
     }
-    auto backup = std::make_unique<Annotation>(*annotation);
-    backup->Erase(1);
-    backup->isOwned = true;
-    localAnnotations.emplace(id, backup.get());
-    static_cast<void>(backup.release());
+  } catch (...) {
+    for (const auto& [id, backup] : backups) {
+      delete backup;
+    }
+    throw;
   }
+  localAnnotations.merge(backups);
   for (const auto& [id, annotation] : selectedAnnotations) {
     annotation->Moving(point);
   }
@@ -68,8 +85,9 @@ void AnnotationPage::MoveSelection(const AnnotationPoint& point) {
 void AnnotationPage::StretchRubberBand(const AnnotationPoint& point) {
   selectRect.AddPoint(point);
   const POINT anchor = selectRect.AnchorPixel();
-  selectedAnnotations.clear();
-  Select(selectRect.userId, {anchor.x, anchor.y, point.x, point.y});
+  AnnotationMap within;
+  Select(selectRect.userId, {anchor.x, anchor.y, point.x, point.y}, within);
+  selectedAnnotations.swap(within);
 }
 
 int AnnotationPage::EndSelecting() {
@@ -82,15 +100,16 @@ int AnnotationPage::EndSelecting() {
 
 void AnnotationPage::SelectAnnotations(const std::string& userId, const RECT& rect) {
   MutexLock lock(mutex);
-  Select(userId, rect);
+  Select(userId, rect, selectedAnnotations);
 }
 
-void AnnotationPage::Select(const std::string& userId, const RECT& rect) {
+void AnnotationPage::Select(const std::string& userId, const RECT& rect,
+                            AnnotationMap& selection) const {
   const auto selectFrom = [&](const AnnotationMap& authored) PARCHLET_REQUIRES(mutex) {
     for (const auto& [id, annotation] : authored) {
       // A host may erase with any value, while IsInSelectRect knows 1 alone.
       if (annotation->IsErased() == 0 && annotation->IsInSelectRect(rect) != 0) {
-        selectedAnnotations[id] = annotation;
+        selection[id] = annotation;
       }
     }
   };

@@ -38,91 +38,133 @@ void AnnotationPage::AddLocal(Annotation* annotation) {
   selectedAnnotations.clear();
 }
 
-void AnnotationPage::AddRemote(Annotation* annotation) {
-  const std::string key = annotation->GetAnnotationId();
-  const std::int32_t index = annotation->subModelIndex;
-  PaintOrderEntry entry = {annotation->order, annotation->userId, annotation->userSubId, key};
-  AnnotationMap& authored = userAnnotations[annotation->userId];
-  const auto isIn = [&](const AnnotationMap& annotations) {
-    const auto found = annotations.find(key);
-    return found != annotations.end() && found->second == annotation;
-  };
-  const bool isOwn = isIn(authored) || isIn(localAnnotations);
-  std::vector<AnnotationPoint> received;
-  if (!isOwn && (authored.contains(key) || localAnnotations.contains(key))) {
-    received = annotation->FirstSubModel();
-  }
+// All that a remote mark takes of memory is made by Prepare, so that Enter changes all or nothing.
+struct AnnotationPage::Arrival {
+  std::string key;
+  std::int32_t index = 0;                       // the fragment's number
+  std::map<std::string, AnnotationMap> author;  // when it is new
+  AnnotationMap* authored = nullptr;
+  AnnotationMap entry;               // when the mark is new among the author's
+  std::unique_ptr<Annotation> copy;  // of what another page owns
+  Annotation* confirmed = nullptr;   // what the store knows of the mark
+  Annotation* pending = nullptr;
+  Annotation* stored = nullptr;      // what it will know
+  Annotation::SubModels received;    // when the points go to a known mark
+  std::list<PaintOrderEntry> place;  // when it is fragment 0
+  std::size_t slot = 0;
+};
 
-  // From here on `annotation` may be gone: it may be the very copy that its echo makes needless.
-  Annotation* stored = ConfirmPending(key, authored);
-  if (stored == nullptr) {
-    stored = Adopt(annotation, authored);
-    if (index >= 1) {
-      stored->MoveFirstSubModelTo(static_cast<unsigned int>(index));
+void AnnotationPage::AddRemote(Annotation* annotation) {
+  Arrival arrival;
+  Prepare(arrival, annotation);
+  Enter(arrival);
+}
+
+void AnnotationPage::Prepare(Arrival& arrival, Annotation* annotation) {
+  const auto find = [&](const AnnotationMap& annotations) -> Annotation* {
+    const auto found = annotations.find(arrival.key);
+    return found != annotations.end() ? found->second : nullptr;
+  };
+  arrival.key = annotation->GetAnnotationId();
+  arrival.index = annotation->subModelIndex;
+  const auto known = userAnnotations.find(annotation->userId);
+  arrival.authored = known != userAnnotations.end()
+                         ? &known->second
+                         : &arrival.author.try_emplace(annotation->userId).first->second;
+  arrival.confirmed = find(*arrival.authored);
+  arrival.pending = find(localAnnotations);
+  arrival.stored = arrival.confirmed != nullptr ? arrival.confirmed : arrival.pending;
+  const bool isOwn = arrival.confirmed == annotation || arrival.pending == annotation;
+  if (arrival.stored == nullptr) {
+    // A mark has one owner for life, so another page's object is not shared with it.
+    if (annotation->isOwned) {
+      arrival.copy = std::make_unique<Annotation>(*annotation);
     }
+    arrival.stored = arrival.copy != nullptr ? arrival.copy.get() : annotation;
   } else if (!isOwn) {
-    stored->InsertPoints(static_cast<unsigned int>(index), std::move(received));
+    const auto number = static_cast<unsigned int>(arrival.index);
+    std::vector<AnnotationPoint> points = annotation->FirstSubModel();
+    if (arrival.stored->LimitFragment(number, points)) {
+      arrival.received.emplace(number, std::move(points));
+    }
   }
-  if (index == 0) {
-    InsertPaintEntry(stored, std::move(entry));
+  if (arrival.index == 0) {
+    arrival.place.push_back(
+        {annotation->order, annotation->userId, annotation->userSubId, arrival.key});
+  }
+  if (arrival.confirmed == nullptr) {
+    arrival.entry.emplace(arrival.key, arrival.stored);
+    arrival.slot = AddSlot();
+  }
+}
+
+// The object that was handed over may be gone in the midst of it: it may be the very copy that its
+// echo makes needless.
+void AnnotationPage::Enter(Arrival& arrival) {
+  Annotation* stored = arrival.stored;
+  const bool isAdopted = arrival.confirmed == nullptr && arrival.pending == nullptr;
+  userAnnotations.merge(arrival.author);
+  arrival.authored->merge(arrival.entry);
+  static_cast<void>(arrival.copy.release());
+  stored->isOwned = true;
+  if (arrival.confirmed == nullptr) {
+    paintPlaces[arrival.slot].annotation = stored;
+    stored->ReportReach(reachTable, arrival.slot);
+  }
+  EndPending(arrival);
+  if (isAdopted) {
+    stored->LimitToBounds();
+  }
+  if (isAdopted && arrival.index >= 1) {
+    stored->MoveFirstSubModelTo(static_cast<unsigned int>(arrival.index));
+  } else if (!arrival.received.empty()) {
+    stored->ReplaceSubModels(arrival.received);
+  }
+  if (!arrival.place.empty()) {
+    InsertPaintEntry(stored, arrival.place);
   }
   stored->SetRectEx(GetSize());
 }
 
-// Ends the pending change of that id, if there is one; gives the confirmed mark, or null.
-Annotation* AnnotationPage::ConfirmPending(const std::string& id, AnnotationMap& authored) {
-  const auto confirmed = authored.find(id);
-  Annotation* stored = confirmed != authored.end() ? confirmed->second : nullptr;
-  const auto pending = localAnnotations.find(id);
-  if (pending == localAnnotations.end()) {
-    return stored;
+// A drawing that is confirmed is another map's now; a move that began here has come back, and the
+// copy that could undo it has served.
+void AnnotationPage::EndPending(const Arrival& arrival) {
+  if (arrival.pending == nullptr) {
+    return;
   }
-  Annotation* local = pending->second;
-  if (stored == nullptr) {
-    authored.emplace(id, local);
-    localAnnotations.erase(pending);
-    AddToReachTable(local);
-    return local;
+  localAnnotations.erase(arrival.key);
+  if (arrival.confirmed == nullptr) {
+    return;
   }
-  // A move that began here has come back: the copy that could undo it has served.
-  localAnnotations.erase(pending);
-  if (currentAnnotation == local) {
+  if (currentAnnotation == arrival.pending) {
     currentAnnotation = nullptr;
   }
-  delete local;
-  return stored;
+  delete arrival.pending;
 }
 
-Annotation* AnnotationPage::Adopt(Annotation* annotation, AnnotationMap& authored) {
-  // A mark has one owner for life, so another page's object is not shared with it.
-  std::unique_ptr<Annotation> copy;
-  if (annotation->isOwned) {
-    copy = std::make_unique<Annotation>(*annotation);
-    annotation = copy.get();
+std::size_t AnnotationPage::AddSlot() {
+  paintPlaces.push_back({});
+  try {
+    return reachTable.Add();
+  } catch (...) {
+    paintPlaces.pop_back();
+    throw;
   }
-  authored.emplace(annotation->GetAnnotationId(), annotation);
-  static_cast<void>(copy.release());
-  annotation->isOwned = true;
-  AddToReachTable(annotation);
-  return annotation;
 }
 
-void AnnotationPage::AddToReachTable(Annotation* annotation) {
-  paintPlaces.push_back({annotation, nullptr, 0});
-  annotation->ReportReach(reachTable, reachTable.Add());
-}
-
-void AnnotationPage::InsertPaintEntry(const Annotation* annotation, PaintOrderEntry entry) {
+void AnnotationPage::InsertPaintEntry(const Annotation* annotation,
+                                      std::list<PaintOrderEntry>& entry) {
   PaintPlace& place = paintPlaces[annotation->ReachSlot()];
   if (place.entry != nullptr) {
     return;
   }
   auto position = paintOrder.end();
-  while (position != paintOrder.begin() && std::prev(position)->order > entry.order) {
+  while (position != paintOrder.begin() && std::prev(position)->order > entry.front().order) {
     --position;
   }
   place.number = paintOrder.size();
-  place.entry = &*paintOrder.insert(position, std::move(entry));
+  place.entry = &entry.front();
+  paintOrder.splice(position, entry);
 }
 
 Annotation* AnnotationPage::FindConfirmed(const std::string& userId,

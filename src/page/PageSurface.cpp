@@ -121,6 +121,12 @@ int AnnotationPage::UpdatePage(AnnotationPageInfo info, bool resize) {
     graphics.reset();  // it paints on the section that goes
     surface.Swap(resized);
     CreateGraphics();
+    if (graphics == nullptr) {
+      // The old section paints on, as when the new one cannot be had.
+      SelectObject(memoryDC, resized.GetBitmap());
+      surface.Swap(resized);
+      CreateGraphics();
+    }
   }
   surfaceReady = graphics != nullptr ? 1 : 0;
   return surfaceReady;

@@ -77,6 +77,7 @@ bool PlainPage::AddRemote(const PlainMarkPtr& given) {
       stored->TakeOver(*given);
     }
     stored->isOwned = true;
+    stored->nickname.resize(std::min(stored->nickname.size(), std::size_t{1024}));
     authored[key] = stored;
     if (number >= 1) {
       stored->Renumber(static_cast<unsigned>(number));

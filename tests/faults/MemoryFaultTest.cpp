@@ -1,0 +1,314 @@
+// Memory that runs out at any place of any call.
+#include <functional>
+#include <optional>
+#include <vector>
+
+#include "support/FailingAllocation.h"
+#include "support/Mark.h"
+#include "support/Whiteboard.h"
+
+namespace {
+
+constexpr CurrentAnnotPageSize kSize = {60, 40};
+
+const std::string kLongName = "a name that does not fit into a short string, nor its number";
+const std::vector<POINT> kEraserPath = {{0, 0}, {59, 39}};
+
+// A board with a bit of everything: marks of two authors, one of them in scattered fragments and
+// being moved, a drawing in progress, a background, tips.
+class Board {
+ public:
+  Board() : whiteboard(kSize.width, kSize.height), engine(whiteboard.engine) {
+    engine.SetUserInfo("ada", "desk", "Ada, whose name is longer than a short string");
+    engine.SetNicknameTip(kBlack, 9, "a font that is not installed anywhere", kRed);
+    Ready(Mark("a").By("bob").Order(1).Points(kSize, {{4, 4}, {20, 20}}));
+    HandOver();
+    Ready(Mark("a").By("bob").Fragment(1).Points(kSize, {{30, 4}, {30, 9}}));
+    HandOver();
+    Ready(Mark("a").By("bob").Fragment(5).Points(kSize, {{31, 4}, {31, 9}}));
+    HandOver();
+    Ready(Mark("b")
+              .By("cem")
+              .Order(2)
+              .Shape(AnnotationSubTypeRectangle)
+              .Points(kSize, {{10, 10}, {30, 30}}));
+    HandOver();
+    engine.AddPictureFromStream("doc", "page", Picture(), "a property of some length", true);
+    engine.StartSelecting("doc", "page", "", "", {0, 0});
+    engine.MoveSelecting({kSize.width, kSize.height});
+    engine.EndSelecting();
+    whiteboard.Paint();
+  }
+
+  // The mark is made beforehand: what the test itself takes of memory is not to fail.
+  void Ready(Mark& mark) { ready = mark.Make(); }
+  bool HandOver() {
+    const int result = engine.AddAnnotationFromRemote("doc", "page", ready.get());
+    // Who owns the mark is what the look-up says.
+    if (engine.GetAnnotation("doc", "page", ready->userId, ready->annotationId) == ready.get()) {
+      static_cast<void>(ready.release());
+    }
+    return result == 1;
+  }
+  void StartMove() { engine.StartSelecting("doc", "page", "", "", {4, 4}); }
+  std::string Draw() {
+    engine.StartDrawing("doc", "page", {5, 5});
+    std::string doc;
+    std::string page;
+    return engine.GetCurrentAnnotationInfo(doc, page);
+  }
+
+  // A bitmap file of 2 x 1 pixels.
+  static const std::string& Picture() {
+    static const std::string bytes =
+        std::string("BM\x3E\0\0\0\0\0\0\0\x36\0\0\0\x28\0\0\0\x02\0\0\0\x01\0\0\0\x01\0\x18\0",
+                    30) +
+        std::string(32, '\0');
+    return bytes;
+  }
+
+  // What the engine holds. Ids made here read "local".
+  std::string Describe();
+
+  Whiteboard whiteboard;
+  Parchlet& engine;
+  std::unique_ptr<Annotation> ready;
+};
+
+std::string DescribeMark(const std::string& id, const Annotation& mark) {
+  std::string text = (id.size() == 36 ? "local" : id) + " by " + mark.userId + " \"" +
+                     mark.nickname + "\" erased " + std::to_string(mark.erased) + " kind " +
+                     std::to_string(mark.type) + "/" + std::to_string(mark.subType) + ":";
+  for (const auto& [number, list] : mark.GetPoints()) {
+    if (list.empty()) {
+      continue;  // as good as none
+    }
+    text += " [" + std::to_string(number) + "]";
+    for (const AnnotationPoint& point : list) {
+      text += " " + std::to_string(point.xRatio) + "," + std::to_string(point.yRatio);
+    }
+  }
+  return text + "\n";
+}
+
+std::string Board::Describe() {
+  std::string text = std::to_string(engine.GetDocCount()) + " documents, " +
+                     std::to_string(engine.GetPageCount("doc")) + " pages\n";
+  const AnnotationPage& page = *engine.GetPagePtr("doc", "page");
+  text += std::to_string(page.GetCurrentInfo().width) + " wide\n";
+  for (const auto& [author, authored] : PageTestAccess::Confirmed(page)) {
+    text += "author " + author + "\n";
+    for (const auto& [id, mark] : authored) {
+      text += DescribeMark(id, *mark);
+    }
+  }
+  for (const auto& [id, mark] : PageTestAccess::Pending(page)) {
+    text += "pending " + DescribeMark(id, *mark);
+  }
+  for (const auto& [author, id] : PageTestAccess::PaintPlaces(page)) {
+    text += "painted " + (id.size() == 36 ? "local" : id) + "\n";
+  }
+  for (const auto& [id, mark] : page.GetSelectedAnnotations()) {
+    text += "selected " + id + "\n";
+  }
+  return text + (page.GetCurrentAnnotation() != nullptr ? "drawing" : "idle");
+}
+
+struct Call {
+  std::string name;
+  // True and false tell what the call said; nothing when it does not say.
+  std::function<std::optional<bool>(Board&)> make;
+  std::function<void(Board&)> prepare = [](Board&) {};
+};
+void PrintTo(const Call& call, std::ostream* out) {
+  *out << call.name;
+}
+
+class MemoryFaultTest : public testing::TestWithParam<Call> {};
+
+// Makes the call on a new board, its nth allocation failing; false when it has fewer.
+bool MakeWithFault(const Call& call, int nth, const std::string& after) {
+  Board board;
+  call.prepare(board);
+  const std::string before = board.Describe();
+  std::optional<bool> result;
+  bool hasFailed = false;
+  {
+    const FailingAllocation failing(nth);
+    EXPECT_NO_THROW(result = call.make(board));
+    hasFailed = failing.HasFailed();
+  }
+  const std::string now = board.Describe();
+  if (result.has_value()) {
+    EXPECT_EQ(*result ? after : before, now) << "allocation " << nth;
+  } else {
+    EXPECT_THAT(now, testing::AnyOf(before, after)) << "allocation " << nth;
+  }
+  if (hasFailed && !result.value_or(true)) {
+    EXPECT_TRUE(call.make(board).value_or(true)) << "again, after allocation " << nth;
+    EXPECT_EQ(after, board.Describe()) << "again, after allocation " << nth;
+  }
+  board.engine.GotoPage("", "page");
+  std::string doc;
+  std::string page;
+  board.engine.GetCurrentPageInfo(doc, page);
+  EXPECT_EQ(page.empty(), ParchletTestAccess::Refresh(board.engine) == 0) << "allocation " << nth;
+  return hasFailed;
+}
+
+TEST_P(MemoryFaultTest, ACallThatRunsOutOfMemoryChangesAllOrNothing) {
+  const Call& call = GetParam();
+  std::string after;
+  {
+    Board board;
+    call.prepare(board);
+    EXPECT_TRUE(call.make(board).value_or(true));
+    after = board.Describe();
+    ParchletTestAccess::Refresh(board.engine);  // fills what painting keeps for good
+  }
+  const std::int64_t live = LiveAllocations();
+  int nth = 1;
+  while (MakeWithFault(call, nth, after) && !HasFailure()) {
+    ++nth;
+  }
+  EXPECT_EQ(live, LiveAllocations()) << "leaked";
+  RecordProperty("allocations", nth - 1);
+}
+
+const Call kCalls[] = {
+    {"StartDrawing",
+     [](Board& board) {
+       return board.engine.StartDrawing("doc", "page", {5, 5}) == 1;
+     }},
+    {"MoveDrawing",
+     [](Board& board) {
+       return board.engine.MoveDrawing({9, 9}) == 1;
+     },
+     [](Board& board) { board.Draw(); }},
+    {"AskForDrawing",
+     [](Board& board) -> std::optional<bool> {
+       std::string doc;
+       std::string page;
+       board.engine.GetCurrentAnnotationInfo(doc, page);
+       return {};
+     },
+     [](Board& board) { board.Draw(); }},
+    {"Press",
+     [](Board& board) {
+       return board.engine.StartSelecting("doc", "page", "", "", {29, 29}) == 1;
+     },
+     [](Board& board) { board.engine.EraseSelectedAnnotations("doc", "page"); }},
+    {"PressElsewhere",
+     [](Board& board) {
+       return board.engine.StartSelecting("doc", "page", kLongName, "", {59, 39}) == 1;
+     }},
+    {"RubberBand",
+     [](Board& board) -> std::optional<bool> {
+       board.engine.MoveSelecting({kSize.width, kSize.height});
+       return {};
+     },
+     [](Board& board) {
+       board.engine.StartSelecting("doc", "page", "", "", {0, 0});
+     }},
+    {"Move",
+     [](Board& board) {
+       return board.engine.MoveSelecting({9, 9}) == 1;
+     },
+     [](Board& board) { board.StartMove(); }},
+    {"Cancel",
+     [](Board& board) -> std::optional<bool> {
+       board.engine.CancelAnnotation("doc", "page", "a");
+       return {};
+     },
+     [](Board& board) {
+       board.StartMove();
+       board.engine.MoveSelecting({9, 9});
+     }},
+    {"GetSelection",
+     [](Board& board) -> std::optional<bool> {
+       board.engine.GetSelectedAnnotations("doc", "page");
+       return {};
+     }},
+    {"NewMark", [](Board& board) { return board.HandOver(); },
+     [](Board& board) {
+       board.Ready(Mark("c").By(kLongName).Order(1).Points(kSize, {{1, 1}, {2, 2}}));
+     }},
+    {"LateFragment", [](Board& board) { return board.HandOver(); },
+     [](Board& board) {
+       board.Ready(Mark("c").By("dot").Fragment(3).Points(kSize, {{1, 1}}));
+     }},
+    {"Fragment", [](Board& board) { return board.HandOver(); },
+     [](Board& board) {
+       board.Ready(Mark("b").By("cem").Fragment(1).Points(kSize, {{1, 1}}));
+     }},
+    {"AnotherAuthorsId", [](Board& board) { return board.HandOver(); },
+     [](Board& board) {
+       board.Ready(Mark("a").By("cem").Points(kSize, {{1, 1}, {2, 2}}));
+     }},
+    {"OwnMark", [](Board& board) { return board.HandOver(); },
+     [](Board& board) {
+       board.Ready(Mark("c").By("ada").Points(kSize, {{1, 1}, {2, 2}}));
+       board.ready->userSubId = "desk";
+     }},
+    {"EchoOfADrawing", [](Board& board) { return board.HandOver(); },
+     [](Board& board) {
+       board.Ready(Mark(board.Draw()).By("ada").Points(kSize, {{5, 5}, {6, 6}}));
+     }},
+    {"EchoOfAMove", [](Board& board) { return board.HandOver(); },
+     [](Board& board) {
+       board.StartMove();
+       board.engine.MoveSelecting({9, 9});
+       board.Ready(Mark("a").By("bob").Points(kSize, {{5, 5}, {6, 6}}));
+     }},
+    {"AnotherPagesMark",
+     [](Board& board) {
+       Annotation* mark = board.engine.GetAnnotation("doc", "page", "bob", "a");
+       return board.engine.AddAnnotationFromRemote("doc", "other", mark) == 1;
+     },
+     [](Board& board) {
+       board.engine.NewPage("doc", "other", "ada", board.whiteboard.window.Handle(),
+                            PageOf(kSize.width, kSize.height));
+       board.engine.SetCurrentPage("doc", "page");
+     }},
+    {"Clear",
+     [](Board& board) { return board.engine.ClearAnnotations("doc", "page", "", "") == 1; }},
+    {"NewDoc", [](Board& board) { return board.engine.NewDoc(kLongName, kLongName) == 1; }},
+    {"NewPage",
+     [](Board& board) {
+       return board.engine.NewPage("doc", kLongName, kLongName, board.whiteboard.window.Handle(),
+                                   PageOf(kSize.width, kSize.height)) == 1;
+     }},
+    {"Resize",
+     [](Board& board) -> std::optional<bool> {
+       board.engine.UpdatePage("doc", "page", PageOf(50, 30), true);
+       return {};
+     }},
+    {"SetUserInfo",
+     [](Board& board) -> std::optional<bool> {
+       board.engine.SetUserInfo(kLongName, kLongName, kLongName);
+       return {};
+     }},
+    {"SetNicknameTip",
+     [](Board& board) { return board.engine.SetNicknameTip(1, 2, kLongName, 3) == 1; }},
+    {"Background",
+     [](Board& board) {
+       return board.engine.AddPictureFromStream("doc", "page", Board::Picture(), kLongName, true) !=
+              nullptr;
+     }},
+    {"Eraser",
+     [](Board& board) -> std::optional<bool> {
+       board.engine.EraseAnnotations("doc", "page", "", "", kEraserPath);
+       return {};
+     },
+     [](Board& board) { board.engine.EraseSelectedAnnotations("doc", "page"); }},
+    {"Refresh",
+     [](Board& board) -> std::optional<bool> {
+       ParchletTestAccess::Refresh(board.engine);
+       return {};
+     }},
+};
+
+INSTANTIATE_TEST_SUITE_P(Calls, MemoryFaultTest, testing::ValuesIn(kCalls),
+                         [](const auto& info) { return info.param.name; });
+
+}  // namespace

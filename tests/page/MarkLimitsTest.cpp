@@ -1,0 +1,72 @@
+#include "annotation/MarkLimits.h"
+
+#include "support/Mark.h"
+#include "support/Whiteboard.h"
+
+namespace {
+
+constexpr CurrentAnnotPageSize kSize = {60, 40};
+
+class MarkLimitsTest : public testing::Test {
+ protected:
+  // Hands over `count` points of one place as a fragment of the mark "m", and gives the mark.
+  const Annotation& Receive(int fragment, std::size_t count, const std::string& nickname = "") {
+    auto mark = Mark("m").Fragment(fragment).Make();
+    mark->nickname = nickname;
+    mark->InsertPoints(0, std::vector<AnnotationPoint>(count, {3, 4, 0.05, 0.1}));
+    EXPECT_EQ(1, board.engine.AddAnnotationFromRemote("doc", "page", mark.get()));
+    const Annotation* known = board.engine.GetAnnotation("doc", "page", "", "m");
+    if (known == mark.get()) {
+      static_cast<void>(mark.release());
+    }
+    return *known;
+  }
+  static std::size_t CountPoints(const Annotation& mark) {
+    std::size_t count = 0;
+    for (const auto& [number, list] : mark.GetPoints()) {
+      count += list.size();
+    }
+    return count;
+  }
+
+  Whiteboard board{kSize.width, kSize.height};
+};
+
+TEST_F(MarkLimitsTest, AFragmentIsKeptAsFarAsItsLimit) {
+  EXPECT_EQ(kMaxFragmentPoints, Receive(0, kMaxFragmentPoints + 1).GetPoints().at(0).size());
+  EXPECT_EQ(kMaxFragmentPoints, Receive(1, kMaxFragmentPoints).GetPoints().at(1).size());
+  EXPECT_EQ(kMaxFragmentPoints, Receive(1, kMaxFragmentPoints + 1).GetPoints().at(1).size());
+  board.Paint();
+}
+
+TEST_F(MarkLimitsTest, AMarkIsKeptAsFarAsItsLimit) {
+  for (int fragment = 0; fragment < 4; ++fragment) {
+    Receive(fragment, kMaxFragmentPoints - 1);
+  }
+  EXPECT_EQ(std::size_t{4}, Receive(4, 10).GetPoints().at(4).size());
+  EXPECT_EQ(kMaxMarkPoints, CountPoints(Receive(5, 10)));
+  EXPECT_EQ(std::size_t{9}, Receive(0, 9).GetPoints().at(0).size()) << "shorter ones go on";
+  EXPECT_EQ(std::size_t{10}, Receive(5, 10).GetPoints().at(5).size()) << "and make room";
+}
+
+TEST_F(MarkLimitsTest, AMarkHasSoManyFragmentsAndNoMore) {
+  const int last = static_cast<int>(kMaxSubModels) - 1;
+  for (int fragment = 0; fragment <= last; ++fragment) {
+    Receive(fragment, 2);
+  }
+  EXPECT_EQ(kMaxSubModels, Receive(last + 1, 2).GetPoints().size());
+  EXPECT_EQ(std::size_t{5}, Receive(last, 5).GetPoints().at(kMaxSubModels - 1).size())
+      << "those that it has are still replaced";
+}
+
+TEST_F(MarkLimitsTest, ANameIsCutBetweenCharacters) {
+  const std::string wide = "\xE5\xAE\x89";
+  std::string name;
+  while (name.size() <= kMaxNicknameBytes) {
+    name += wide;
+  }
+  const std::string kept = Receive(0, 2, name).nickname;
+  EXPECT_EQ(name.substr(0, kMaxNicknameBytes / 3 * 3), kept);
+}
+
+}  // namespace
