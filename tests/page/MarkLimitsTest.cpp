@@ -11,11 +11,11 @@ class MarkLimitsTest : public testing::Test {
  protected:
   // Hands over `count` points of one place as a fragment of the mark "m", and gives the mark.
   const Annotation& Receive(int fragment, std::size_t count, const std::string& nickname = "") {
-    auto mark = Mark("m").Fragment(fragment).Make();
+    auto mark = Mark("m").By("bob").Fragment(fragment).Make();
     mark->nickname = nickname;
     mark->InsertPoints(0, std::vector<AnnotationPoint>(count, {3, 4, 0.05, 0.1}));
     EXPECT_EQ(1, board.engine.AddAnnotationFromRemote("doc", "page", mark.get()));
-    const Annotation* known = board.engine.GetAnnotation("doc", "page", "", "m");
+    const Annotation* known = board.engine.GetAnnotation("doc", "page", "bob", "m");
     if (known == mark.get()) {
       static_cast<void>(mark.release());
     }
