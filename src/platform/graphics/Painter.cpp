@@ -13,8 +13,13 @@ void Graphics::Painter::Flush() {
     return;
   }
   section.BeginChange();
-  for (const raster::PixelRect& area : changed) {
-    section.changed.push_back({area.left, area.top, area.right, area.bottom});
+  try {
+    for (const raster::PixelRect& area : changed) {
+      section.changed.push_back({area.left, area.top, area.right, area.bottom});
+    }
+  } catch (...) {
+    section.BeginChange();  // two versions on, a window takes the whole section
+    throw;
   }
 }
 

@@ -22,17 +22,24 @@ TextPictures::Placed Render(const TextStyle& style, std::wstring_view text, doub
 
 }  // namespace
 
+// Frames ask in the same order again, so that the entry after the one found last is the likeliest.
 const TextPictures::Placed& TextPictures::Find(const TextStyle& style, std::wstring_view text,
                                                double x, double y, const TextSurface& surface) {
-  const auto found = std::find_if(entries.begin(), entries.end(), [&](const Entry& entry) {
+  const auto isIt = [&](const Entry& entry) {
     return entry.x == x && entry.y == y && entry.text == text && entry.style == style;
-  });
-  if (found != entries.end()) {
-    found->isUsed = true;
-    return found->placed;
+  };
+  const auto likeliest = entries.begin() + static_cast<std::ptrdiff_t>(next);
+  auto found = std::find_if(likeliest, entries.end(), isIt);
+  if (found == entries.end()) {
+    found = std::find_if(entries.begin(), likeliest, isIt);
+    if (found == likeliest) {
+      entries.push_back({style, std::wstring(text), x, y, Render(style, text, x, y, surface)});
+      found = entries.end() - 1;
+    }
   }
-  entries.push_back({style, std::wstring(text), x, y, Render(style, text, x, y, surface)});
-  return entries.back().placed;
+  found->isUsed = true;
+  next = static_cast<std::size_t>(found - entries.begin()) + 1;
+  return found->placed;
 }
 
 void TextPictures::EndFrame() {
@@ -40,4 +47,5 @@ void TextPictures::EndFrame() {
   for (Entry& entry : entries) {
     entry.isUsed = false;
   }
+  next = 0;
 }

@@ -35,5 +35,6 @@ class TextPictures {
     bool isUsed = true;
   };
 
-  std::vector<Entry> entries;  // as many as names are shown at a time: a few
+  std::vector<Entry> entries;  // as many as names are shown at a time
+  std::size_t next = 0;        // the entry behind the one found last
 };

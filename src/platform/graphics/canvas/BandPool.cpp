@@ -1,7 +1,6 @@
 #include "platform/graphics/canvas/BandPool.h"
 
 #include <algorithm>
-#include <system_error>
 #include <utility>
 
 namespace canvas {
@@ -13,85 +12,130 @@ int DefaultThreads() {
   return std::clamp(static_cast<int>(std::thread::hardware_concurrency()), 1, kMostThreads);
 }
 
+struct SharedPool {
+  Mutex mutex;
+  std::weak_ptr<BandPool> pool PARCHLET_GUARDED_BY(mutex);
+};
+
 }  // namespace
 
 BandPool::BandPool(int threads) : threads(threads > 0 ? threads : DefaultThreads()) {}
 
 BandPool::~BandPool() {
   {
-    const std::lock_guard lock(mutex);
+    const MutexLock lock(mutex);
     ending = true;
   }
   changed.notify_all();
-  for (std::thread& helper : helpers) {
-    helper.join();
+  for (const auto& helper : helpers) {
+    helper->thread.join();
   }
 }
 
-void BandPool::Run(int items, const std::function<void(int, int)>& newWork) {
-  if (threads == 1 || items < 2) {
+std::shared_ptr<BandPool> BandPool::Shared() {
+  // Never destroyed: a host's static engine may outlive every other static object.
+  static SharedPool& shared = *new SharedPool;
+  const MutexLock lock(shared.mutex);
+  std::shared_ptr<BandPool> pool = shared.pool.lock();
+  if (pool == nullptr) {
+    pool = std::make_shared<BandPool>(0);
+    shared.pool = pool;
+  }
+  return pool;
+}
+
+void BandPool::Run(int items, raster::Rasterizer& own, const Work& newWork) {
+  if (items < 2 || !Begin(items, newWork)) {
     for (int item = 0; item < items; ++item) {
-      newWork(0, item);
+      newWork(own, item);
     }
     return;
   }
-  try {
-    while (static_cast<int>(helpers.size()) < threads - 1) {
-      const int thread = static_cast<int>(helpers.size()) + 1;
-      helpers.emplace_back([this, thread] { Help(thread); });
-    }
-  } catch (const std::system_error&) {
-    threads = static_cast<int>(helpers.size()) + 1;  // the machine gives no more; fewer do as well
+  TakeItems(own, newWork, items);
+  if (const std::exception_ptr thrown = End()) {
+    std::rethrow_exception(thrown);
   }
+}
+
+bool BandPool::Begin(int items, const Work& newWork) {
   {
-    const std::lock_guard lock(mutex);
+    const MutexLock lock(mutex);
+    if (isRunning) {
+      return false;
+    }
+    isRunning = true;
+  }
+  StartHelpers();
+  {
+    const MutexLock lock(mutex);
     work = &newWork;
     itemCount = items;
     nextItem = 0;
-    busy = static_cast<int>(helpers.size());
+    busy = helpers.size();
     ++round;
   }
   changed.notify_all();
-  TakeItemsSafely(0);
-  std::unique_lock lock(mutex);
-  changed.wait(lock, [&] { return busy == 0; });
-  if (failure != nullptr) {
-    std::rethrow_exception(std::exchange(failure, nullptr));
-  }
+  return true;
 }
 
-void BandPool::TakeItemsSafely(int thread) {
+void BandPool::StartHelpers() {
   try {
-    TakeItems(thread);
-  } catch (...) {
-    nextItem = itemCount;
-    const std::lock_guard lock(mutex);
-    failure = std::current_exception();
+    helpers.reserve(static_cast<std::size_t>(threads));
+    while (static_cast<int>(helpers.size()) < threads - 1) {
+      auto helper = std::make_unique<Helper>();
+      raster::Rasterizer& rasterizer = helper->rasterizer;
+      helper->thread = std::thread([this, &rasterizer] { Help(rasterizer); });
+      helpers.push_back(std::move(helper));
+    }
+  } catch (const std::exception&) {
+    threads = static_cast<int>(helpers.size()) + 1;  // the machine gives no more; fewer do as well
   }
 }
 
-void BandPool::Help(int thread) {
+void BandPool::Help(raster::Rasterizer& rasterizer) {
   std::uint64_t seen = 0;
-  std::unique_lock lock(mutex);
   for (;;) {
-    changed.wait(lock, [&] { return ending || round != seen; });
-    if (ending) {
-      return;
+    const Work* job = nullptr;
+    int items = 0;
+    {
+      const MutexLock lock(mutex);
+      while (!ending && round == seen) {
+        changed.wait(mutex);
+      }
+      if (ending) {
+        return;
+      }
+      seen = round;
+      job = work;
+      items = itemCount;
     }
-    seen = round;
-    lock.unlock();
-    TakeItemsSafely(thread);
-    lock.lock();
+    TakeItems(rasterizer, *job, items);
+    const MutexLock lock(mutex);
     if (--busy == 0) {
       changed.notify_all();
     }
   }
 }
 
-void BandPool::TakeItems(int thread) {
-  for (int item = nextItem++; item < itemCount; item = nextItem++) {
-    (*work)(thread, item);
+void BandPool::TakeItems(raster::Rasterizer& rasterizer, const Work& job, int items) {
+  try {
+    for (int item = nextItem++; item < items; item = nextItem++) {
+      job(rasterizer, item);
+    }
+  } catch (...) {
+    nextItem = items;
+    const MutexLock lock(mutex);
+    failure = std::current_exception();
   }
+}
+
+std::exception_ptr BandPool::End() {
+  const MutexLock lock(mutex);
+  while (busy != 0) {
+    changed.wait(mutex);
+  }
+  isRunning = false;
+  return std::exchange(failure, nullptr);
 }
 
 }  // namespace canvas

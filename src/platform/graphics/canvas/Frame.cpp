@@ -52,14 +52,8 @@ std::uint64_t StyleOf(const Command& command) {
 
 }  // namespace
 
-Frame::Frame(const raster::PixelSurface& surface, int threads)
-    : surface(surface), tiles(surface.width, surface.height), pool(threads) {
-  for (int i = 0; i < pool.Threads(); ++i) {
-    rasterizers.push_back(std::make_unique<raster::Rasterizer>());
-  }
-}
-
-Frame::~Frame() = default;
+Frame::Frame(const raster::PixelSurface& surface, std::shared_ptr<BandPool> pool)
+    : surface(surface), tiles(surface.width, surface.height), pool(std::move(pool)) {}
 
 void Frame::Restart() {
   used = 0;
@@ -205,10 +199,10 @@ void Frame::DrawPicture(std::shared_ptr<const Picture> picture, const Box& part,
   NoteBox(Add(std::move(next)), Mix(Mix(3, address), HashOf(part)), 0);
 }
 
-void Frame::Paint(raster::Rasterizer& rasterizer, const raster::PixelRect& area) const {
-  rasterizer.SetTarget(surface, area);
+void Frame::Paint(raster::Rasterizer& painter, const raster::PixelRect& area) const {
+  painter.SetTarget(surface, area);
   if (cleared) {
-    rasterizer.Clear(clearColor);
+    painter.Clear(clearColor);
   }
   for (const Command& command : std::span(commands).first(used)) {
     const Box& box = command.box;
@@ -217,21 +211,19 @@ void Frame::Paint(raster::Rasterizer& rasterizer, const raster::PixelRect& area)
       continue;
     }
     // A small clip keeps the coverage of a mark in the processor's first cache.
-    rasterizer.SetTarget(surface, clip);
+    painter.SetTarget(surface, clip);
     switch (command.shape) {
       case Shape::kPolyline:
       case Shape::kPolygon:
-        rasterizer.Stroke(
-            {points.data() + command.firstPoint, command.pointCount},
-            command.shape == Shape::kPolygon, command.penWidth, command.argb,
-            {parts.data() + command.firstPart, command.isNear ? command.partCount : 0});
+        painter.Stroke({points.data() + command.firstPoint, command.pointCount},
+                       command.shape == Shape::kPolygon, command.penWidth, command.argb,
+                       {parts.data() + command.firstPart, command.isNear ? command.partCount : 0});
         break;
       case Shape::kEllipse:
-        rasterizer.StrokeEllipse(box.x, box.y, box.width, box.height, command.penWidth,
-                                 command.argb);
+        painter.StrokeEllipse(box.x, box.y, box.width, box.height, command.penWidth, command.argb);
         break;
       case Shape::kFill:
-        rasterizer.Fill(box.x, box.y, box.width, box.height, command.argb);
+        painter.Fill(box.x, box.y, box.width, box.height, command.argb);
         break;
       case Shape::kPicture:
         PaintPicture(command, area);
@@ -269,16 +261,16 @@ void Frame::PaintBands() {
   for (const raster::PixelRect& area : changed) {
     pixels += std::int64_t{area.Width()} * area.Height();
   }
-  const auto paint = [this](int thread, int band) {
-    Paint(*rasterizers[static_cast<std::size_t>(thread)], bands[static_cast<std::size_t>(band)]);
-  };
   const int count = static_cast<int>(bands.size());
+  const auto paint = [this](raster::Rasterizer& painter, int band) {
+    Paint(painter, bands[static_cast<std::size_t>(band)]);
+  };
   if (pixels < kPixelsWorthSharing) {
     for (int band = 0; band < count; ++band) {
-      paint(0, band);
+      paint(rasterizer, band);
     }
   } else {
-    pool.Run(count, paint);
+    pool->Run(count, rasterizer, paint);
   }
 }
 
@@ -289,15 +281,11 @@ std::span<const raster::PixelRect> Frame::Finish() {
   if (cleared) {
     pictures.clear();
   }
-  tiles.TakeChanged(changed);
   try {
+    tiles.TakeChanged(changed);
     PaintBands();
   } catch (...) {
-    // A rasterizer that was interrupted may keep coverage; whatever it painted is painted anew.
-    for (auto& rasterizer : rasterizers) {
-      rasterizer = std::make_unique<raster::Rasterizer>();
-    }
-    tiles.ForgetShown();
+    tiles.ForgetShown();  // the tiles that were not reached are none the less taken for painted
     throw;
   }
   return changed;

@@ -22,9 +22,9 @@ namespace canvas {
 // lie anywhere. Memory is kept from frame to frame.
 class Frame {
  public:
-  // `threads` as for BandPool; the pixels do not depend on it.
-  explicit Frame(const raster::PixelSurface& surface, int threads = 0);
-  ~Frame();
+  // The pixels do not depend on who shares the work.
+  explicit Frame(const raster::PixelSurface& surface,
+                 std::shared_ptr<BandPool> pool = BandPool::Shared());
 
   void Clear(std::uint32_t argb);
   void Stroke(std::span<const raster::GridPoint> points, bool closed, float penWidth,
@@ -49,7 +49,7 @@ class Frame {
   void NoteBox(Command& command, std::uint64_t hash, int margin);
   void MeasureLine(Command& command);
   void NoteLine(const Command& command);
-  void Paint(raster::Rasterizer& rasterizer, const raster::PixelRect& area) const;
+  void Paint(raster::Rasterizer& painter, const raster::PixelRect& area) const;
   void PaintPicture(const Command& command, const raster::PixelRect& area) const;
   void PaintBands();
   void CutIntoBands();
@@ -74,8 +74,8 @@ class Frame {
   std::uint32_t clearColor = 0;
   std::vector<raster::PixelRect> changed;
   std::vector<raster::PixelRect> bands;
-  BandPool pool;
-  std::vector<std::unique_ptr<raster::Rasterizer>> rasterizers;  // one a thread
+  std::shared_ptr<BandPool> pool;
+  raster::Rasterizer rasterizer;
 };
 
 }  // namespace canvas

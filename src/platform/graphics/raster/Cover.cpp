@@ -10,22 +10,15 @@
 
 #include <hwy/highway.h>
 
-#include "platform/graphics/raster/Pack-inl.h"
+#include "platform/graphics/raster/Lanes-inl.h"
 
 HWY_BEFORE_NAMESPACE();
 namespace raster {
 namespace HWY_NAMESPACE {
 namespace {
 
-namespace hn = hwy::HWY_NAMESPACE;
-using D16 = hn::CappedTag<std::int16_t, kWideLanes>;
 using DU16 = hn::RebindToUnsigned<D16>;
-using D8 = hn::Repartition<std::uint8_t, D16>;
-using V16 = hn::Vec<D16>;
-using V8 = hn::Vec<D8>;
-constexpr D16 k16;
 constexpr DU16 kU16;
-constexpr D8 k8;
 
 // A pair of vectors holds kPairRows rows of 8 pixels: the first vector the even ones, the second
 // the odd ones, so that packing the two puts the rows in order.
@@ -101,9 +94,8 @@ HWY_INLINE V8 Product(V8 a, V8 b) {
 
 // A bit for every row of a pair: set when its eight pixels are all 0.
 HWY_INLINE std::uint64_t EmptyRows(V8 coverage) {
-  const hn::Repartition<std::uint64_t, D8> d64;
   std::uint8_t bits[8] = {};
-  hn::StoreMaskBits(d64, hn::Eq(hn::BitCast(d64, coverage), hn::Zero(d64)), bits);
+  hn::StoreMaskBits(k64, hn::Eq(hn::BitCast(k64, coverage), hn::Zero(k64)), bits);
   return bits[0];
 }
 

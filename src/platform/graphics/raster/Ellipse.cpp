@@ -25,8 +25,8 @@ constexpr int kTurns = 64;
 // Even steps of the circle that the ellipse is squeezed from keep to the chord error. A flat
 // ellipse turns about within a few of them, which would leave sharp corners: even steps of the
 // normal's angle as well.
-std::vector<double> VertexAngles(double radiusX, double radiusY, int steps) {
-  std::vector<double> angles;
+void ListVertexAngles(double radiusX, double radiusY, int steps, std::vector<double>& angles) {
+  angles.clear();
   for (int step = 0; step < steps; ++step) {
     angles.push_back(2 * std::numbers::pi * step / steps);
   }
@@ -38,7 +38,6 @@ std::vector<double> VertexAngles(double radiusX, double radiusY, int steps) {
     }
     std::sort(angles.begin(), angles.end());
   }
-  return angles;
 }
 
 constexpr int kWholeArc = 32;  // arcs of this many steps or less are followed step by step
@@ -54,7 +53,7 @@ void Stroker::CoverEllipse(double x, double y, double width, double height) {
     LiftPen();
     return;
   }
-  const std::vector<double> angles = VertexAngles(radius.x, radius.y, steps);
+  ListVertexAngles(radius.x, radius.y, steps, angles);
   const auto vertex = [&](double angle) {
     return Vertex{center.x + radius.x * std::cos(angle), center.y + radius.y * std::sin(angle)};
   };

@@ -8,24 +8,15 @@
 
 #include <hwy/highway.h>
 
-#include "platform/graphics/raster/Pack-inl.h"
+#include "platform/graphics/raster/Lanes-inl.h"
 
 HWY_BEFORE_NAMESPACE();
 namespace raster {
 namespace HWY_NAMESPACE {
 namespace {
 
-namespace hn = hwy::HWY_NAMESPACE;
-using D16 = hn::CappedTag<std::int16_t, kWideLanes>;
-using D8 = hn::Repartition<std::uint8_t, D16>;
-using D64 = hn::Repartition<std::uint64_t, D16>;
 using I64 = hn::RebindToSigned<D64>;
 using I32 = hn::Rebind<std::int32_t, I64>;
-using V16 = hn::Vec<D16>;
-using V8 = hn::Vec<D8>;
-constexpr D16 k16;
-constexpr D8 k8;
-constexpr D64 k64;
 constexpr I64 kI64;
 constexpr I32 kI32;
 constexpr std::size_t kVectorPixels = hn::MaxLanes(k16) / 2;

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <span>
+#include <vector>
 
 #include "platform/graphics/raster/CoveragePlane.h"
 #include "platform/graphics/raster/StrokeChunk.h"
@@ -62,6 +63,7 @@ class Stroker {
   PixelRect guard;  // the surface and what lies so near that it may matter
   ChunkPoints points = {};
   ChunkGeometry geometry;
+  std::vector<double> angles;  // of an ellipse's vertices
   int count = 0;              // points of the run in the chunk, at 1 .. count; 0: no run
   bool knownInSight = false;  // whoever feeds the points passes over those out of sight
   bool startKnown = false;  // points[0] is the stroke's own point, not to be made up for a flat cap

@@ -7,6 +7,8 @@
 #include <cstdint>
 #include <memory>
 #include <random>
+#include <thread>
+#include <utility>
 #include <vector>
 
 namespace {
@@ -33,8 +35,10 @@ struct Page {
 class Screen {
  public:
   Screen(int width, int height, int threads)
+      : Screen(width, height, std::make_shared<canvas::BandPool>(threads)) {}
+  Screen(int width, int height, std::shared_ptr<canvas::BandPool> pool)
       : pixels(static_cast<std::size_t>(width) * height, 0xDEADBEEF),
-        frame({pixels.data(), width, height, width}, threads) {}
+        frame({pixels.data(), width, height, width}, std::move(pool)) {}
 
   std::vector<PixelRect> Show(const Page& page) {
     frame.Clear(page.background);
@@ -263,6 +267,26 @@ TEST(FrameTest, ThePixelsDoNotDependOnTheNumberOfThreads) {
     shared.Show(page);
     EXPECT_EQ(shared.Pixels(), alone.Pixels()) << threads;
   }
+}
+
+TEST(FrameTest, SurfacesThatArePaintedAtOnceShareThePoolAndNothingElse) {
+  const auto pool = std::make_shared<canvas::BandPool>(3);
+  const auto paint = [&pool](std::uint32_t seed) {
+    Editor editor(seed, 1200, 900);
+    Page page;
+    Screen alone(1200, 900, 1);
+    Screen shared(1200, 900, pool);
+    for (int i = 0; i < 20; ++i) {
+      page.marks.push_back(editor.NewMark());
+      page.background = editor.Random();
+      alone.Show(page);
+      shared.Show(page);
+      EXPECT_EQ(shared.Pixels(), alone.Pixels()) << seed << ", " << i;
+    }
+  };
+  std::thread other(paint, 1);
+  paint(2);
+  other.join();
 }
 
 TEST(FrameTest, WhatIsDrawnAfterAFinishLiesOnTopOfIt) {

@@ -1,9 +1,10 @@
-// Packing that keeps to blocks of 128 bits. Included once for every SIMD target.
-#if defined(PARCHLET_RASTER_PACK_INL_H) == defined(HWY_TARGET_TOGGLE)
-#ifdef PARCHLET_RASTER_PACK_INL_H
-#undef PARCHLET_RASTER_PACK_INL_H
+// The vectors that coverage and pixels are worked on with, and packing that keeps to blocks of 128
+// bits. Included once for every SIMD target.
+#if defined(PARCHLET_RASTER_LANES_INL_H) == defined(HWY_TARGET_TOGGLE)
+#ifdef PARCHLET_RASTER_LANES_INL_H
+#undef PARCHLET_RASTER_LANES_INL_H
 #else
-#define PARCHLET_RASTER_PACK_INL_H
+#define PARCHLET_RASTER_LANES_INL_H
 #endif
 
 #include <hwy/highway.h>
@@ -37,6 +38,16 @@ HWY_INLINE auto PackBlocks(V low, V high) {
 }
 inline constexpr int kWideLanes = 8;
 #endif
+
+namespace hn = hwy::HWY_NAMESPACE;
+using D16 = hn::CappedTag<std::int16_t, kWideLanes>;
+using D8 = hn::Repartition<std::uint8_t, D16>;
+using D64 = hn::Repartition<std::uint64_t, D16>;
+using V16 = hn::Vec<D16>;
+using V8 = hn::Vec<D8>;
+inline constexpr D16 k16;
+inline constexpr D8 k8;
+inline constexpr D64 k64;
 
 }  // namespace
 }  // namespace HWY_NAMESPACE
