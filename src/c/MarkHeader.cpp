@@ -1,5 +1,25 @@
 #include "c/Call.h"
 
+namespace {
+
+template <class Value>
+int32_t SetField(ParchletMark* mark, Value AnnotationHeader::*field, Value value) {
+  return OnMark(mark, [&](Annotation& annotation) {
+    annotation.*field = value;
+    return PARCHLET_YES;
+  });
+}
+
+template <class Value>
+int32_t GetField(const ParchletMark* mark, Value AnnotationHeader::*field, Value* value) {
+  return OnMark(mark, [&](const Annotation& annotation) {
+    Write(value, annotation.*field);
+    return PARCHLET_YES;
+  });
+}
+
+}  // namespace
+
 int32_t ParchletMarkSetAnnotationId(ParchletMark* mark, const char* annotationId) {
   return OnMark(mark, [&](Annotation& annotation) {
     annotation.SetAnnotationId(Text(annotationId));
@@ -53,31 +73,19 @@ int32_t ParchletMarkGetPictureProperty(const ParchletMark* mark, ParchletTexts* 
 }
 
 int32_t ParchletMarkSetOrder(ParchletMark* mark, int32_t order) {
-  return OnMark(mark, [&](Annotation& annotation) {
-    annotation.order = order;
-    return PARCHLET_YES;
-  });
+  return SetField(mark, &AnnotationHeader::order, order);
 }
 
 int32_t ParchletMarkGetOrder(const ParchletMark* mark, int32_t* order) {
-  return OnMark(mark, [&](const Annotation& annotation) {
-    Write(order, annotation.order);
-    return PARCHLET_YES;
-  });
+  return GetField(mark, &AnnotationHeader::order, order);
 }
 
 int32_t ParchletMarkSetSubModelIndex(ParchletMark* mark, int32_t index) {
-  return OnMark(mark, [&](Annotation& annotation) {
-    annotation.subModelIndex = index;
-    return PARCHLET_YES;
-  });
+  return SetField(mark, &AnnotationHeader::subModelIndex, index);
 }
 
 int32_t ParchletMarkGetSubModelIndex(const ParchletMark* mark, int32_t* index) {
-  return OnMark(mark, [&](const Annotation& annotation) {
-    Write(index, annotation.subModelIndex);
-    return PARCHLET_YES;
-  });
+  return GetField(mark, &AnnotationHeader::subModelIndex, index);
 }
 
 int32_t ParchletMarkSetHostData(ParchletMark* mark, int32_t data1, int32_t data2, int32_t data3) {
@@ -100,15 +108,9 @@ int32_t ParchletMarkGetHostData(const ParchletMark* mark, int32_t* data1, int32_
 }
 
 int32_t ParchletMarkSetTempStartTick(ParchletMark* mark, uint64_t tick) {
-  return OnMark(mark, [&](Annotation& annotation) {
-    annotation.tempStartTick = tick;
-    return PARCHLET_YES;
-  });
+  return SetField(mark, &AnnotationHeader::tempStartTick, tick);
 }
 
 int32_t ParchletMarkGetTempStartTick(const ParchletMark* mark, uint64_t* tick) {
-  return OnMark(mark, [&](const Annotation& annotation) {
-    Write(tick, annotation.tempStartTick);
-    return PARCHLET_YES;
-  });
+  return GetField(mark, &AnnotationHeader::tempStartTick, tick);
 }

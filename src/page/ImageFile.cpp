@@ -39,7 +39,7 @@ bool SaveBitmap(HBITMAP bitmap, int width, int height, const std::wstring& path,
   }
   Gdiplus::Bitmap picture(bitmap, nullptr);
   // A copy at full size, so that encoding does not depend on the section.
-  const std::unique_ptr<Gdiplus::Image> copy(
-      picture.GetThumbnailImage(static_cast<UINT>(width), static_cast<UINT>(height)));
+  const std::unique_ptr<Gdiplus::Image> copy(picture.GetThumbnailImage(
+      static_cast<UINT>(width), static_cast<UINT>(height), nullptr, nullptr));
   return copy != nullptr && copy->Save(path.c_str(), &encoder, nullptr) == Gdiplus::Ok;
 }

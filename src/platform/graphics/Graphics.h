@@ -82,6 +82,9 @@ class SolidBrush {
 };
 
 class EncoderParameters;
+
+// Asked by a thumbnail under way whether to give it up; never called.
+using GetThumbnailImageAbort = BOOL (*)(void* data);
 class Font;
 class StringFormat;
 
@@ -101,8 +104,9 @@ class Image {
   // Writes the identifier of the format that the picture was stored in.
   Status GetRawFormat(GUID* format);
   // A new image of that size, for the caller to delete. The size is the image's own, so it is a
-  // copy; it shares the pixels, which never change. Null for any other size.
-  Image* GetThumbnailImage(UINT width, UINT height);
+  // copy; it shares the pixels, which never change. Null for any other size. `abort` and `data` are
+  // null.
+  Image* GetThumbnailImage(UINT width, UINT height, GetThumbnailImageAbort abort, void* data);
   // Writes the image to a file with the encoder of that identifier; see GetImageEncoders. A failure
   // leaves an existing file as it was and nothing else behind. `parameters` is null.
   Status Save(const wchar_t* path, const GUID* encoder,

@@ -103,7 +103,8 @@ UINT Image::GetHeight() {
   return static_cast<UINT>(picture->height);
 }
 
-Image* Image::GetThumbnailImage(UINT width, UINT height) {
+Image* Image::GetThumbnailImage(UINT width, UINT height, GetThumbnailImageAbort /*abort*/,
+                                void* /*data*/) {
   if (picture->width == 0 || width != GetWidth() || height != GetHeight()) {
     lastStatus = InvalidParameter;
     return nullptr;

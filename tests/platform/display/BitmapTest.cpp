@@ -48,7 +48,7 @@ TEST_F(BitmapTest, ASectionIsSavedInTheFormatOfTheEncoder) {
   Bitmap bitmap(&section, nullptr);
   section.pixels[0] = 0;  // it has a copy
   ASSERT_EQ(bitmap.GetLastStatus(), Gdiplus::Ok);
-  const std::unique_ptr<Image> copy(bitmap.GetThumbnailImage(2, 2));
+  const std::unique_ptr<Image> copy(bitmap.GetThumbnailImage(2, 2, nullptr, nullptr));
   ASSERT_NE(copy, nullptr);
   const CLSID png = EncoderFor(L"image/png");
   const CLSID bmp = EncoderFor(L"image/bmp");
@@ -80,7 +80,7 @@ TEST_F(BitmapTest, ASectionWithoutPixelsIsNoPicture) {
   PixelSection empty;
   Bitmap none(nullptr, nullptr);
   EXPECT_NE(none.GetLastStatus(), Gdiplus::Ok);
-  EXPECT_EQ(none.GetThumbnailImage(0, 0), nullptr);
+  EXPECT_EQ(none.GetThumbnailImage(0, 0, nullptr, nullptr), nullptr);
   EXPECT_NE(Bitmap(&empty, nullptr).GetLastStatus(), Gdiplus::Ok);
   const CLSID png = EncoderFor(L"image/png");
   EXPECT_NE(none.Save(Path("a").c_str(), &png), Gdiplus::Ok);
