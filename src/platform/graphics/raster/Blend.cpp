@@ -101,17 +101,19 @@ template <bool kOpaque, bool kWhole>
 HWY_INLINE void BlendColumn(CoveragePlane& plane, int column, std::uint64_t kept,
                             const InkLanes& ink, const PixelSurface& surface) {
   const int left = (plane.FirstColumn() + column) * kGroup;
+  std::uint32_t* const origin = surface.pixels;
+  const std::ptrdiff_t stride = surface.stride;
   for (int word = plane.FirstWord(); word <= plane.LastWord(); ++word) {
     std::uint64_t rest = plane.TakeWord(column, word);
     std::uint8_t* const bytes = plane.BytesOf(column, word);
-    const int row = plane.RowOf(word);
+    const std::ptrdiff_t first = plane.RowOf(word) * stride + left;
     while (rest != 0) {
       const int bit = std::countr_zero(rest);
       rest &= rest - 1;
       std::uint64_t coverage;
       std::memcpy(&coverage, bytes + bit * kGroup, sizeof coverage);
       std::memset(bytes + bit * kGroup, 0, sizeof coverage);
-      std::uint32_t* const pixels = surface.Row(row + bit) + left;
+      std::uint32_t* const pixels = origin + (first + bit * stride);
       if constexpr (kWhole) {
         BlendEight<kOpaque>(pixels, coverage, ink);
       } else {

@@ -38,19 +38,21 @@ struct PlaneLanes {
   V16 offset;  // of a lane of the first vector from the pair's first pixel
   V16 odd;     // from the first vector to the second
   V16 step;    // from one pair to the next below
+  V16 column;  // from one column to the next
 
   explicit HWY_INLINE PlaneLanes(int a, int b)
       : offset(hn::Add(hn::Mul(hn::Load(k16, kLaneX), Set(a)),
                        hn::Mul(hn::Load(k16, kLaneY), Set(b)))),
         odd(Set(b)),
-        step(Set(b * kPairRows)) {}
+        step(Set(b * kPairRows)),
+        column(Set(a * kGroup)) {}
 };
 
 struct PlaneValues {
   V16 even, odd;
 
-  HWY_INLINE PlaneValues(const PlaneLanes& lanes, int base)
-      : even(hn::Add(lanes.offset, Set(base))), odd(hn::Add(even, lanes.odd)) {}
+  HWY_INLINE PlaneValues(const PlaneLanes& lanes, V16 first)
+      : even(first), odd(hn::Add(first, lanes.odd)) {}
   HWY_INLINE void Advance(const PlaneLanes& lanes) {
     even = hn::Add(even, lanes.step);
     odd = hn::Add(odd, lanes.step);
@@ -111,13 +113,24 @@ class PieceLanes {
         outer(Set(outer)),
         inner(Set(inner)) {}
 
-  // Covers `blocks` blocks, at most 16, from `bytes` on; the bases are the planes' values at the
-  // first pixel. Gives a bit for every row that is not left empty.
-  HWY_INLINE std::uint64_t Cover(std::uint8_t* HWY_RESTRICT bytes, int stripBase, int startBase,
-                                 int endBase, int blocks) const {
-    PlaneValues d(strip, stripBase);
-    PlaneValues s(start, startBase);
-    PlaneValues e(end, endBase);
+  // Stands at the first pixel of a column, where the planes have these values.
+  HWY_INLINE void MoveTo(int stripBase, int startBase, int endBase) {
+    d0 = hn::Add(strip.offset, Set(stripBase));
+    s0 = hn::Add(start.offset, Set(startBase));
+    e0 = hn::Add(end.offset, Set(endBase));
+  }
+  HWY_INLINE void MoveToNextColumn() {
+    d0 = hn::Add(d0, strip.column);
+    s0 = hn::Add(s0, start.column);
+    e0 = hn::Add(e0, end.column);
+  }
+
+  // Covers `blocks` blocks, at most 16, from `bytes` on, which are those of the pixel that it stands
+  // at. Gives a bit for every row that is not left empty.
+  HWY_INLINE std::uint64_t Cover(std::uint8_t* HWY_RESTRICT bytes, int blocks) const {
+    PlaneValues d(strip, d0);
+    PlaneValues s(start, s0);
+    PlaneValues e(end, e0);
     std::uint64_t empty = 0;
     const int rows = blocks * kBlockRows;
     for (int row = 0; row < rows; row += kPairRows) {
@@ -137,6 +150,7 @@ class PieceLanes {
  private:
   PlaneLanes strip, start, end;
   V16 outer, inner;
+  V16 d0, s0, e0;  // the planes in the first vector of the column's first pair
 };
 
 HWY_INLINE Plane At(const PlaneArrays& arrays, int i) {
@@ -148,23 +162,19 @@ HWY_INLINE void CoverSegment(const ChunkGeometry& g, int i, CoveragePlane& plane
   const Plane strip = At(g.strip, i);
   const Plane start = At(g.start, i);
   const Plane end = At(g.end, i);
-  const PieceLanes<kThin> lanes(strip, start, end, g.outer[i], g.inner[i]);
+  PieceLanes<kThin> lanes(strip, start, end, g.outer[i], g.inner[i]);
+  lanes.MoveTo(g.stripBase[i], g.startBase[i], g.endBase[i]);
   const int blocks = g.blocks[i];
   const int index = plane.Index(g.row[i]);
   const std::ptrdiff_t bytesStride = plane.ColumnStride();
   const std::ptrdiff_t bitsStride = plane.BitsStride();
   std::uint8_t* bytes = plane.Group(g.column[i], g.row[i]);
   std::uint64_t* bits = plane.Bits(g.column[i]);
-  int stripBase = g.stripBase[i];
-  int startBase = g.startBase[i];
-  int endBase = g.endBase[i];
   for (int columns = g.columns[i]; columns > 0; --columns) {
-    CoveragePlane::NoteRows(bits, index, lanes.Cover(bytes, stripBase, startBase, endBase, blocks));
+    CoveragePlane::NoteRows(bits, index, lanes.Cover(bytes, blocks));
     bytes += bytesStride;
     bits += bitsStride;
-    stripBase += strip.a * kGroup;
-    startBase += start.a * kGroup;
-    endBase += end.a * kGroup;
+    lanes.MoveToNextColumn();
   }
 }
 
@@ -233,7 +243,7 @@ HWY_INLINE void NarrowRows(const LoosePiece& piece, int column, float& top, floa
 }
 
 template <bool kThin>
-HWY_INLINE void CoverCell(const LoosePiece& p, const PieceLanes<kThin>& lanes, int column, int row,
+HWY_INLINE void CoverCell(const LoosePiece& p, PieceLanes<kThin>& lanes, int column, int row,
                           int blocks, CoveragePlane& plane) {
   // The strip's plane is exact in the middle of its cell, wherever the clip lets it start.
   const int x = column * kGroup;
@@ -243,8 +253,8 @@ HWY_INLINE void CoverCell(const LoosePiece& p, const PieceLanes<kThin>& lanes, i
   const auto end = [&](const Plane& q) {
     return Near(static_cast<double>(q.a) * x + static_cast<double>(q.b) * row + q.c);
   };
-  const std::uint64_t rows =
-      lanes.Cover(plane.Group(column, row), stripBase, end(p.start), end(p.end), blocks);
+  lanes.MoveTo(stripBase, end(p.start), end(p.end));
+  const std::uint64_t rows = lanes.Cover(plane.Group(column, row), blocks);
   CoveragePlane::NoteRows(plane.Bits(column), plane.Index(row), rows);
 }
 
@@ -254,7 +264,7 @@ void CoverCells(const LoosePiece& piece, CoveragePlane& plane) {
   const int firstColumn = std::max(static_cast<int>(std::ceil(piece.left)) >> 3, clip.left >> 3);
   const int lastColumn =
       std::min(static_cast<int>(std::floor(piece.right)) >> 3, (clip.right - 1) >> 3);
-  const PieceLanes<kThin> lanes(piece.strip, piece.start, piece.end, piece.outer, piece.inner);
+  PieceLanes<kThin> lanes(piece.strip, piece.start, piece.end, piece.outer, piece.inner);
   for (int column = firstColumn; column <= lastColumn; ++column) {
     float top = piece.top;
     float bottom = piece.bottom;
