@@ -38,12 +38,13 @@ class WideRows {
       : picture(picture), source(source) {
     const auto shown = static_cast<std::size_t>(right - left);
     count = (shown + raster::kStretchStep - 1) / raster::kStretchStep * raster::kStretchStep;
+    first.resize(count);
+    shares.resize(count + raster::kStretchStep);
     for (std::size_t i = 0; i < count; ++i) {
       const auto x = static_cast<std::int64_t>(left) + static_cast<std::int64_t>(i);
       const Tap tap = TapFor(x - destination.x, source.width, destination.width);
-      constexpr std::uint64_t kFourTimes = 0x0001'0001'0001'0001;
-      first.push_back(tap.first);
-      weights.push_back(static_cast<std::uint64_t>(tap.weight) * 128 * kFourTimes);
+      first[i] = tap.first;
+      shares[i] = static_cast<std::uint8_t>(tap.weight);
     }
     latest.pixels.resize(count);
     earlier.pixels.resize(count);
@@ -73,10 +74,10 @@ class WideRows {
         static_cast<std::size_t>(source.x);
     const auto width = static_cast<std::size_t>(source.width);
     const std::uint32_t* pixels = picture.pixels.data() + start;
-    if (start + width == picture.pixels.size()) {
-      // A column's neighbour is read even where it counts for nothing: behind the last pixel.
+    if (start + width + raster::kStretchStep > picture.pixels.size()) {
+      // What lies behind the last pixel is read, though it counts for nothing.
       padded.assign(pixels, pixels + width);
-      padded.push_back(0);
+      padded.resize(width + raster::kStretchStep);
       pixels = padded.data();
     }
     // The row that is wanted next but one: rows lie too far apart for the processor to foresee.
@@ -87,7 +88,7 @@ class WideRows {
         hwy::Prefetch(picture.pixels.data() + ahead + i);
       }
     }
-    raster::WidenRow(pixels, first.data(), weights.data(), count, row.pixels.data());
+    raster::WidenRow(pixels, first.data(), shares.data(), count, row.pixels.data());
     row.index = index;
   }
 
@@ -95,7 +96,7 @@ class WideRows {
   PixelBox source;
   std::size_t count = 0;
   std::vector<std::int32_t> first;
-  std::vector<std::uint64_t> weights;
+  std::vector<std::uint8_t> shares;
   std::vector<std::uint32_t> padded;
   Row latest, earlier;
 };

@@ -17,15 +17,18 @@ namespace raster {
 namespace HWY_NAMESPACE {
 namespace {
 
+// Pixels are blended in twos of groups: 16 pixels, two rows of 8.
 constexpr int kVectorPixels = static_cast<int>(hn::MaxLanes(k16)) / 2;
+constexpr int kTwoGroups = 2 * kGroup;
 
-// Where the coverage of a 16-bit channel stands among the eight bytes of a group, by 128-bit block:
-// the blocks hold pixels 0..3 and 4..7 (or, on 128-bit targets, one after the other), of which
-// unpacking puts the first two in the lower vector.
-alignas(32) constexpr std::uint8_t kLower[32] = {0, 0, 0, 0, 0, 0, 0, 0, 1, 1, 1, 1, 1, 1, 1, 1,
-                                                 4, 4, 4, 4, 4, 4, 4, 4, 5, 5, 5, 5, 5, 5, 5, 5};
-alignas(32) constexpr std::uint8_t kUpper[32] = {2, 2, 2, 2, 2, 2, 2, 2, 3, 3, 3, 3, 3, 3, 3, 3,
-                                                 6, 6, 6, 6, 6, 6, 6, 6, 7, 7, 7, 7, 7, 7, 7, 7};
+// Where the coverage of a 16-bit channel stands among the bytes of the two groups, by 128-bit
+// block: the blocks hold four pixels each, of which unpacking puts the first two in the lower
+// vector.
+alignas(64) constexpr std::uint8_t kLower[64] = {
+    0, 0, 0, 0, 0,  0,  0,  0,  1,  1,  1,  1,  1,  1,  1,  1,  4,  4,  4,  4, 4, 4,
+    4, 4, 5, 5, 5,  5,  5,  5,  5,  5,  8,  8,  8,  8,  8,  8,  8,  8,  9,  9, 9, 9,
+    9, 9, 9, 9, 12, 12, 12, 12, 12, 12, 12, 12, 13, 13, 13, 13, 13, 13, 13, 13};
+constexpr std::uint8_t kUpperOffset = 2;  // of the last two pixels' coverage
 
 struct InkLanes {
   V16 color;  // opaque: levels; translucent: 1/128 levels
@@ -59,40 +62,79 @@ HWY_INLINE V16 Mixed(V16 ground, V16 cover, const InkLanes& ink) {
   }
 }
 
-template <bool kOpaque>
-HWY_INLINE void BlendEight(std::uint32_t* HWY_RESTRICT pixels, std::uint64_t coverage,
-                           const InkLanes& ink) {
-  const V8 eight = hn::BitCast(k8, hn::Set(k64, coverage));
-  for (int part = 0; part < 8 / kVectorPixels; ++part) {
-    auto* const bytes = reinterpret_cast<std::uint8_t*>(pixels + part * kVectorPixels);
-    const V8 shift = hn::Set(k8, static_cast<std::uint8_t>(part * kVectorPixels));
-    const V16 lower =
-        hn::BitCast(k16, hn::TableLookupBytes(eight, hn::Add(hn::Load(k8, kLower), shift)));
-    const V16 upper =
-        hn::BitCast(k16, hn::TableLookupBytes(eight, hn::Add(hn::Load(k8, kUpper), shift)));
-    const V8 ground = hn::LoadU(k8, bytes);
-    const V16 low = hn::BitCast(k16, hn::InterleaveLower(k8, ground, hn::Zero(k8)));
-    const V16 high = hn::BitCast(k16, hn::InterleaveUpper(k8, ground, hn::Zero(k8)));
-    hn::StoreU(PackBlocks(Mixed<kOpaque>(low, lower, ink), Mixed<kOpaque>(high, upper, ink)), k8,
-               bytes);
+// The pixels of a vector, out of those of the two groups.
+struct VectorPlace {
+  std::uint8_t* first;
+  std::uint8_t* second;  // the latter half of a vector that holds both groups
+};
+
+HWY_INLINE V8 LoadPixels(const VectorPlace& place) {
+  if constexpr (kVectorPixels == kTwoGroups) {
+    const hn::Half<D8> half;
+    return hn::Combine(k8, hn::LoadU(half, place.second), hn::LoadU(half, place.first));
+  } else {
+    return hn::LoadU(k8, place.first);
   }
 }
 
-// Blends eight pixels of which some lie outside the clip, where nothing is read or written: their
+HWY_INLINE void StorePixels(V8 pixels, const VectorPlace& place) {
+  if constexpr (kVectorPixels == kTwoGroups) {
+    const hn::Half<D8> half;
+    hn::StoreU(hn::LowerHalf(half, pixels), half, place.first);
+    hn::StoreU(hn::UpperHalf(half, pixels), half, place.second);
+  } else {
+    hn::StoreU(pixels, k8, place.first);
+  }
+}
+
+// Blends 8 pixels from `first` on and 8 from `second` on; their coverage lies in a row.
+template <bool kOpaque>
+HWY_INLINE void BlendTwoGroups(std::uint32_t* first, std::uint32_t* second, V8 coverage,
+                               const InkLanes& ink) {
+  for (int pixel = 0; pixel < kTwoGroups; pixel += kVectorPixels) {
+    std::uint32_t* const start = pixel < kGroup ? first + pixel : second + (pixel - kGroup);
+    const VectorPlace place = {reinterpret_cast<std::uint8_t*>(start),
+                               reinterpret_cast<std::uint8_t*>(second)};
+    const V8 lower = hn::Add(hn::Load(k8, kLower), hn::Set(k8, static_cast<std::uint8_t>(pixel)));
+    const V8 upper = hn::Add(lower, hn::Set(k8, kUpperOffset));
+    const V8 ground = LoadPixels(place);
+    const V16 low = Mixed<kOpaque>(hn::BitCast(k16, hn::InterleaveLower(k8, ground, hn::Zero(k8))),
+                                   hn::BitCast(k16, hn::TableLookupBytes(coverage, lower)), ink);
+    const V16 high = Mixed<kOpaque>(hn::BitCast(k16, hn::InterleaveUpper(k8, ground, hn::Zero(k8))),
+                                    hn::BitCast(k16, hn::TableLookupBytes(coverage, upper)), ink);
+    StorePixels(PackBlocks(low, high), place);
+  }
+}
+
+// Blends a group of which some pixels lie outside the clip, where nothing is read or written: their
 // coverage is 0.
 template <bool kOpaque>
 void BlendSome(std::uint32_t* pixels, std::uint64_t coverage, const InkLanes& ink) {
-  std::uint8_t bytes[8];
-  std::memcpy(bytes, &coverage, sizeof bytes);
-  std::uint32_t eight[8] = {};
-  for (int i = 0; i < 8; ++i) {
-    eight[i] = bytes[i] != 0 ? pixels[i] : 0;
+  alignas(16) std::uint8_t bytes[kTwoGroups] = {};
+  std::memcpy(bytes, &coverage, sizeof coverage);
+  std::uint32_t group[kTwoGroups] = {};
+  for (int i = 0; i < kGroup; ++i) {
+    group[i] = bytes[i] != 0 ? pixels[i] : 0;
   }
-  BlendEight<kOpaque>(eight, coverage, ink);
-  for (int i = 0; i < 8; ++i) {
+  BlendTwoGroups<kOpaque>(group, group + kGroup, hn::LoadDup128(k8, bytes), ink);
+  for (int i = 0; i < kGroup; ++i) {
     if (bytes[i] != 0) {
-      pixels[i] = eight[i];
+      pixels[i] = group[i];
     }
+  }
+}
+
+// Blends and zeroes one by one the groups at the set bits.
+template <bool kOpaque>
+HWY_INLINE void BlendSingly(std::uint64_t rows, std::uint8_t* bytes, std::uint64_t kept,
+                            std::uint32_t* origin, std::ptrdiff_t first, std::ptrdiff_t stride,
+                            const InkLanes& ink) {
+  for (; rows != 0; rows &= rows - 1) {
+    const int row = std::countr_zero(rows);
+    std::uint64_t coverage;
+    std::memcpy(&coverage, bytes + row * kGroup, sizeof coverage);
+    std::memset(bytes + row * kGroup, 0, sizeof coverage);
+    BlendSome<kOpaque>(origin + (first + row * stride), coverage & kept, ink);
   }
 }
 
@@ -107,18 +149,24 @@ HWY_INLINE void BlendColumn(CoveragePlane& plane, int column, std::uint64_t kept
     std::uint64_t rest = plane.TakeWord(column, word);
     std::uint8_t* const bytes = plane.BytesOf(column, word);
     const std::ptrdiff_t first = plane.RowOf(word) * stride + left;
-    while (rest != 0) {
-      const int bit = std::countr_zero(rest);
-      rest &= rest - 1;
-      std::uint64_t coverage;
-      std::memcpy(&coverage, bytes + bit * kGroup, sizeof coverage);
-      std::memset(bytes + bit * kGroup, 0, sizeof coverage);
-      std::uint32_t* const pixels = origin + (first + bit * stride);
-      if constexpr (kWhole) {
-        BlendEight<kOpaque>(pixels, coverage, ink);
-      } else {
-        BlendSome<kOpaque>(pixels, coverage & kept, ink);
-      }
+    if constexpr (!kWhole) {
+      BlendSingly<kOpaque>(rest, bytes, kept, origin, first, stride, ink);
+      continue;
+    }
+    // The clip's last row may lack a second one.
+    const std::uint64_t alone = rest & plane.UnpairedRow(word);
+    if (alone != 0) {
+      BlendSingly<kOpaque>(alone, bytes, kept, origin, first, stride, ink);
+      rest ^= alone;
+    }
+    constexpr std::uint64_t kEven = 0x5555'5555'5555'5555;
+    for (std::uint64_t pairs = (rest | rest >> 1) & kEven; pairs != 0; pairs &= pairs - 1) {
+      const int row = std::countr_zero(pairs);
+      std::uint8_t* const groups = bytes + row * kGroup;
+      const V8 coverage = hn::LoadDup128(k8, groups);
+      hn::Store(hn::Zero(hn::Full128<std::uint8_t>()), hn::Full128<std::uint8_t>(), groups);
+      std::uint32_t* const pixels = origin + (first + row * stride);
+      BlendTwoGroups<kOpaque>(pixels, pixels + stride, coverage, ink);
     }
   }
 }
@@ -147,15 +195,15 @@ void Mark(CoveragePlane& plane, const Ink& ink, const PixelSurface& surface) {
 
 void Run(const Ink& ink, std::uint32_t* pixels, std::size_t count) {
   const InkLanes lanes(ink);
-  const std::uint64_t full = ~std::uint64_t{0};
+  const V8 full = hn::Set(k8, std::uint8_t{255});
   std::size_t i = 0;
-  for (; i + 8 <= count; i += 8) {
-    BlendEight<false>(pixels + i, full, lanes);
+  for (; i + kTwoGroups <= count; i += kTwoGroups) {
+    BlendTwoGroups<false>(pixels + i, pixels + i + kGroup, full, lanes);
   }
   if (i < count) {
-    std::uint32_t rest[8] = {};
+    std::uint32_t rest[kTwoGroups] = {};
     std::copy_n(pixels + i, count - i, rest);
-    BlendEight<false>(rest, full, lanes);
+    BlendTwoGroups<false>(rest, rest + kGroup, full, lanes);
     std::copy_n(rest, count - i, pixels + i);
   }
 }

@@ -20,17 +20,17 @@ namespace {
 using DU16 = hn::RebindToUnsigned<D16>;
 constexpr DU16 kU16;
 
-// A pair of vectors holds kPairRows rows of 8 pixels: the first vector the even ones, the second
-// the odd ones, so that packing the two puts the rows in order.
-constexpr int kPairRows = static_cast<int>(hn::MaxLanes(k16)) / 4;
-static_assert(kBlockRows % kPairRows == 0);
+// Of the rows that a pair of vectors holds, the first vector has the even ones, the second the odd
+// ones, so that packing the two puts the rows in order.
 
 HWY_INLINE V16 Set(int value) {
   return hn::Set(k16, static_cast<std::int16_t>(value));
 }
 
-alignas(64) constexpr std::int16_t kLaneX[32] = {0, 1, 2, 3, 4, 5, 6, 7, 0, 1, 2, 3, 4, 5, 6, 7};
-alignas(64) constexpr std::int16_t kLaneY[32] = {0, 0, 0, 0, 0, 0, 0, 0, 2, 2, 2, 2, 2, 2, 2, 2};
+alignas(64) constexpr std::int16_t kLaneX[32] = {0, 1, 2, 3, 4, 5, 6, 7, 0, 1, 2, 3, 4, 5, 6, 7,
+                                                 0, 1, 2, 3, 4, 5, 6, 7, 0, 1, 2, 3, 4, 5, 6, 7};
+alignas(64) constexpr std::int16_t kLaneY[32] = {0, 0, 0, 0, 0, 0, 0, 0, 2, 2, 2, 2, 2, 2, 2, 2,
+                                                 4, 4, 4, 4, 4, 4, 4, 4, 6, 6, 6, 6, 6, 6, 6, 6};
 
 // One plane over the lanes of a pair, in 16 bits modulo 2^16: only the values within a piece's box
 // have to fit, not those on the way.
@@ -125,18 +125,23 @@ class PieceLanes {
     e0 = hn::Add(e0, end.column);
   }
 
-  // Covers `blocks` blocks, at most 16, from `bytes` on, which are those of the pixel that it stands
-  // at. Gives a bit for every row that is not left empty.
-  HWY_INLINE std::uint64_t Cover(std::uint8_t* HWY_RESTRICT bytes, int blocks) const {
+  // Covers `rows` rows, at most 64, from `bytes` on, which are those of the pixel that it stands
+  // at. Gives a bit for every row that is not left empty. Unless kExact, as many more rows are
+  // covered as fill up the last block.
+  template <bool kExact>
+  HWY_INLINE std::uint64_t Cover(std::uint8_t* HWY_RESTRICT bytes, int rows) const {
     PlaneValues d(strip, d0);
     PlaneValues s(start, s0);
     PlaneValues e(end, e0);
     std::uint64_t empty = 0;
-    const int rows = blocks * kBlockRows;
     for (int row = 0; row < rows; row += kPairRows) {
       // Start ramp less end ramp: the share of a seam that the neighbour takes is left out exactly.
       const V8 between = hn::SaturatedSub(s.Ramp(), e.Ramp());
-      const V8 coverage = Product(StripCoverage<kThin>(outer, inner, d), between);
+      V8 coverage = Product(StripCoverage<kThin>(outer, inner, d), between);
+      if constexpr (kExact) {
+        const auto wanted = hn::FirstN(k64, static_cast<std::size_t>(rows - row));
+        coverage = hn::BitCast(k8, hn::IfThenElseZero(wanted, hn::BitCast(k64, coverage)));
+      }
       hn::StoreU(hn::SaturatedAdd(hn::LoadU(k8, bytes), coverage), k8, bytes);
       empty |= EmptyRows(coverage) << row;
       bytes += kPairRows * kGroup;
@@ -164,14 +169,14 @@ HWY_INLINE void CoverSegment(const ChunkGeometry& g, int i, CoveragePlane& plane
   const Plane end = At(g.end, i);
   PieceLanes<kThin> lanes(strip, start, end, g.outer[i], g.inner[i]);
   lanes.MoveTo(g.stripBase[i], g.startBase[i], g.endBase[i]);
-  const int blocks = g.blocks[i];
+  const int rows = g.blocks[i] * kBlockRows;
   const int index = plane.Index(g.row[i]);
   const std::ptrdiff_t bytesStride = plane.ColumnStride();
   const std::ptrdiff_t bitsStride = plane.BitsStride();
   std::uint8_t* bytes = plane.Group(g.column[i], g.row[i]);
   std::uint64_t* bits = plane.Bits(g.column[i]);
   for (int columns = g.columns[i]; columns > 0; --columns) {
-    CoveragePlane::NoteRows(bits, index, lanes.Cover(bytes, blocks));
+    CoveragePlane::NoteRows(bits, index, lanes.template Cover<false>(bytes, rows));
     bytes += bytesStride;
     bits += bitsStride;
     lanes.MoveToNextColumn();
@@ -244,7 +249,7 @@ HWY_INLINE void NarrowRows(const LoosePiece& piece, int column, float& top, floa
 
 template <bool kThin>
 HWY_INLINE void CoverCell(const LoosePiece& p, PieceLanes<kThin>& lanes, int column, int row,
-                          int blocks, CoveragePlane& plane) {
+                          int count, CoveragePlane& plane) {
   // The strip's plane is exact in the middle of its cell, wherever the clip lets it start.
   const int x = column * kGroup;
   const int middleRow = (row & ~(kCellRows - 1)) + kCellRows / 2;
@@ -254,7 +259,7 @@ HWY_INLINE void CoverCell(const LoosePiece& p, PieceLanes<kThin>& lanes, int col
     return Near(static_cast<double>(q.a) * x + static_cast<double>(q.b) * row + q.c);
   };
   lanes.MoveTo(stripBase, end(p.start), end(p.end));
-  const std::uint64_t rows = lanes.Cover(plane.Group(column, row), blocks);
+  const std::uint64_t rows = lanes.template Cover<true>(plane.Group(column, row), count);
   CoveragePlane::NoteRows(plane.Bits(column), plane.Index(row), rows);
 }
 
@@ -269,17 +274,15 @@ void CoverCells(const LoosePiece& piece, CoveragePlane& plane) {
     float top = piece.top;
     float bottom = piece.bottom;
     NarrowRows(piece, column, top, bottom);
-    const int first = std::max(static_cast<int>(std::ceil(top)) & ~(kBlockRows - 1),
-                               clip.top & ~(kBlockRows - 1));
-    const int last = std::min(static_cast<int>(std::floor(bottom)), clip.bottom - 1);
-    if (first > last) {
+    const int first = std::max(static_cast<int>(std::ceil(top)), clip.top);
+    const int end = std::min(static_cast<int>(std::floor(bottom)) + 1, clip.bottom);
+    if (first >= end) {
       continue;
     }
-    const int end = (last | (kBlockRows - 1)) + 1;
     plane.NoteBox({column, first, column + 1, end});
     for (int row = first; row < end;) {
       const int cellEnd = std::min((row & ~(kCellRows - 1)) + kCellRows, end);
-      CoverCell<kThin>(piece, lanes, column, row, (cellEnd - row) / kBlockRows, plane);
+      CoverCell<kThin>(piece, lanes, column, row, cellEnd - row, plane);
       row = cellEnd;
     }
   }

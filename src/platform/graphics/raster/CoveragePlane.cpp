@@ -10,7 +10,8 @@ void CoveragePlane::SetClip(const PixelRect& newClip) {
   clip = newClip;
   firstColumn = clip.left >> 3;
   columnCount = ((clip.right - 1) >> 3) - firstColumn + 1;
-  const int rows = clip.Height() + 2 * kSlackRows;
+  // Even, so that pairs of rows are aligned to 16 bytes.
+  const int rows = (clip.Height() + 2 * kSlackRows + 1) & ~1;
   columnStride = static_cast<std::ptrdiff_t>(rows) * kGroup;
   wordsPerColumn = (rows + 63) / 64 + 1;
   const auto needed = static_cast<std::size_t>(columnStride) * columnCount;

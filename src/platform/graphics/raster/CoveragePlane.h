@@ -1,7 +1,7 @@
 // The coverage of one mark, a byte a pixel.
 //
 // Pixels stand in columns of 8: the bytes of column c, row y follow those of column c, row y - 1,
-// so that a block of 8 x 4 pixels is 32 bytes in a row, whatever the width of the page. The plane
+// so that a block of 8 x 8 pixels is 64 bytes in a row, whatever the width of the page. The plane
 // is zero between marks. Beside it, one bit tells for every 8-pixel group whether the mark touched
 // it, so that only those groups are looked at again.
 #pragma once
@@ -14,7 +14,6 @@
 namespace raster {
 
 inline constexpr int kGroup = 8;      // pixels a group: the width of a column
-inline constexpr int kBlockRows = 4;  // rows that are always covered together
 inline constexpr int kSlackRows = 8;  // rows above and below the clip that a block may reach into
 
 // Owned by one Rasterizer; used by one thread at a time.
@@ -71,6 +70,12 @@ class CoveragePlane {
   int RowOf(int word) const { return clip.top - kSlackRows + word * 64; }
   std::uint8_t* BytesOf(int column, int word) {
     return bytes.data() + column * columnStride + word * 64 * kGroup;
+  }
+
+  // The bit of the clip's last row if that shares its pair of bits with a row below the clip.
+  std::uint64_t UnpairedRow(int word) const {
+    const int last = Index(clip.bottom - 1);
+    return last % 2 == 0 && last >> 6 == word ? std::uint64_t{1} << (last & 63) : 0;
   }
 
   // Gives a word of a column and forgets it: a bit for every group of the mark within the clip's

@@ -9,6 +9,8 @@
 
 #include <hwy/highway.h>
 
+#include "platform/graphics/raster/CoveragePlane.h"
+
 HWY_BEFORE_NAMESPACE();
 namespace raster {
 namespace HWY_NAMESPACE {
@@ -27,7 +29,13 @@ HWY_INLINE hwy::HWY_NAMESPACE::Vec256<std::uint8_t> PackBlocks(
   return hwy::HWY_NAMESPACE::Vec256<std::uint8_t>{_mm256_packus_epi16(low.raw, high.raw)};
 }
 #endif
-inline constexpr int kWideLanes = 16;
+#if HWY_TARGET <= HWY_AVX3
+HWY_INLINE hwy::HWY_NAMESPACE::Vec512<std::uint8_t> PackBlocks(
+    hwy::HWY_NAMESPACE::Vec512<std::int16_t> low, hwy::HWY_NAMESPACE::Vec512<std::int16_t> high) {
+  return hwy::HWY_NAMESPACE::Vec512<std::uint8_t>{_mm512_packus_epi16(low.raw, high.raw)};
+}
+#endif
+inline constexpr int kWideLanes = 32;
 #else
 template <class V>
 HWY_INLINE auto PackBlocks(V low, V high) {
@@ -48,6 +56,14 @@ using V8 = hn::Vec<D8>;
 inline constexpr D16 k16;
 inline constexpr D8 k8;
 inline constexpr D64 k64;
+
+// Rows of 8 pixels that two vectors of 16-bit lanes hold, and those that a piece of a stroke is
+// covered by at a time. A pixel's coverage does not depend on them.
+inline constexpr int kPairRows = static_cast<int>(hn::MaxLanes(k16)) / 4;
+inline constexpr int kBlockRows = kPairRows < 4 ? 4 : kPairRows;
+inline constexpr int kBlockShift = kBlockRows == 8 ? 3 : 2;
+static_assert(kBlockRows == 1 << kBlockShift && kBlockRows % kPairRows == 0);
+static_assert(kBlockRows <= kSlackRows);
 
 }  // namespace
 }  // namespace HWY_NAMESPACE

@@ -9,13 +9,13 @@
 #include <hwy/highway.h>
 
 #include "platform/graphics/raster/CoveragePlane.h"
+#include "platform/graphics/raster/Lanes-inl.h"
 
 HWY_BEFORE_NAMESPACE();
 namespace raster {
 namespace HWY_NAMESPACE {
 namespace {
 
-namespace hn = hwy::HWY_NAMESPACE;
 using Floats = hn::CappedTag<float, 16>;
 using Ints = hn::RebindToSigned<Floats>;
 using F = hn::Vec<Floats>;
@@ -148,11 +148,12 @@ HWY_INLINE void StoreBox(const Span& across, const Span& down, const PixelRect& 
   const I one = hn::Set(kInts, 1);
   const I top = hn::ConvertTo(kInts, hn::Ceil(down.low));
   const I bottom = hn::ConvertTo(kInts, hn::Floor(down.high));
-  const I all = hn::Add(hn::ShiftRight<2>(hn::Sub(bottom, top)), one);
+  const I all = hn::Add(hn::ShiftRight<kBlockShift>(hn::Sub(bottom, top)), one);
   const I above =
-      hn::Max(hn::ShiftRight<2>(hn::Sub(hn::Set(kInts, clip.top), top)), hn::Zero(kInts));
-  const I row = hn::Add(top, hn::ShiftLeft<2>(above));
-  const I inside = hn::ShiftRight<2>(hn::Sub(hn::Set(kInts, clip.bottom + kBlockRows - 1), row));
+      hn::Max(hn::ShiftRight<kBlockShift>(hn::Sub(hn::Set(kInts, clip.top), top)), hn::Zero(kInts));
+  const I row = hn::Add(top, hn::ShiftLeft<kBlockShift>(above));
+  const I inside =
+      hn::ShiftRight<kBlockShift>(hn::Sub(hn::Set(kInts, clip.bottom + kBlockRows - 1), row));
   hn::StoreU(firstColumn, kInts, out.column + i);
   hn::StoreU(hn::Add(hn::Sub(lastColumn, firstColumn), one), kInts, out.columns + i);
   hn::StoreU(row, kInts, out.row + i);

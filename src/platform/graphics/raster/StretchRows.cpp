@@ -15,53 +15,93 @@ namespace raster {
 namespace HWY_NAMESPACE {
 namespace {
 
+using D32 = hn::Repartition<std::uint32_t, D16>;
+using I32 = hn::RebindToSigned<D32>;
 using I64 = hn::RebindToSigned<D64>;
-using I32 = hn::Rebind<std::int32_t, I64>;
-constexpr I64 kI64;
+constexpr D32 k32;
 constexpr I32 kI32;
-constexpr std::size_t kVectorPixels = hn::MaxLanes(k16) / 2;
-constexpr std::size_t kPairs = hn::MaxLanes(k64);  // neighbours a vector
-static_assert(kVectorPixels == 2 * kPairs);
+constexpr I64 kI64;
+constexpr std::size_t kVectorPixels = hn::MaxLanes(k32);
+static_assert(kVectorPixels <= kStretchStep);
 
 // a + (b - a) weight, rounded: weights are in 1/32768.
 HWY_INLINE V16 Between(V16 a, V16 b, V16 weight) {
   return hn::Add(a, hn::MulFixedPoint15(hn::Sub(b, a), weight));
 }
 
-// The neighbours of kPairs columns, mixed: a column's four channels in 64 bits.
-HWY_INLINE V16 MixNeighbours(const std::uint32_t* row, const std::int32_t* first,
-                             const std::uint64_t* weights) {
-  const auto offsets = hn::ShiftLeft<2>(hn::PromoteTo(kI64, hn::LoadU(kI32, first)));
-  const auto pairs = hn::GatherOffset(kI64, reinterpret_cast<const std::int64_t*>(row), offsets);
-  const V8 bytes = hn::BitCast(k8, pairs);
-  const auto lower = hn::BitCast(k64, hn::InterleaveLower(k8, bytes, hn::Zero(k8)));
-  const auto upper = hn::BitCast(k64, hn::InterleaveUpper(k8, bytes, hn::Zero(k8)));
-  return Between(hn::BitCast(k16, hn::InterleaveLower(k64, lower, upper)),
-                 hn::BitCast(k16, hn::InterleaveUpper(k64, lower, upper)),
-                 hn::BitCast(k16, hn::LoadU(k64, weights)));
+// The pixels to the left and to the right of a vector's columns.
+struct Neighbours {
+  V8 left, right;
+};
+
+// A picture that grows: one vector holds all of them.
+HWY_INLINE Neighbours PickNeighbours(const std::uint32_t* row, const std::int32_t* first) {
+  const auto pixels = hn::LoadU(k32, row + first[0]);
+  const auto left = hn::Sub(hn::LoadU(kI32, first), hn::Set(kI32, first[0]));
+  const auto right = hn::Add(left, hn::Set(kI32, 1));
+  return {hn::BitCast(k8, hn::TableLookupLanes(pixels, hn::IndicesFromVec(k32, left))),
+          hn::BitCast(k8, hn::TableLookupLanes(pixels, hn::IndicesFromVec(k32, right)))};
 }
 
-void Widen(const std::uint32_t* row, const std::int32_t* first, const std::uint64_t* weights,
+HWY_INLINE Neighbours GatherNeighbours(const std::uint32_t* row, const std::int32_t* first) {
+  const auto gather = [row](const std::int32_t* columns) {
+    const hn::Rebind<std::int32_t, I64> half;
+    const auto offsets = hn::ShiftLeft<2>(hn::PromoteTo(kI64, hn::LoadU(half, columns)));
+    return hn::BitCast(k32,
+                       hn::GatherOffset(kI64, reinterpret_cast<const std::int64_t*>(row), offsets));
+  };
+  const auto low = gather(first);
+  const auto high = gather(first + kVectorPixels / 2);
+  return {hn::BitCast(k8, hn::ConcatEven(k32, high, low)),
+          hn::BitCast(k8, hn::ConcatOdd(k32, high, low))};
+}
+
+// Where the share of a 16-bit channel, its upper byte, stands among those of a vector's columns, by
+// 128-bit block: the blocks hold four columns each, of which unpacking puts the first two in the
+// lower vector. The other byte is 0.
+constexpr std::uint8_t kZero = 0x80;
+alignas(64) constexpr std::uint8_t kLower[64] = {
+    kZero, 0,  kZero, 0,  kZero, 0,  kZero, 0,  kZero, 1,  kZero, 1,  kZero, 1,  kZero, 1,
+    kZero, 4,  kZero, 4,  kZero, 4,  kZero, 4,  kZero, 5,  kZero, 5,  kZero, 5,  kZero, 5,
+    kZero, 8,  kZero, 8,  kZero, 8,  kZero, 8,  kZero, 9,  kZero, 9,  kZero, 9,  kZero, 9,
+    kZero, 12, kZero, 12, kZero, 12, kZero, 12, kZero, 13, kZero, 13, kZero, 13, kZero, 13};
+constexpr std::uint8_t kUpperOffset = 2;  // of the last two columns' shares
+
+HWY_INLINE V16 WeightsAt(V8 shares, V8 places) {
+  const hn::RebindToUnsigned<D16> words;
+  return hn::BitCast(
+      k16, hn::ShiftRight<1>(hn::BitCast(words, hn::TableLookupBytesOr0(shares, places))));
+}
+
+void Widen(const std::uint32_t* row, const std::int32_t* first, const std::uint8_t* shares,
            std::size_t count, std::uint32_t* wide) {
+  const V8 lower = hn::Load(k8, kLower);
+  const V8 upper = hn::Add(lower, hn::Set(k8, kUpperOffset));
+  const V8 zero = hn::Zero(k8);
   for (std::size_t i = 0; i < count; i += kVectorPixels) {
-    const V16 low = MixNeighbours(row, first + i, weights + i);
-    const V16 high = MixNeighbours(row, first + i + kPairs, weights + i + kPairs);
-    // Packing goes by blocks: every other pair of columns comes from `high`.
-    const auto packed = hn::BitCast(k64, PackBlocks(low, high));
-    const auto inOrder = hn::ConcatUpperLower(k64, hn::ConcatOdd(k64, packed, packed),
-                                              hn::ConcatEven(k64, packed, packed));
-    hn::StoreU(hn::BitCast(k8, inOrder), k8, reinterpret_cast<std::uint8_t*>(wide + i));
+    const int reach = first[i + kVectorPixels - 1] + 1 - first[i];
+    const Neighbours pixels = reach < static_cast<int>(kVectorPixels)
+                                  ? PickNeighbours(row, first + i)
+                                  : GatherNeighbours(row, first + i);
+    const V8 weights = hn::LoadDup128(k8, shares + i);
+    const V16 low = Between(hn::BitCast(k16, hn::InterleaveLower(k8, pixels.left, zero)),
+                            hn::BitCast(k16, hn::InterleaveLower(k8, pixels.right, zero)),
+                            WeightsAt(weights, lower));
+    const V16 high = Between(hn::BitCast(k16, hn::InterleaveUpper(k8, pixels.left, zero)),
+                             hn::BitCast(k16, hn::InterleaveUpper(k8, pixels.right, zero)),
+                             WeightsAt(weights, upper));
+    hn::StoreU(PackBlocks(low, high), k8, reinterpret_cast<std::uint8_t*>(wide + i));
   }
 }
 
-alignas(32) constexpr std::uint8_t kAlpha[32] = {6,  7,  6,  7,  6,  7,  6,  7,  14, 15, 14,
-                                                 15, 14, 15, 14, 15, 6,  7,  6,  7,  6,  7,
-                                                 6,  7,  14, 15, 14, 15, 14, 15, 14, 15};
+// The alpha of a 128-bit block's two pixels, for every channel.
+alignas(16) constexpr std::uint8_t kAlpha[16] = {6,  7,  6,  7,  6,  7,  6,  7,
+                                                 14, 15, 14, 15, 14, 15, 14, 15};
 
 // source + ground (1 - alpha), rounded once.
 HWY_INLINE V16 Over(V16 ground, V16 source) {
   const V16 alpha =
-      hn::BitCast(k16, hn::TableLookupBytes(hn::BitCast(k8, source), hn::Load(k8, kAlpha)));
+      hn::BitCast(k16, hn::TableLookupBytes(hn::BitCast(k8, source), hn::LoadDup128(k8, kAlpha)));
   // alpha / 255 in 1/32768, at most 32640 + 127 = 32767.
   const V16 share = hn::Add(hn::ShiftLeft<7>(alpha), hn::ShiftRight<1>(alpha));
   return hn::Add(source, hn::Sub(ground, hn::MulFixedPoint15(ground, share)));
@@ -107,9 +147,9 @@ namespace raster {
 HWY_EXPORT(Widen);
 HWY_EXPORT(BlendMixed);
 
-void WidenRow(const std::uint32_t* row, const std::int32_t* first, const std::uint64_t* weights,
+void WidenRow(const std::uint32_t* row, const std::int32_t* first, const std::uint8_t* shares,
               std::size_t count, std::uint32_t* wide) {
-  HWY_DYNAMIC_DISPATCH(Widen)(row, first, weights, count, wide);
+  HWY_DYNAMIC_DISPATCH(Widen)(row, first, shares, count, wide);
 }
 
 void BlendMixedRows(const std::uint32_t* upper, const std::uint32_t* lower, int weight,

@@ -6,13 +6,14 @@
 
 namespace raster {
 
-// Columns come in eights; lists of them are filled up.
-inline constexpr std::size_t kStretchStep = 8;
+// Columns come in sixteens, the widest vector's; lists of them are filled up.
+inline constexpr std::size_t kStretchStep = 16;
 
 // Gives every column of `wide` the mix of row[first[i]] and row[first[i] + 1], channel by channel;
-// `weights` holds, four times in 16 bits each, the second one's share in 1/32768, a multiple of
-// 128. `count` is a multiple of kStretchStep.
-void WidenRow(const std::uint32_t* row, const std::int32_t* first, const std::uint64_t* weights,
+// `shares` holds the second one's share in 1/256. `first` never falls. `count` is a multiple of
+// kStretchStep; of `shares`, kStretchStep more are read, and of `row` as many behind the pixel of
+// the last column.
+void WidenRow(const std::uint32_t* row, const std::int32_t* first, const std::uint8_t* shares,
               std::size_t count, std::uint32_t* wide);
 
 // Blends the mix of two rows of premultiplied pixels over `count` pixels; `weight`: the lower row's

@@ -64,8 +64,8 @@ class Stroker {
   ChunkPoints points = {};
   ChunkGeometry geometry;
   std::vector<double> angles;  // of an ellipse's vertices
-  int count = 0;              // points of the run in the chunk, at 1 .. count; 0: no run
-  bool knownInSight = false;  // whoever feeds the points passes over those out of sight
+  int count = 0;               // points of the run in the chunk, at 1 .. count; 0: no run
+  bool knownInSight = false;   // whoever feeds the points passes over those out of sight
   bool startKnown = false;  // points[0] is the stroke's own point, not to be made up for a flat cap
 };
 
