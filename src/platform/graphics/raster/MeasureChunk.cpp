@@ -35,6 +35,29 @@ constexpr float kLongestNarrow = 16.0F;
 constexpr float kWidestNarrowBox = 108.0F;  // width and height together
 constexpr float kHighestNarrowBox = 60.0F;  // one bit a row in 64
 
+std::size_t Take(const GridPoint* before, std::size_t count, float* x, float* y) {
+  constexpr std::size_t kStep = hn::MaxLanes(kInts);
+  const auto load = [](const GridPoint* points, I& xs, I& ys) {
+    hn::LoadInterleaved2(kInts, reinterpret_cast<const std::int32_t*>(points), xs, ys);
+  };
+  std::size_t taken = 0;
+  for (; taken + kStep <= count; taken += kStep) {
+    I oldX, oldY, newX, newY;
+    load(before + taken, oldX, oldY);
+    load(before + taken + 1, newX, newY);
+    if (!hn::AllFalse(kInts, hn::And(hn::Eq(oldX, newX), hn::Eq(oldY, newY)))) {
+      break;
+    }
+    hn::StoreU(hn::ConvertTo(kFloats, newX), kFloats, x + taken);
+    hn::StoreU(hn::ConvertTo(kFloats, newY), kFloats, y + taken);
+  }
+  for (; taken < count && before[taken + 1] != before[taken]; ++taken) {
+    x[taken] = static_cast<float>(before[taken + 1].x);
+    y[taken] = static_cast<float>(before[taken + 1].y);
+  }
+  return taken;
+}
+
 HWY_INLINE F Set(float value) {
   return hn::Set(kFloats, value);
 }
@@ -246,6 +269,11 @@ HWY_AFTER_NAMESPACE();
 namespace raster {
 
 HWY_EXPORT(Measure);
+HWY_EXPORT(Take);
+
+std::size_t TakePoints(const GridPoint* before, std::size_t count, float* x, float* y) {
+  return HWY_DYNAMIC_DISPATCH(Take)(before, count, x, y);
+}
 
 void MeasureChunk(const ChunkPoints& points, float halfWidth, const PixelRect& clip,
                   ChunkGeometry& geometry) {

@@ -10,6 +10,7 @@
 // from 0 to 1.
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
 
 #include "platform/graphics/raster/Geometry.h"
@@ -75,6 +76,10 @@ struct ChunkGeometry {
   alignas(64) std::uint8_t shape[kChunkRoom];
   int segments;
 };
+
+// Copies the points before[1] .. before[count] to x and y, up to the first one that repeats its
+// predecessor, and gives how many. `count` and what lies in x and y must fit a chunk.
+std::size_t TakePoints(const GridPoint* before, std::size_t count, float* x, float* y);
 
 // Measures a chunk for a pen of `halfWidth`; boxes are cut to `clip`.
 void MeasureChunk(const ChunkPoints& points, float halfWidth, const PixelRect& clip,

@@ -82,7 +82,7 @@ void Stroker::CoverStretch(std::span<const GridPoint> line, std::size_t first, s
   } else {
     MoveToFrom(ToVertex(line[before]), ToVertex(line[first]));
   }
-  FollowNear(line.subspan(first + 1, last - first));
+  FollowNear(line.subspan(first, last - first + 1));
   if (line[after] == line[last]) {
     LiftPen();
   } else if (count >= 2) {
@@ -91,28 +91,21 @@ void Stroker::CoverStretch(std::span<const GridPoint> line, std::size_t first, s
   count = 0;
 }
 
-// LineTo for every point, as many at a time as the chunk has room for.
+// LineTo for every point but the first, where the pen is, as many at a time as the chunk has room
+// for.
 void Stroker::FollowNear(std::span<const GridPoint> line) {
-  std::size_t next = 0;
+  std::size_t next = 1;
   while (next < line.size()) {
     const std::size_t room = static_cast<std::size_t>(kChunkSegments + 2 - count);
-    const std::size_t end = std::min(line.size(), next + room);
-    int filled = count;
-    float lastX = points.x[filled];
-    float lastY = points.y[filled];
-    for (; next < end; ++next) {
-      const float x = static_cast<float>(line[next].x);
-      const float y = static_cast<float>(line[next].y);
-      // A repeated point is overwritten by the next one.
-      points.x[filled + 1] = x;
-      points.y[filled + 1] = y;
-      filled += static_cast<int>(x != lastX) | static_cast<int>(y != lastY);
-      lastX = x;
-      lastY = y;
-    }
-    count = filled;
+    const std::size_t taken =
+        TakePoints(&line[next - 1], std::min(line.size() - next, room), points.x + count + 1,
+                   points.y + count + 1);
+    count += static_cast<int>(taken);
+    next += taken;
     if (count == kChunkSegments + 2) {
       FlushFull();
+    } else {
+      ++next;  // past a repeated point, or the end
     }
   }
 }
