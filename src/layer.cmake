@@ -28,6 +28,7 @@ add_library(parchlet_raster OBJECT
   platform/graphics/canvas/TileMap.cpp
   platform/graphics/raster/Blend.cpp
   platform/graphics/raster/Cover.cpp
+  platform/graphics/raster/CoverLoose.cpp
   platform/graphics/raster/CoveragePlane.cpp
   platform/graphics/raster/Dot.cpp
   platform/graphics/raster/Ellipse.cpp

@@ -14,15 +14,21 @@ struct Plane {
   std::int32_t c = 0;
 };
 
+// |a x + b y + c| <= half a stroke's width, in 1/256 px, with the two ramps of its edges.
+struct LooseStrip {
+  double a = 0, b = 0, c = 0;
+  std::int32_t outer = 0;
+  std::int32_t inner = 0;
+};
+
 // A piece whose planes outgrow 16 bits over its box, or that no chunk made: it is covered cell by
 // cell, each with planes of its own.
 struct LoosePiece {
-  Plane strip;                 // a and b alone: c stands in the exact plane
-  double a = 0, b = 0, c = 0;  // the strip's exact plane: a x + b y + c in 1/256 px
+  LooseStrip strip;
+  LooseStrip other;      // a mitre lies in the strips of both of its segments
+  bool isMitre = false;  // whether `other` counts
   Plane start;
   Plane end;
-  std::int32_t outer = 0;
-  std::int32_t inner = 0;
   bool thin = false;
   float left = 0, top = 0, right = 0, bottom = 0;  // the box, fringe included
 };

@@ -41,6 +41,12 @@ inline PixelRect Unite(const PixelRect& a, const PixelRect& b) {
           std::max(a.bottom, b.bottom)};
 }
 
+// The nearest whole number, halves to even, as vectors round; below 2^51.
+inline double Rounded(double value) {
+  constexpr double kWhole = 6755399441055744.0;  // 1.5 * 2^52: a sum with it has no fraction left
+  return (value + kWhole) - kWhole;
+}
+
 // Nothing further from the surface than this matters, the longest mitre of the widest pen included.
 inline constexpr int kGuard = 512;
 

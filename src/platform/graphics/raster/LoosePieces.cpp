@@ -30,27 +30,26 @@ Vector LeftNormal(Vector tangent) {
 Plane PlaneThrough(Vector point, Vector normal) {
   const float larger = std::max({std::abs(normal.x), std::abs(normal.y), 1e-6F});
   const float scale = kPlaneUnit / larger;
-  const float a = std::nearbyint(normal.x * scale);
-  const float b = std::nearbyint(normal.y * scale);
+  const auto a = static_cast<float>(Rounded(normal.x * scale));
+  const auto b = static_cast<float>(Rounded(normal.y * scale));
   return {static_cast<std::int32_t>(a), static_cast<std::int32_t>(b),
-          kPlaneUnit / 2 - static_cast<std::int32_t>(std::nearbyint(a * point.x + b * point.y))};
+          kPlaneUnit / 2 - static_cast<std::int32_t>(Rounded(a * point.x + b * point.y))};
 }
 
-// Sets the strip of `halfWidth` around the line through `point` along `tangent`.
-void SetStrip(LoosePiece& piece, Vector point, Vector tangent, float halfWidth) {
+// The strip of `halfWidth` around the line through `point` along `tangent`.
+LooseStrip StripAlong(Vector point, Vector tangent, float halfWidth) {
   const double absX = std::abs(tangent.x);
   const double absY = std::abs(tangent.y);
   const double scale = kPlaneUnit / std::max({absX, absY, 1e-6});
-  piece.a = -tangent.y * scale;
-  piece.b = tangent.x * scale;
-  piece.c = -(piece.a * point.x + piece.b * point.y);
-  piece.strip.a = static_cast<std::int32_t>(std::nearbyint(piece.a));
-  piece.strip.b = static_cast<std::int32_t>(std::nearbyint(piece.b));
+  LooseStrip strip;
+  strip.a = -tangent.y * scale;
+  strip.b = tangent.x * scale;
+  strip.c = -(strip.a * point.x + strip.b * point.y);
   const double edge = halfWidth * scale + kEdgeOffset;
   const double quarter = std::min(absX, absY) * scale * 0.25;
-  piece.outer = static_cast<std::int32_t>(std::nearbyint(edge + quarter));
-  piece.inner = static_cast<std::int32_t>(std::nearbyint(edge - quarter));
-  piece.thin = halfWidth < kThickHalfWidth;
+  strip.outer = static_cast<std::int32_t>(Rounded(edge + quarter));
+  strip.inner = static_cast<std::int32_t>(Rounded(edge - quarter));
+  return strip;
 }
 
 void SetBox(LoosePiece& piece, std::initializer_list<Vector> corners) {
@@ -79,19 +78,18 @@ struct Corner {
   float turn;
 };
 
-void CoverMitre(const Corner& corner, const Plane& seam, float halfWidth, CoveragePlane& plane) {
+// What lies beyond both square ends and within both strips, up to the tip.
+void CoverMitre(const Corner& corner, float halfWidth, CoveragePlane& plane) {
+  LoosePiece mitre;
+  mitre.strip = StripAlong(corner.at, corner.before, halfWidth);
+  mitre.other = StripAlong(corner.at, corner.after, halfWidth);
+  mitre.isMitre = true;
+  mitre.thin = halfWidth < kThickHalfWidth;
+  mitre.start = PlaneThrough(corner.at, corner.before);
+  mitre.end = PlaneThrough(corner.at, corner.after);
   const Vector tip = corner.at + (1 / corner.turn) * (corner.edgeBefore + corner.edgeAfter);
-  LoosePiece half;
-  SetStrip(half, corner.at, corner.before, halfWidth);
-  half.start = PlaneThrough(corner.at, corner.before);
-  half.end = seam;
-  SetBox(half, {corner.at, corner.at + corner.edgeBefore, tip});
-  CoverLoosePiece(half, plane);
-  SetStrip(half, corner.at, corner.after, halfWidth);
-  half.start = seam;
-  half.end = PlaneThrough(corner.at, corner.after);
-  SetBox(half, {corner.at, corner.at + corner.edgeAfter, tip});
-  CoverLoosePiece(half, plane);
+  SetBox(mitre, {corner.at, corner.at + corner.edgeBefore, corner.at + corner.edgeAfter, tip});
+  CoverLoosePiece(mitre, plane);
 }
 
 // The triangle between the joint and the outer ends, and with `mitred` the one between those and
@@ -110,7 +108,8 @@ void CoverSharpCorner(const Corner& corner, bool mitred, float halfWidth, Covera
   const Vector endBefore = corner.at + corner.edgeBefore;
   const Vector endAfter = corner.at + corner.edgeAfter;
   LoosePiece triangle;
-  SetStrip(triangle, corner.at, along, height);
+  triangle.strip = StripAlong(corner.at, along, height);
+  triangle.thin = height < kThickHalfWidth;
   triangle.start = PlaneThrough(corner.at, corner.before);
   triangle.end = PlaneThrough(corner.at, corner.after);
   SetBox(triangle, {corner.at, endBefore, endAfter});
@@ -121,7 +120,8 @@ void CoverSharpCorner(const Corner& corner, bool mitred, float halfWidth, Covera
   const Vector tip = corner.at + (1 / corner.turn) * across;
   const float beyond = (length / corner.turn - height) / 2 + 1;
   LoosePiece top;
-  SetStrip(top, corner.at + (height + beyond) * outward, along, beyond);
+  top.strip = StripAlong(corner.at + (height + beyond) * outward, along, beyond);
+  top.thin = beyond < kThickHalfWidth;
   top.start = PlaneThrough(endBefore, -1 * corner.edgeBefore);
   top.end = PlaneThrough(endAfter, corner.edgeAfter);
   SetBox(top, {endBefore, endAfter, tip});
@@ -133,8 +133,9 @@ void CoverSharpCorner(const Corner& corner, bool mitred, float halfWidth, Covera
 LoosePiece MakeLongPiece(const ChunkPoints& points, const ChunkGeometry& geometry, int i,
                          float halfWidth) {
   LoosePiece piece;
-  SetStrip(piece, {points.x[i], points.y[i]}, {geometry.tangentX[i], geometry.tangentY[i]},
-           halfWidth);
+  piece.strip = StripAlong({points.x[i], points.y[i]}, {geometry.tangentX[i], geometry.tangentY[i]},
+                           halfWidth);
+  piece.thin = halfWidth < kThickHalfWidth;
   piece.start = At(geometry.start, i);
   piece.end = At(geometry.end, i);
   piece.left = geometry.left[i];
@@ -156,7 +157,7 @@ void CoverCorner(const ChunkPoints& points, const ChunkGeometry& geometry, int i
   corner.edgeBefore = outer * LeftNormal(corner.before);
   corner.edgeAfter = outer * LeftNormal(corner.after);
   if (corner.turn >= kSharpTurn) {
-    CoverMitre(corner, At(geometry.seam, i), halfWidth, plane);
+    CoverMitre(corner, halfWidth, plane);
   } else {
     CoverSharpCorner(corner, corner.turn >= kMitreLimit, halfWidth, plane);
   }

@@ -97,9 +97,8 @@ void Stroker::FollowNear(std::span<const GridPoint> line) {
   std::size_t next = 1;
   while (next < line.size()) {
     const std::size_t room = static_cast<std::size_t>(kChunkSegments + 2 - count);
-    const std::size_t taken =
-        TakePoints(&line[next - 1], std::min(line.size() - next, room), points.x + count + 1,
-                   points.y + count + 1);
+    const std::size_t taken = TakePoints(&line[next - 1], std::min(line.size() - next, room),
+                                         points.x + count + 1, points.y + count + 1);
     count += static_cast<int>(taken);
     next += taken;
     if (count == kChunkSegments + 2) {

@@ -1,0 +1,176 @@
+// How a piece of a stroke covers pixels, eight rows or fewer at a time. Included once for every
+// SIMD target.
+#if defined(PARCHLET_RASTER_COVER_INL_H) == defined(HWY_TARGET_TOGGLE)
+#ifdef PARCHLET_RASTER_COVER_INL_H
+#undef PARCHLET_RASTER_COVER_INL_H
+#else
+#define PARCHLET_RASTER_COVER_INL_H
+#endif
+
+#include "platform/graphics/raster/Cover.h"
+#include "platform/graphics/raster/Lanes-inl.h"
+
+HWY_BEFORE_NAMESPACE();
+namespace raster {
+namespace HWY_NAMESPACE {
+namespace {
+
+using DU16 = hn::RebindToUnsigned<D16>;
+constexpr DU16 kU16;
+
+// Of the rows that a pair of vectors holds, the first vector has the even ones, the second the odd
+// ones, so that packing the two puts the rows in order.
+
+HWY_INLINE V16 Set(int value) {
+  return hn::Set(k16, static_cast<std::int16_t>(value));
+}
+
+alignas(64) constexpr std::int16_t kLaneX[32] = {0, 1, 2, 3, 4, 5, 6, 7, 0, 1, 2, 3, 4, 5, 6, 7,
+                                                 0, 1, 2, 3, 4, 5, 6, 7, 0, 1, 2, 3, 4, 5, 6, 7};
+alignas(64) constexpr std::int16_t kLaneY[32] = {0, 0, 0, 0, 0, 0, 0, 0, 2, 2, 2, 2, 2, 2, 2, 2,
+                                                 4, 4, 4, 4, 4, 4, 4, 4, 6, 6, 6, 6, 6, 6, 6, 6};
+
+// One plane over the lanes of a pair, in 16 bits modulo 2^16: only the values within a piece's box
+// have to fit, not those on the way.
+struct PlaneLanes {
+  V16 offset;  // of a lane of the first vector from the pair's first pixel
+  V16 odd;     // from the first vector to the second
+  V16 step;    // from one pair to the next below
+  V16 column;  // from one column to the next
+
+  explicit HWY_INLINE PlaneLanes(int a, int b)
+      : offset(hn::Add(hn::Mul(hn::Load(k16, kLaneX), Set(a)),
+                       hn::Mul(hn::Load(k16, kLaneY), Set(b)))),
+        odd(Set(b)),
+        step(Set(b * kPairRows)),
+        column(Set(a * kGroup)) {}
+};
+
+struct PlaneValues {
+  V16 even, odd;
+
+  HWY_INLINE PlaneValues(const PlaneLanes& lanes, V16 first)
+      : even(first), odd(hn::Add(first, lanes.odd)) {}
+  HWY_INLINE void Advance(const PlaneLanes& lanes) {
+    even = hn::Add(even, lanes.step);
+    odd = hn::Add(odd, lanes.step);
+  }
+  // The values as coverage bytes: 0 and less is 0, 255 and more is 255.
+  HWY_INLINE V8 Ramp() const { return PackBlocks(even, odd); }
+};
+
+HWY_INLINE V8 RampBelow(V16 limit, const PlaneValues& d) {
+  return PackBlocks(hn::Sub(limit, d.even), hn::Sub(limit, d.odd));
+}
+
+// Coverage by the strip |d| <= w/2: each edge is the mean of two ramps. Of a thin strip both edges
+// count.
+template <bool kThin>
+HWY_INLINE V8 StripCoverage(V16 outer, V16 inner, const PlaneValues& d) {
+  if constexpr (kThin) {
+    const V8 low = hn::AverageRound(RampBelow(outer, d), RampBelow(inner, d));
+    PlaneValues other = d;
+    other.even = hn::Neg(d.even);
+    other.odd = hn::Neg(d.odd);
+    const V8 high = hn::AverageRound(RampBelow(outer, other), RampBelow(inner, other));
+    return hn::SaturatedSub(low, hn::Not(high));
+  } else {
+    PlaneValues distance = d;
+    distance.even = hn::Abs(d.even);
+    distance.odd = hn::Abs(d.odd);
+    return hn::AverageRound(RampBelow(outer, distance), RampBelow(inner, distance));
+  }
+}
+
+// a b / 255 of bytes, exact where either is 255: ((257 a) (257 b) >> 16) >> 8.
+HWY_INLINE V8 Product(V8 a, V8 b) {
+  const auto high = [](V8 x, V8 y) {
+    const auto product = hn::MulHigh(hn::BitCast(kU16, x), hn::BitCast(kU16, y));
+    return hn::BitCast(k16, hn::ShiftRight<8>(product));
+  };
+  return PackBlocks(high(hn::InterleaveLower(k8, a, a), hn::InterleaveLower(k8, b, b)),
+                    high(hn::InterleaveUpper(k8, a, a), hn::InterleaveUpper(k8, b, b)));
+}
+
+// A bit for every row of a pair: set when its eight pixels are all 0.
+HWY_INLINE std::uint64_t EmptyRows(V8 coverage) {
+  std::uint8_t bits[8] = {};
+  hn::StoreMaskBits(k64, hn::Eq(hn::BitCast(k64, coverage), hn::Zero(k64)), bits);
+  return bits[0];
+}
+
+struct StripLanes {
+  PlaneLanes plane;
+  V16 outer, inner;
+
+  HWY_INLINE StripLanes(int a, int b, int outer, int inner)
+      : plane(a, b), outer(Set(outer)), inner(Set(inner)) {}
+};
+
+// The lanes of a piece, ready to cover any stretch of a column. A mitre's are those of both strips.
+template <bool kThin, bool kMitre>
+class PieceLanes {
+ public:
+  HWY_INLINE PieceLanes(const StripLanes& strip, const StripLanes& other, const Plane& start,
+                        const Plane& end)
+      : strip(strip), other(other), start(start.a, start.b), end(end.a, end.b) {}
+
+  // Stands at the first pixel of a column, where the planes have these values.
+  HWY_INLINE void MoveTo(int stripBase, int otherBase, int startBase, int endBase) {
+    d0 = hn::Add(strip.plane.offset, Set(stripBase));
+    o0 = hn::Add(other.plane.offset, Set(otherBase));
+    s0 = hn::Add(start.offset, Set(startBase));
+    e0 = hn::Add(end.offset, Set(endBase));
+  }
+  // Not for mitres.
+  HWY_INLINE void MoveToNextColumn() {
+    d0 = hn::Add(d0, strip.plane.column);
+    s0 = hn::Add(s0, start.column);
+    e0 = hn::Add(e0, end.column);
+  }
+
+  // Covers `rows` rows, at most 64, from `bytes` on, which are those of the pixel that it stands
+  // at. Gives a bit for every row that is not left empty. Unless kExact, as many more rows are
+  // covered as fill up the last block.
+  template <bool kExact>
+  HWY_INLINE std::uint64_t Cover(std::uint8_t* HWY_RESTRICT bytes, int rows) const {
+    PlaneValues d(strip.plane, d0);
+    PlaneValues o(other.plane, o0);
+    PlaneValues s(start, s0);
+    PlaneValues e(end, e0);
+    std::uint64_t empty = 0;
+    for (int row = 0; row < rows; row += kPairRows) {
+      // Start ramp less end ramp: the share of a seam that the neighbour takes is left out exactly.
+      const V8 between = hn::SaturatedSub(s.Ramp(), e.Ramp());
+      V8 within = StripCoverage<kThin>(strip.outer, strip.inner, d);
+      if constexpr (kMitre) {
+        within = hn::Min(within, StripCoverage<kThin>(other.outer, other.inner, o));
+        o.Advance(other.plane);
+      }
+      V8 coverage = Product(within, between);
+      if constexpr (kExact) {
+        const auto wanted = hn::FirstN(k64, static_cast<std::size_t>(rows - row));
+        coverage = hn::BitCast(k8, hn::IfThenElseZero(wanted, hn::BitCast(k64, coverage)));
+      }
+      hn::StoreU(hn::SaturatedAdd(hn::LoadU(k8, bytes), coverage), k8, bytes);
+      empty |= EmptyRows(coverage) << row;
+      bytes += kPairRows * kGroup;
+      d.Advance(strip.plane);
+      s.Advance(start);
+      e.Advance(end);
+    }
+    return ~empty & (~std::uint64_t{0} >> (64 - rows));
+  }
+
+ private:
+  StripLanes strip, other;
+  PlaneLanes start, end;
+  V16 d0, o0, s0, e0;  // the planes in the first vector of the column's first pair
+};
+
+}  // namespace
+}  // namespace HWY_NAMESPACE
+}  // namespace raster
+HWY_AFTER_NAMESPACE();
+
+#endif

@@ -1,0 +1,128 @@
+#include "platform/graphics/raster/Cover.h"
+
+#include <algorithm>
+#include <cmath>
+
+#undef HWY_TARGET_INCLUDE
+#define HWY_TARGET_INCLUDE "platform/graphics/raster/CoverLoose.cpp"
+#include <hwy/foreach_target.h>
+
+#include <hwy/highway.h>
+
+#include "platform/graphics/raster/Cover-inl.h"
+
+HWY_BEFORE_NAMESPACE();
+namespace raster {
+namespace HWY_NAMESPACE {
+namespace {
+
+constexpr int kCellRows = 16;
+
+// A plane's value, brought so near to the ramp's range that 16 bits hold it over a whole cell:
+// beyond, every pixel of the cell lies past the ramp anyhow.
+HWY_INLINE int Near(double value) {
+  constexpr double kFar = 20000;
+  return static_cast<int>(std::floor(std::min(std::max(value, -kFar), kFar) + 0.5));
+}
+
+// A strip as its lanes see it: steps in whole numbers, and the rows that it takes of a column.
+struct CellStrip {
+  explicit HWY_INLINE CellStrip(const LooseStrip& strip)
+      : strip(strip),
+        a(static_cast<int>(Rounded(strip.a))),
+        b(static_cast<int>(Rounded(strip.b))),
+        rowsPerUnit(std::abs(strip.b) < 1 ? 0 : 1 / strip.b) {}
+
+  HWY_INLINE StripLanes Lanes() const { return {a, b, strip.outer, strip.inner}; }
+
+  // The rows of a column that the strip may touch: a x + b y + c within the outer ramp's reach.
+  HWY_INLINE void NarrowRows(int column, float& top, float& bottom) const {
+    if (rowsPerUnit == 0) {
+      return;
+    }
+    const double reach = strip.outer + 2.0;
+    const double left = strip.a * (column * kGroup) + strip.c;
+    const double right = left + strip.a * (kGroup - 1);
+    const double y0 = (reach - std::min(left, right)) * rowsPerUnit;
+    const double y1 = (-reach - std::max(left, right)) * rowsPerUnit;
+    top = static_cast<float>(std::max<double>(top, std::min(y0, y1)));
+    bottom = static_cast<float>(std::min<double>(bottom, std::max(y0, y1)));
+  }
+
+  // The value at the first pixel of a column's row. It is exact in the middle of the cell, wherever
+  // the clip lets the cell start.
+  HWY_INLINE int Base(int column, int row) const {
+    const int middleRow = (row & ~(kCellRows - 1)) + kCellRows / 2;
+    const int middleX = column * kGroup + kGroup / 2;
+    return Near(strip.a * middleX + strip.b * middleRow + strip.c) - a * (kGroup / 2) -
+           b * (middleRow - row);
+  }
+
+  const LooseStrip& strip;
+  int a, b;
+  double rowsPerUnit;  // 0 for a strip that no column narrows
+};
+
+HWY_INLINE int EndBase(const Plane& end, int column, int row) {
+  return Near(static_cast<double>(end.a) * (column * kGroup) + static_cast<double>(end.b) * row +
+              end.c);
+}
+
+template <bool kThin, bool kMitre>
+void CoverCells(const LoosePiece& piece, CoveragePlane& plane) {
+  const PixelRect& clip = plane.Clip();
+  const int firstColumn = std::max(static_cast<int>(std::ceil(piece.left)) >> 3, clip.left >> 3);
+  const int lastColumn =
+      std::min(static_cast<int>(std::floor(piece.right)) >> 3, (clip.right - 1) >> 3);
+  const CellStrip strip(piece.strip);
+  const CellStrip other(kMitre ? piece.other : piece.strip);
+  PieceLanes<kThin, kMitre> lanes(strip.Lanes(), other.Lanes(), piece.start, piece.end);
+  for (int column = firstColumn; column <= lastColumn; ++column) {
+    float top = piece.top;
+    float bottom = piece.bottom;
+    strip.NarrowRows(column, top, bottom);
+    if constexpr (kMitre) {
+      other.NarrowRows(column, top, bottom);
+    }
+    const int first = std::max(static_cast<int>(std::ceil(top)), clip.top);
+    const int end = std::min(static_cast<int>(std::floor(bottom)) + 1, clip.bottom);
+    if (first >= end) {
+      continue;
+    }
+    plane.NoteBox({column, first, column + 1, end});
+    for (int row = first; row < end;) {
+      const int cellEnd = std::min((row & ~(kCellRows - 1)) + kCellRows, end);
+      lanes.MoveTo(strip.Base(column, row), kMitre ? other.Base(column, row) : 0,
+                   EndBase(piece.start, column, row), EndBase(piece.end, column, row));
+      const std::uint64_t rows =
+          lanes.template Cover<true>(plane.Group(column, row), cellEnd - row);
+      CoveragePlane::NoteRows(plane.Bits(column), plane.Index(row), rows);
+      row = cellEnd;
+    }
+  }
+}
+
+void CoverLoose(const LoosePiece& piece, CoveragePlane& plane) {
+  if (piece.isMitre) {
+    piece.thin ? CoverCells<true, true>(piece, plane) : CoverCells<false, true>(piece, plane);
+  } else {
+    piece.thin ? CoverCells<true, false>(piece, plane) : CoverCells<false, false>(piece, plane);
+  }
+}
+
+}  // namespace
+}  // namespace HWY_NAMESPACE
+}  // namespace raster
+HWY_AFTER_NAMESPACE();
+
+#if HWY_ONCE
+namespace raster {
+
+HWY_EXPORT(CoverLoose);
+
+void CoverLoosePiece(const LoosePiece& piece, CoveragePlane& plane) {
+  HWY_DYNAMIC_DISPATCH(CoverLoose)(piece, plane);
+}
+
+}  // namespace raster
+#endif
