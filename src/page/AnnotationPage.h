@@ -29,8 +29,7 @@
 //   - guarded by `surfaceMutex`, taken before `mutex`: what pushing reads after the page lock is
 //     released, so that the surface is neither resized nor released while it is pushed;
 //   - the host thread's own, which the refresh thread never touches, or touches only under `mutex`
-//   while
-//     the host thread writes them only under it.
+//     while the host thread writes them only under it.
 class AnnotationPage {
  public:
   AnnotationPage();
@@ -73,14 +72,13 @@ class AnnotationPage {
 
   // Enters an annotation; null is ignored. A local one gets a fresh id, becomes the annotation in
   // progress and drops the selection. A remote one
-  //   - is adopted when its id is new to its author's marks here (a copy, should it be another
-  //   page's);
+  //   - is adopted when its id is new to its author's marks here (a copy, should a page own it);
   //   - else, a fragment or an echo, gives its points to the stored mark's sub-model
-  //   `subModelIndex`, and
-  //     stays the caller's; the page's own object, handed over again, changes no points.
+  //     `subModelIndex`, and stays the caller's, or the page's own.
   // An echo confirms the drawing, or ends the move, that was pending under its id. The first
-  // fragment 0 of a mark gives it its place in the paint order; fragments may come in any order.
-  // The page owns what it adopts until it is destroyed.
+  // fragment 0 of a mark gives it its place in the paint order; so does, once more, a fragment 0
+  // that finds the mark without a sub-model 0. Fragments may come in any order. The page owns what
+  // it adopts until it is destroyed.
   void AddAnnotation(Annotation* annotation, bool fromRemote) PARCHLET_EXCLUDES(mutex);
 
   // The mark being drawn here, or null. Host thread; no lock, so that a pointer event waits for
@@ -221,8 +219,9 @@ class AnnotationPage {
   void Enter(Arrival& arrival) PARCHLET_REQUIRES(mutex);
   void EndPending(const Arrival& arrival) PARCHLET_REQUIRES(mutex);
   std::size_t AddSlot() PARCHLET_REQUIRES(mutex);
-  void InsertPaintEntry(const Annotation* annotation, std::list<PaintOrderEntry>& entry)
-      PARCHLET_REQUIRES(mutex);
+  // Whether the fragment that arrives gives its mark a place in the paint order.
+  bool GetsPlace(const Arrival& arrival) const PARCHLET_REQUIRES(mutex);
+  void InsertPaintEntry(std::list<PaintOrderEntry>& entry) PARCHLET_REQUIRES(mutex);
   void DestroyAnnotations() PARCHLET_REQUIRES(mutex);
 
   void CopyTipStyle(const NicknameTipStyle* style) PARCHLET_REQUIRES(mutex);
@@ -250,20 +249,12 @@ class AnnotationPage {
   Annotation* FindConfirmed(const std::string& userId, const std::string& annotationId) const
       PARCHLET_REQUIRES(mutex);
 
-  // Where a confirmed mark stands in the paint order; `number` counts the entries, later ones
-  // greater.
-  struct PaintPlace {
-    Annotation* annotation = nullptr;
-    const PaintOrderEntry* entry = nullptr;
-    std::size_t number = 0;
-
-    bool IsAbove(const PaintPlace& other) const;
-  };
-  // The marks in those slots of the reach table that pass the filters and are not erased, topmost
-  // first.
-  std::vector<PaintPlace> TopmostFirst(const std::vector<std::size_t>& slots,
-                                       const std::string& userId,
-                                       const std::string& userSubId) const PARCHLET_REQUIRES(mutex);
+  // The paint entries of the marks in those slots of the reach table that pass the filters, of
+  // marks that are not erased, topmost first.
+  std::vector<const PaintOrderEntry*> TopmostFirst(const std::vector<std::size_t>& slots,
+                                                   const std::string& userId,
+                                                   const std::string& userSubId) const
+      PARCHLET_REQUIRES(mutex);
   Annotation* FindAtPoint(const std::string& userId, const std::string& userSubId,
                           const AnnotationPoint& point, bool useFrame) const
       PARCHLET_REQUIRES(mutex);
@@ -287,10 +278,10 @@ class AnnotationPage {
   std::map<std::string, AnnotationMap> userAnnotations PARCHLET_GUARDED_BY(mutex);
   // Sorted by `order`; equal ones in the order in which they came.
   std::list<PaintOrderEntry> paintOrder PARCHLET_GUARDED_BY(mutex);
-  // Where the confirmed annotations are, and by slot their entry in `paintOrder`, null for one that
-  // has none yet, with the entry's number: later made, greater.
+  // Where the confirmed annotations are, and by slot their latest entry in `paintOrder`, null for
+  // one that has none yet.
   ReachTable reachTable;
-  std::vector<PaintPlace> paintPlaces PARCHLET_GUARDED_BY(mutex);
+  std::vector<const PaintOrderEntry*> latestEntries PARCHLET_GUARDED_BY(mutex);
   AnnotationMap localAnnotations PARCHLET_GUARDED_BY(mutex);  // pending ones; owned
   Mutex surfaceMutex;
   mutable Mutex mutex PARCHLET_ACQUIRED_AFTER(surfaceMutex);

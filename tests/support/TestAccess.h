@@ -62,9 +62,6 @@ struct PageTestAccess {
   PARCHLET_UNCHECKED static void SetBackgroundPicture(AnnotationPage& page, Annotation* picture) {
     page.backgroundPicture = picture;
   }
-  PARCHLET_UNCHECKED static void AddStrayPaintEntry(AnnotationPage& page, PaintOrderEntry entry) {
-    page.paintOrder.push_back(std::move(entry));
-  }
 };
 
 struct AnnotationTestAccess {
