@@ -1,8 +1,9 @@
 #!/usr/bin/env bash
-# Feeds every decoder with invented files, and the engine with invented calls, under the sanitizers.
+# Feeds decoders, text conversions, the reader of boards and the painter with invented input, and the
+# engine with invented calls, under the sanitizers.
 # Usage: fuzz.sh [SECONDS]
 # SECONDS is the time for each fuzzer, a minute when not given. An input that brings one down stays in
-# build/fuzz/findings.
+# build/fuzz/findings; mended, it belongs into fuzz/corpus, where the tests look at it for good.
 set -euo pipefail
 cd "$(dirname "$0")/.."
 
@@ -18,7 +19,7 @@ mkdir -p build/fuzz/findings
   { tail -40 build/fuzz.log >&2; exit 1; }
 
 failed=()
-for format in bmp gif jpeg png calls; do
+for format in bmp gif jpeg png text board strokes calls; do
   found=build/fuzz/found/$format
   mkdir -p "$found" "fuzz/corpus/$format"
   printf '== %s\n' "$format"

@@ -174,7 +174,9 @@ class PARCHLET_API Annotation : public AnnotationHeader {
   Snapshot TakeSnapshot() const PARCHLET_EXCLUDES(mutex);
   void CopyAnnotation(const Annotation& source) PARCHLET_EXCLUDES(mutex);
   void TakeOver(Snapshot& snapshot) PARCHLET_REQUIRES(mutex);
-  void SetPictureProperty(const std::string& property) PARCHLET_REQUIRES(mutex);
+  void SetLoadedPicture(std::shared_ptr<Gdiplus::Image> loaded, std::string property)
+      PARCHLET_EXCLUDES(mutex);
+  void SetPictureProperty(std::string property) PARCHLET_REQUIRES(mutex);
   bool IsTwoPointKind() const PARCHLET_REQUIRES(mutex);
   int CalcPenWidth(int width) const;
 

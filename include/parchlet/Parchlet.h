@@ -304,7 +304,7 @@ class PARCHLET_API Parchlet {
   AnnotationPen pen = {0xFF000000, 6, 0};
   AnnotationType annotationType = AnnotationTypeDrawing;
   AnnotationSubType annotationSubType = AnnotationSubTypePath;
-  std::unique_ptr<NicknameTipStyle> tipStyle;
+  std::shared_ptr<const NicknameTipStyle> tipStyle;
   std::unique_ptr<PeriodicTimer> refreshTimer;
   std::uint32_t pageBackgroundColor = 0xFFFFFFFF;
 

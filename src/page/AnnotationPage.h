@@ -44,10 +44,10 @@ class AnnotationPage {
 
   // --- Surface (PageSurface.cpp) ---
 
-  // Creates the surface for `window` and takes a copy of `style`, which may be null. 1, or 0: for a
+  // Creates the surface for `window` and shares `style`, which may be null. 1, or 0: for a
   // page that is ready, a null window or a size below 1, with nothing changed; when the system
   // refuses an object, with the objects made until then released.
-  int InitPage(HWND window, AnnotationPageInfo info, const NicknameTipStyle* style)
+  int InitPage(HWND window, AnnotationPageInfo info, std::shared_ptr<const NicknameTipStyle> style)
       PARCHLET_EXCLUDES(surfaceMutex, mutex);
   // Takes over the user values and the view rectangle of `info`; with `resize`, its size too, for
   // which the surface is made anew. 0 for a resize to a size below 1 or to the present one, or that
@@ -172,8 +172,8 @@ class AnnotationPage {
 
   // --- Nickname tips (PageTips.cpp) ---
 
-  // Takes a copy of the style; from then on tips are painted. 0 for null or when memory runs out.
-  int SetNicknameTip(const NicknameTipStyle* style) PARCHLET_EXCLUDES(mutex);
+  // Shares the style; from then on tips are painted. 0 for null, else 1.
+  int SetNicknameTip(std::shared_ptr<const NicknameTipStyle> style) PARCHLET_EXCLUDES(mutex);
 
   // --- Pictures (PagePictures.cpp) ---
 
@@ -224,7 +224,6 @@ class AnnotationPage {
   void InsertPaintEntry(std::list<PaintOrderEntry>& entry) PARCHLET_REQUIRES(mutex);
   void DestroyAnnotations() PARCHLET_REQUIRES(mutex);
 
-  void CopyTipStyle(const NicknameTipStyle* style) PARCHLET_REQUIRES(mutex);
   bool CreateMemoryContext() PARCHLET_REQUIRES(surfaceMutex, mutex);
   void CreateGraphics() PARCHLET_REQUIRES(surfaceMutex, mutex);
   void ReleaseSurfaceObjects() PARCHLET_REQUIRES(surfaceMutex, mutex);
@@ -232,6 +231,9 @@ class AnnotationPage {
 
   bool HasGraphics() const PARCHLET_EXCLUDES(mutex);
   bool PlacePicture(Gdiplus::Image& probe, Annotation& annotation, bool isBackground) const;
+  template <class Load>
+  int GivePicture(Gdiplus::Image& probe, Annotation& annotation, bool isBackground,
+                  const Load& load) PARCHLET_EXCLUDES(mutex);
   void ReplaceBackgroundPicture(Annotation* annotation) PARCHLET_EXCLUDES(mutex);
   int SaveSurface(const std::wstring& path, const CLSID& encoder) PARCHLET_REQUIRES(mutex);
 
@@ -296,6 +298,6 @@ class AnnotationPage {
   HDC memoryDC PARCHLET_GUARDED_BY(surfaceMutex) = nullptr;
   HGDIOBJ previousBitmap PARCHLET_GUARDED_BY(surfaceMutex) = nullptr;
   HWND window PARCHLET_GUARDED_BY(surfaceMutex) = nullptr;  // the host's
-  std::unique_ptr<NicknameTipStyle> tipStyle PARCHLET_GUARDED_BY(mutex);
+  std::shared_ptr<const NicknameTipStyle> tipStyle PARCHLET_GUARDED_BY(mutex);
   std::map<std::string, TipRecord> tipHistory PARCHLET_GUARDED_BY(mutex);  // by author
 };

@@ -32,7 +32,9 @@ void AnnotationPage::AddAnnotation(Annotation* annotation, bool fromRemote) {
 void AnnotationPage::AddLocal(Annotation* annotation) {
   const std::string id = Utils::GenerateGuid();
   annotation->SetAnnotationId(id);
-  localAnnotations[id] = annotation;
+  Annotation*& entry = localAnnotations[id];
+  delete entry;  // only where the system had no identifier to give, twice
+  entry = annotation;
   annotation->isOwned = true;
   currentAnnotation = annotation;
   selectedAnnotations.clear();
