@@ -57,7 +57,7 @@ void Cut(const std::string& name) {
   const std::string cut = ShortenNickname(name, kTipWidth, narrow, wide);
   Require(narrow >= 0 && wide >= 0 && narrow + 2 * wide < kTipWidth);
   const auto kept = static_cast<std::size_t>(narrow + 3 * wide);
-  Require(cut == name ? name.size() <= kept : cut == name.substr(0, kept) + "...");
+  Require(cut == name.substr(0, kept) + "..." || (cut == name && name.size() <= kept));
 }
 
 }  // namespace
