@@ -49,8 +49,8 @@ class PARCHLET_API Parchlet {
 
   // --- Lifecycle and settings ---
 
-  // Starts repainting every 40 ms. 0 when it runs already. Throws std::system_error when the system
-  // refuses the thread; the engine is then as it was before.
+  // Starts repainting every 40 ms. 0 when it runs already or memory runs out. Throws
+  // std::system_error when the system refuses the thread; the engine is then as it was before.
   int Init();
   // Stops repainting, waiting for a frame under way, and deletes every document. Pen, type,
   // identity and background colour are kept. Does nothing when the engine does not run.

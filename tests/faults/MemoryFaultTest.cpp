@@ -385,6 +385,16 @@ INSTANTIATE_TEST_SUITE_P(Pictures, PictureFaultTest,
                          testing::Values(std::pair(false, false), std::pair(false, true),
                                          std::pair(true, false), std::pair(true, true)));
 
+TEST(TimerFaultTest, AnEngineWithoutMemoryForItsThreadStaysIdle) {
+  Parchlet engine;
+  {
+    const FailingAllocation failing(1);
+    EXPECT_EQ(0, engine.Init());
+    EXPECT_TRUE(failing.HasFailed());
+  }
+  EXPECT_EQ(1, engine.Init());
+}
+
 TEST(WindowFaultTest, AWindowThatCannotBeMadeIsNotRegistered) {
   const MemoryWindow first({0, 0, 9, 9});
   bool hasFailed = true;
