@@ -1,6 +1,7 @@
 // Annotation.h - one mark on a page, and the record of its identity and style.
 #pragma once
 
+#include <cmath>
 #include <cstddef>
 #include <cstdint>
 #include <map>
@@ -169,14 +170,13 @@ class PARCHLET_API Annotation : public AnnotationHeader {
   // another sub-model.
   bool LimitFragment(unsigned int subModel, std::vector<AnnotationPoint>& list) const
       PARCHLET_EXCLUDES(mutex);
-  // Makes this mark again what it was when `backup` was copied from it, and visible; sub-models
-  // that the copy could not hold are kept.
-  void RevertTo(const Annotation& backup) PARCHLET_EXCLUDES(mutex);
 
   Snapshot TakeSnapshot() const PARCHLET_EXCLUDES(mutex);
   void CopyAnnotation(const Annotation& source) PARCHLET_EXCLUDES(mutex);
   void TakeOver(Snapshot& snapshot) PARCHLET_REQUIRES(mutex);
-  void SetPictureProperty(const std::string& property) PARCHLET_REQUIRES(mutex);
+  void SetLoadedPicture(std::shared_ptr<Gdiplus::Image> loaded, std::string property)
+      PARCHLET_EXCLUDES(mutex);
+  void SetPictureProperty(std::string property) PARCHLET_REQUIRES(mutex);
   bool IsTwoPointKind() const PARCHLET_REQUIRES(mutex);
   int CalcPenWidth(int width) const;
 
@@ -204,9 +204,16 @@ class PARCHLET_API Annotation : public AnnotationHeader {
   // Makes an empty sub-model 0 when there is none; false when there is no memory for it.
   bool EnsureFirstSubModel() PARCHLET_REQUIRES(mutex);
 
-  // Declares the pixels of all points out of date, and their box.
+  // Declares the pixels of all points out of date, and their span.
   void PointsReplaced() PARCHLET_REQUIRES(mutex);
-  void RecomputePixelBox() PARCHLET_REQUIRES(mutex);
+  // The same for a further sub-model alone, which costs no look at the others.
+  void PointsAdded(const std::vector<AnnotationPoint>& list) PARCHLET_REQUIRES(mutex);
+  void RecomputeSpan() PARCHLET_REQUIRES(mutex);
+  void ExtendSpan(const AnnotationPoint& point) PARCHLET_REQUIRES(mutex);
+  // The box of all points' stored pixels, ends included; left > right without points.
+  RECT PixelBox() const PARCHLET_REQUIRES(mutex) {
+    return {span.low.x, span.low.y, span.high.x, span.high.y};
+  }
   void PublishReach() PARCHLET_REQUIRES(mutex);
 
   int FindShapeAnnotation(POINT from, POINT to) const PARCHLET_REQUIRES(mutex);
@@ -240,8 +247,14 @@ class PARCHLET_API Annotation : public AnnotationHeader {
   // Shared by the copies of a mark; the last of them releases it.
   std::shared_ptr<Gdiplus::Image> picture PARCHLET_GUARDED_BY(mutex);
 
-  // The box of all points' stored pixels, ends included; left > right without points.
-  RECT pixelBox PARCHLET_GUARDED_BY(mutex) = {INT32_MAX, INT32_MAX, INT32_MIN, INT32_MIN};
+  // The least and the greatest of each number of all points, and how many points there are. What is
+  // no number counts as 0, the pixel that it is drawn at.
+  struct Span {
+    AnnotationPoint low = {INT32_MAX, INT32_MAX, HUGE_VAL, HUGE_VAL};
+    AnnotationPoint high = {INT32_MIN, INT32_MIN, -HUGE_VAL, -HUGE_VAL};
+    std::size_t count = 0;
+  };
+  Span span PARCHLET_GUARDED_BY(mutex);
   // The pixels of a path's connected sub-models are those of this surface size, but for the points
   // of sub-model 0 past the first `convertedPoints`; {0, 0} when they are not.
   CurrentAnnotPageSize convertedSize PARCHLET_GUARDED_BY(mutex) = {0, 0};

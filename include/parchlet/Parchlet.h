@@ -49,8 +49,8 @@ class PARCHLET_API Parchlet {
 
   // --- Lifecycle and settings ---
 
-  // Starts repainting every 40 ms. 0 when it runs already. Throws std::system_error when the system
-  // refuses the thread; the engine is then as it was before.
+  // Starts repainting every 40 ms. 0 when it runs already or memory runs out. Throws
+  // std::system_error when the system refuses the thread; the engine is then as it was before.
   int Init();
   // Stops repainting, waiting for a frame under way, and deletes every document. Pen, type,
   // identity and background colour are kept. Does nothing when the engine does not run.
@@ -304,7 +304,7 @@ class PARCHLET_API Parchlet {
   AnnotationPen pen = {0xFF000000, 6, 0};
   AnnotationType annotationType = AnnotationTypeDrawing;
   AnnotationSubType annotationSubType = AnnotationSubTypePath;
-  std::unique_ptr<NicknameTipStyle> tipStyle;
+  std::shared_ptr<const NicknameTipStyle> tipStyle;
   std::unique_ptr<PeriodicTimer> refreshTimer;
   std::uint32_t pageBackgroundColor = 0xFFFFFFFF;
 

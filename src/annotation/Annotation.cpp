@@ -67,15 +67,6 @@ void Annotation::CopyAnnotation(const Annotation& source) {
   TakeOver(snapshot);
 }
 
-void Annotation::RevertTo(const Annotation& backup) {
-  Snapshot snapshot = backup.TakeSnapshot();
-  snapshot.header.erased = 0;
-  MutexLock lock(mutex);
-  // A copy ends at the first gap, and the move that is reverted went no farther either.
-  snapshot.points.merge(points);
-  TakeOver(snapshot);
-}
-
 void Annotation::TakeOver(Snapshot& snapshot) {
   AnnotationHeader& header = snapshot.header;
   annotationId = std::move(header.annotationId);

@@ -100,11 +100,13 @@ void Annotation::DrawShapeAnnotation(Gdiplus::Graphics* graphics, CurrentAnnotPa
 
 RECT Annotation::ConvertTwoPoints(CurrentAnnotPageSize size) {
   std::vector<AnnotationPoint>& list = points.find(0)->second;
+  const RECT before = {list[0].x, list[0].y, list[1].x, list[1].y};
   const Gdiplus::Point a = Convert(list[0], size);
   const Gdiplus::Point b = Convert(list[1], size);
-  // A path's record of converted pixels does not cover these two.
-  convertedSize = {0, 0};
-  RecomputePixelBox();
+  if (!IsSameBox(before, {a.X, a.Y, b.X, b.Y})) {
+    // A path's record of converted pixels, should the mark become one, does not cover these two.
+    PointsReplaced();
+  }
   return BoxOf({a.X, a.Y}, {b.X, b.Y});
 }
 
@@ -154,7 +156,7 @@ void Annotation::ConvertPathTail(CurrentAnnotPageSize size) {
   }
   convertedPoints = list.size();
   if (hasMoved) {
-    RecomputePixelBox();
+    RecomputeSpan();
   }
 }
 
@@ -180,7 +182,7 @@ void Annotation::ConvertPath(CurrentAnnotPageSize size) {
   CopyPixels(points.find(0)->second, convertedPixels);
   convertedPoints = convertedPixels.size();
   convertedSize = size;
-  RecomputePixelBox();
+  RecomputeSpan();
 }
 
 void Annotation::DrawShapePath(Gdiplus::Graphics* graphics, CurrentAnnotPageSize size) {
@@ -237,14 +239,10 @@ int Annotation::UpdateFrame(CurrentAnnotPageSize size) {
     return 0;
   }
   const std::vector<AnnotationPoint>& first = points.find(0)->second;
-  RECT box = BoxOf(PixelOf(first[0], size), PixelOf(first[1], size));
-  if (subType == AnnotationSubTypePath) {
-    for (const auto& [number, list] : points) {
-      for (const AnnotationPoint& point : list) {
-        Extend(box, PixelOf(point, size));
-      }
-    }
-  }
+  // A path's farthest points have the farthest pixels, whatever the size: conversion keeps order.
+  const bool isPath = subType == AnnotationSubTypePath;
+  RECT box = isPath ? BoxOf(PixelOf(span.low, size), PixelOf(span.high, size))
+                    : BoxOf(PixelOf(first[0], size), PixelOf(first[1], size));
   GiveExtent(box.left, box.right);
   GiveExtent(box.top, box.bottom);
   if (!IsSameBox(frame, box)) {

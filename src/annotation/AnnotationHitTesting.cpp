@@ -105,7 +105,7 @@ void Annotation::FillSegmentBoxes() const {
 // The joins between sub-models are no segments.
 template <class Hits>
 int Annotation::AnySegment(const RECT& area, const Hits& hits) const {
-  if (!DoMeet(area, pixelBox)) {
+  if (!DoMeet(area, PixelBox())) {
     return 0;
   }
   if (segmentBoxes.empty()) {
@@ -226,7 +226,7 @@ int Annotation::FindTriangle(POINT at) const {
 }
 
 int Annotation::FindPath(POINT from, POINT to) const {
-  const RECT area = CrossableArea(BoxOf(from, to), pixelBox);
+  const RECT area = CrossableArea(BoxOf(from, to), PixelBox());
   return AnySegment(area, [&](POINT a, POINT b) {
     return DoMeet(area, BoxOf(a, b)) && Utils::IsLineIntersect(from, to, a, b);
   });
@@ -255,7 +255,8 @@ int Annotation::IsInSelectRect(const RECT& rect) const {
 }
 
 int Annotation::IsShapeInSelectRect(const RECT& rect) const {
-  const RECT box = subType == AnnotationSubTypePath ? pixelBox : BoxOf(FirstPixel(), SecondPixel());
+  const RECT box =
+      subType == AnnotationSubTypePath ? PixelBox() : BoxOf(FirstPixel(), SecondPixel());
   return Contains(rect, box) ? 1 : 0;
 }
 

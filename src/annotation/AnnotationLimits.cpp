@@ -35,7 +35,7 @@ void Annotation::LimitToBounds() {
   }
   std::size_t room = kMaxMarkPoints;
   for (auto& [number, list] : points) {
-    CutList(list, std::min(room, kMaxFragmentPoints));
+    CutList(list, room);
     room -= list.size();
   }
   PointsReplaced();
@@ -43,13 +43,11 @@ void Annotation::LimitToBounds() {
 
 bool Annotation::LimitFragment(unsigned int subModel, std::vector<AnnotationPoint>& list) const {
   MutexLock lock(mutex);
-  if (!points.contains(subModel) && points.size() >= kMaxSubModels) {
+  const auto replaced = points.find(subModel);
+  if (replaced == points.end() && points.size() >= kMaxSubModels) {
     return false;
   }
-  std::size_t others = 0;
-  for (const auto& [number, kept] : points) {
-    others += number != subModel ? kept.size() : 0;
-  }
-  CutList(list, std::min(kMaxMarkPoints - std::min(others, kMaxMarkPoints), kMaxFragmentPoints));
+  const std::size_t others = span.count - (replaced != points.end() ? replaced->second.size() : 0);
+  CutList(list, kMaxMarkPoints - std::min(others, kMaxMarkPoints));
   return true;
 }

@@ -45,10 +45,7 @@ void Annotation::SetPicture(const std::wstring& path, const std::string& propert
   if (path.empty()) {
     return;
   }
-  std::shared_ptr<Gdiplus::Image> loaded = LoadImage(path.c_str());
-  MutexLock lock(mutex);
-  picture = std::move(loaded);
-  SetPictureProperty(property);
+  SetLoadedPicture(LoadImage(path.c_str()), property);
 }
 
 void Annotation::SetPicture(IStream* stream, const std::string& property) {
@@ -57,15 +54,20 @@ void Annotation::SetPicture(IStream* stream, const std::string& property) {
   }
   std::shared_ptr<Gdiplus::Image> loaded = LoadImage(stream);
   stream->Release();
-  MutexLock lock(mutex);
-  picture = std::move(loaded);
-  SetPictureProperty(property);
+  SetLoadedPicture(std::move(loaded), property);
 }
 
-void Annotation::SetPictureProperty(const std::string& property) {
+// Takes the property by value, so that a mark changes whole or not at all.
+void Annotation::SetLoadedPicture(std::shared_ptr<Gdiplus::Image> loaded, std::string property) {
+  MutexLock lock(mutex);
+  picture.swap(loaded);
+  SetPictureProperty(std::move(property));
+}
+
+void Annotation::SetPictureProperty(std::string property) {
   if (picture == nullptr) {
     return;
   }
   subType = SubTypeOf(*picture);
-  pictureProperty = property;
+  pictureProperty.swap(property);
 }

@@ -1,3 +1,5 @@
+#include <algorithm>
+#include <cmath>
 #include <limits>
 #include <new>
 #include <utility>
@@ -37,7 +39,7 @@ void Annotation::AddPoint(AnnotationPoint point) {
     PointsReplaced();
   } else {
     list.push_back(point);
-    Extend(pixelBox, {point.x, point.y});
+    ExtendSpan(point);
     segmentBoxes.clear();
     PublishReach();
   }
@@ -45,8 +47,13 @@ void Annotation::AddPoint(AnnotationPoint point) {
 
 void Annotation::InsertPoints(unsigned int subModel, std::vector<AnnotationPoint> newPoints) {
   MutexLock lock(mutex);
-  points[subModel] = std::move(newPoints);
-  PointsReplaced();
+  const auto [entry, isNew] = points.try_emplace(subModel);
+  entry->second.swap(newPoints);
+  if (isNew) {
+    PointsAdded(entry->second);
+  } else {
+    PointsReplaced();
+  }
 }
 
 void Annotation::ClearPoints() {
@@ -87,6 +94,7 @@ void Annotation::Moving(AnnotationPoint point) {
       moved.yRatio += dy;
     }
   }
+  RecomputeSpan();
 }
 
 std::vector<AnnotationPoint> Annotation::FirstSubModel() const {
@@ -119,27 +127,59 @@ void Annotation::MoveFirstSubModelTo(unsigned int subModel) {
 
 void Annotation::ReplaceSubModels(SubModels& fresh) {
   MutexLock lock(mutex);
+  bool isReplaced = false;
   for (auto& [number, list] : fresh) {
-    points.erase(number);
+    const auto known = points.find(number);
+    if (known == points.end()) {
+      PointsAdded(list);
+    } else {
+      points.erase(known);
+      isReplaced = true;
+    }
   }
   points.merge(fresh);
-  PointsReplaced();
+  if (isReplaced) {
+    PointsReplaced();
+  }
 }
 
 void Annotation::PointsReplaced() {
   convertedSize = {0, 0};
-  RecomputePixelBox();
+  RecomputeSpan();
 }
 
-void Annotation::RecomputePixelBox() {
-  const RECT before = std::exchange(pixelBox, kNoBox);
+void Annotation::PointsAdded(const std::vector<AnnotationPoint>& list) {
+  convertedSize = {0, 0};
   segmentBoxes.clear();
+  for (const AnnotationPoint& point : list) {
+    ExtendSpan(point);
+  }
+  PublishReach();
+}
+
+void Annotation::ExtendSpan(const AnnotationPoint& point) {
+  const auto extend = [](auto& low, auto& high, auto value) {
+    low = std::min(low, value);
+    high = std::max(high, value);
+  };
+  const auto number = [](double ratio) { return std::isnan(ratio) ? 0.0 : ratio; };
+  extend(span.low.x, span.high.x, point.x);
+  extend(span.low.y, span.high.y, point.y);
+  extend(span.low.xRatio, span.high.xRatio, number(point.xRatio));
+  extend(span.low.yRatio, span.high.yRatio, number(point.yRatio));
+  ++span.count;
+}
+
+void Annotation::RecomputeSpan() {
+  const RECT before = PixelBox();
+  segmentBoxes.clear();
+  span = {};
   for (const auto& [number, list] : points) {
     for (const AnnotationPoint& point : list) {
-      Extend(pixelBox, {point.x, point.y});
+      ExtendSpan(point);
     }
   }
-  if (!IsSameBox(before, pixelBox)) {
+  if (!IsSameBox(before, PixelBox())) {
     PublishReach();
   }
 }
@@ -167,6 +207,7 @@ void Annotation::PublishReach() {
       subType == AnnotationSubTypeTriangle || subType == AnnotationSubTypeRightTriangle;
   // The widened box must lie within the table's range too, or the margin would not know of it.
   constexpr LONG kFarthest = kFarthestTabled - kHalfPen;
+  const RECT pixelBox = PixelBox();
   const bool isFar = pixelBox.left < -kFarthest || pixelBox.top < -kFarthest ||
                      pixelBox.right > kFarthest || pixelBox.bottom > kFarthest;
   RECT hit = pixelBox;

@@ -4,7 +4,6 @@
 
 #include <cstddef>
 
-inline constexpr std::size_t kMaxFragmentPoints = 262'144;
 inline constexpr std::size_t kMaxMarkPoints = 1'048'576;
-inline constexpr std::size_t kMaxSubModels = 4096;
+inline constexpr std::size_t kMaxSubModels = 65'536;
 inline constexpr std::size_t kMaxNicknameBytes = 1024;

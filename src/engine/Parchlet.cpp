@@ -38,9 +38,11 @@ int Parchlet::Init() {
   if (initialised == 1) {
     return 0;
   }
-  refreshTimer->Start(kRefreshIntervalMs, [this] { UpdateLayeredContent(); });
-  initialised = 1;
-  return 1;
+  return Contain(0, [this] {
+    refreshTimer->Start(kRefreshIntervalMs, [this] { UpdateLayeredContent(); });
+    initialised = 1;
+    return 1;
+  });
 }
 
 void Parchlet::Destroy() {

@@ -64,7 +64,7 @@ int Parchlet::CreatePage(const std::string& docId, const std::string& pageId,
   made->pageId = pageId;
   activeWindow = window;
   info.backgroundColor = pageBackgroundColor;
-  if (made->InitPage(window, info, tipStyle.get()) == 0) {
+  if (made->InitPage(window, info, tipStyle) == 0) {
     PARCHLET_LOG(kLogFailure, kNewPage) << "init page failed";
     return 0;
   }

@@ -70,16 +70,21 @@ Annotation* Parchlet::AddPictureFromStream(const std::string& docId, const std::
 int Parchlet::SetNicknameTip(unsigned int textColor, unsigned int fontSize,
                              const std::string& fontName, unsigned int boxColor) {
   return Contain(0, [&] {
-    auto style = std::make_unique<NicknameTipStyle>();
+    auto style = std::make_shared<NicknameTipStyle>();
     style->boxColor = boxColor;
     style->textColor = textColor;
     style->fontSize = fontSize != 0 ? fontSize : kDefaultTipFontSize;
     style->fontFamily = fontName.empty() ? kDefaultTipFont : Utils::Utf8ToUnicode(fontName);
-    tipStyle = std::move(style);
+    std::vector<AnnotationPage*> pages;
     for (const auto& [docId, document] : documents) {
       for (const auto& [pageId, page] : document->GetPages()) {
-        page->SetNicknameTip(tipStyle.get());
+        pages.push_back(page);
       }
+    }
+    // No step that could fail from here on: all pages have the style or none.
+    tipStyle = std::move(style);
+    for (AnnotationPage* page : pages) {
+      page->SetNicknameTip(tipStyle);
     }
     return 1;
   });

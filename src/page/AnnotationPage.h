@@ -29,8 +29,7 @@
 //   - guarded by `surfaceMutex`, taken before `mutex`: what pushing reads after the page lock is
 //     released, so that the surface is neither resized nor released while it is pushed;
 //   - the host thread's own, which the refresh thread never touches, or touches only under `mutex`
-//   while
-//     the host thread writes them only under it.
+//     while the host thread writes them only under it.
 class AnnotationPage {
  public:
   AnnotationPage();
@@ -45,10 +44,10 @@ class AnnotationPage {
 
   // --- Surface (PageSurface.cpp) ---
 
-  // Creates the surface for `window` and takes a copy of `style`, which may be null. 1, or 0: for a
+  // Creates the surface for `window` and shares `style`, which may be null. 1, or 0: for a
   // page that is ready, a null window or a size below 1, with nothing changed; when the system
   // refuses an object, with the objects made until then released.
-  int InitPage(HWND window, AnnotationPageInfo info, const NicknameTipStyle* style)
+  int InitPage(HWND window, AnnotationPageInfo info, std::shared_ptr<const NicknameTipStyle> style)
       PARCHLET_EXCLUDES(surfaceMutex, mutex);
   // Takes over the user values and the view rectangle of `info`; with `resize`, its size too, for
   // which the surface is made anew. 0 for a resize to a size below 1 or to the present one, or that
@@ -73,14 +72,13 @@ class AnnotationPage {
 
   // Enters an annotation; null is ignored. A local one gets a fresh id, becomes the annotation in
   // progress and drops the selection. A remote one
-  //   - is adopted when its id is new to its author's marks here (a copy, should it be another
-  //   page's);
+  //   - is adopted when its id is new to its author's marks here (a copy, should a page own it);
   //   - else, a fragment or an echo, gives its points to the stored mark's sub-model
-  //   `subModelIndex`, and
-  //     stays the caller's; the page's own object, handed over again, changes no points.
+  //     `subModelIndex`, and stays the caller's, or the page's own.
   // An echo confirms the drawing, or ends the move, that was pending under its id. The first
-  // fragment 0 of a mark gives it its place in the paint order; fragments may come in any order.
-  // The page owns what it adopts until it is destroyed.
+  // fragment 0 of a mark gives it its place in the paint order; so does, once more, a fragment 0
+  // that finds the mark without a sub-model 0. Fragments may come in any order. The page owns what
+  // it adopts until it is destroyed.
   void AddAnnotation(Annotation* annotation, bool fromRemote) PARCHLET_EXCLUDES(mutex);
 
   // The mark being drawn here, or null. Host thread; no lock, so that a pointer event waits for
@@ -174,8 +172,8 @@ class AnnotationPage {
 
   // --- Nickname tips (PageTips.cpp) ---
 
-  // Takes a copy of the style; from then on tips are painted. 0 for null or when memory runs out.
-  int SetNicknameTip(const NicknameTipStyle* style) PARCHLET_EXCLUDES(mutex);
+  // Shares the style; from then on tips are painted. 0 for null, else 1.
+  int SetNicknameTip(std::shared_ptr<const NicknameTipStyle> style) PARCHLET_EXCLUDES(mutex);
 
   // --- Pictures (PagePictures.cpp) ---
 
@@ -221,11 +219,11 @@ class AnnotationPage {
   void Enter(Arrival& arrival) PARCHLET_REQUIRES(mutex);
   void EndPending(const Arrival& arrival) PARCHLET_REQUIRES(mutex);
   std::size_t AddSlot() PARCHLET_REQUIRES(mutex);
-  void InsertPaintEntry(const Annotation* annotation, std::list<PaintOrderEntry>& entry)
-      PARCHLET_REQUIRES(mutex);
+  // Whether the fragment that arrives gives its mark a place in the paint order.
+  bool GetsPlace(const Arrival& arrival) const PARCHLET_REQUIRES(mutex);
+  void InsertPaintEntry(std::list<PaintOrderEntry>& entry) PARCHLET_REQUIRES(mutex);
   void DestroyAnnotations() PARCHLET_REQUIRES(mutex);
 
-  void CopyTipStyle(const NicknameTipStyle* style) PARCHLET_REQUIRES(mutex);
   bool CreateMemoryContext() PARCHLET_REQUIRES(surfaceMutex, mutex);
   void CreateGraphics() PARCHLET_REQUIRES(surfaceMutex, mutex);
   void ReleaseSurfaceObjects() PARCHLET_REQUIRES(surfaceMutex, mutex);
@@ -233,6 +231,9 @@ class AnnotationPage {
 
   bool HasGraphics() const PARCHLET_EXCLUDES(mutex);
   bool PlacePicture(Gdiplus::Image& probe, Annotation& annotation, bool isBackground) const;
+  template <class Load>
+  int GivePicture(Gdiplus::Image& probe, Annotation& annotation, bool isBackground,
+                  const Load& load) PARCHLET_EXCLUDES(mutex);
   void ReplaceBackgroundPicture(Annotation* annotation) PARCHLET_EXCLUDES(mutex);
   int SaveSurface(const std::wstring& path, const CLSID& encoder) PARCHLET_REQUIRES(mutex);
 
@@ -250,20 +251,12 @@ class AnnotationPage {
   Annotation* FindConfirmed(const std::string& userId, const std::string& annotationId) const
       PARCHLET_REQUIRES(mutex);
 
-  // Where a confirmed mark stands in the paint order; `number` counts the entries, later ones
-  // greater.
-  struct PaintPlace {
-    Annotation* annotation = nullptr;
-    const PaintOrderEntry* entry = nullptr;
-    std::size_t number = 0;
-
-    bool IsAbove(const PaintPlace& other) const;
-  };
-  // The marks in those slots of the reach table that pass the filters and are not erased, topmost
-  // first.
-  std::vector<PaintPlace> TopmostFirst(const std::vector<std::size_t>& slots,
-                                       const std::string& userId,
-                                       const std::string& userSubId) const PARCHLET_REQUIRES(mutex);
+  // The paint entries of the marks in those slots of the reach table that pass the filters, of
+  // marks that are not erased, topmost first.
+  std::vector<const PaintOrderEntry*> TopmostFirst(const std::vector<std::size_t>& slots,
+                                                   const std::string& userId,
+                                                   const std::string& userSubId) const
+      PARCHLET_REQUIRES(mutex);
   Annotation* FindAtPoint(const std::string& userId, const std::string& userSubId,
                           const AnnotationPoint& point, bool useFrame) const
       PARCHLET_REQUIRES(mutex);
@@ -287,10 +280,10 @@ class AnnotationPage {
   std::map<std::string, AnnotationMap> userAnnotations PARCHLET_GUARDED_BY(mutex);
   // Sorted by `order`; equal ones in the order in which they came.
   std::list<PaintOrderEntry> paintOrder PARCHLET_GUARDED_BY(mutex);
-  // Where the confirmed annotations are, and by slot their entry in `paintOrder`, null for one that
-  // has none yet, with the entry's number: later made, greater.
+  // Where the confirmed annotations are, and by slot their latest entry in `paintOrder`, null for
+  // one that has none yet.
   ReachTable reachTable;
-  std::vector<PaintPlace> paintPlaces PARCHLET_GUARDED_BY(mutex);
+  std::vector<const PaintOrderEntry*> latestEntries PARCHLET_GUARDED_BY(mutex);
   AnnotationMap localAnnotations PARCHLET_GUARDED_BY(mutex);  // pending ones; owned
   Mutex surfaceMutex;
   mutable Mutex mutex PARCHLET_ACQUIRED_AFTER(surfaceMutex);
@@ -305,6 +298,6 @@ class AnnotationPage {
   HDC memoryDC PARCHLET_GUARDED_BY(surfaceMutex) = nullptr;
   HGDIOBJ previousBitmap PARCHLET_GUARDED_BY(surfaceMutex) = nullptr;
   HWND window PARCHLET_GUARDED_BY(surfaceMutex) = nullptr;  // the host's
-  std::unique_ptr<NicknameTipStyle> tipStyle PARCHLET_GUARDED_BY(mutex);
+  std::shared_ptr<const NicknameTipStyle> tipStyle PARCHLET_GUARDED_BY(mutex);
   std::map<std::string, TipRecord> tipHistory PARCHLET_GUARDED_BY(mutex);  // by author
 };

@@ -3,11 +3,6 @@
 #include "annotation/PixelMath.h"
 #include "page/AnnotationPage.h"
 
-bool AnnotationPage::PaintPlace::IsAbove(const PaintPlace& other) const {
-  return entry->order != other.entry->order ? entry->order > other.entry->order
-                                            : number > other.number;
-}
-
 namespace {
 
 bool PassesFilters(const PaintOrderEntry& entry, const std::string& userId,
@@ -25,20 +20,20 @@ std::vector<std::size_t>& EmptySlots() {
 
 }  // namespace
 
-std::vector<AnnotationPage::PaintPlace> AnnotationPage::TopmostFirst(
+std::vector<const PaintOrderEntry*> AnnotationPage::TopmostFirst(
     const std::vector<std::size_t>& slots, const std::string& userId,
     const std::string& userSubId) const {
-  std::vector<PaintPlace> places;
+  std::vector<const PaintOrderEntry*> entries;
   for (const std::size_t slot : slots) {
-    const PaintPlace& place = paintPlaces[slot];
-    if (place.entry != nullptr && PassesFilters(*place.entry, userId, userSubId) &&
-        place.annotation->IsErased() == 0) {
-      places.push_back(place);
+    for (const auto* entry = latestEntries[slot]; entry != nullptr; entry = entry->earlier) {
+      if (PassesFilters(*entry, userId, userSubId) && entry->annotation->IsErased() == 0) {
+        entries.push_back(entry);
+      }
     }
   }
-  std::sort(places.begin(), places.end(),
-            [](const PaintPlace& a, const PaintPlace& b) { return a.IsAbove(b); });
-  return places;
+  std::sort(entries.begin(), entries.end(),
+            [](const PaintOrderEntry* a, const PaintOrderEntry* b) { return a->IsAbove(*b); });
+  return entries;
 }
 
 Annotation* AnnotationPage::FindAtPoint(const std::string& userId, const std::string& userSubId,
@@ -49,9 +44,9 @@ Annotation* AnnotationPage::FindAtPoint(const std::string& userId, const std::st
   } else {
     reachTable.FindTouched({point.x, point.y, point.x, point.y}, slots);
   }
-  for (const PaintPlace& place : TopmostFirst(slots, userId, userSubId)) {
-    if (place.annotation->FindAnnotation(point, useFrame) != 0) {
-      return place.annotation;
+  for (const PaintOrderEntry* entry : TopmostFirst(slots, userId, userSubId)) {
+    if (entry->annotation->FindAnnotation(point, useFrame) != 0) {
+      return entry->annotation;
     }
   }
   return nullptr;
@@ -64,9 +59,9 @@ std::vector<Annotation*> AnnotationPage::FindOnSegment(const std::string& userId
   std::vector<std::size_t>& slots = EmptySlots();
   reachTable.FindTouched(BoxOf({from.x, from.y}, {to.x, to.y}), slots);
   std::vector<Annotation*> found;
-  for (const PaintPlace& place : TopmostFirst(slots, userId, userSubId)) {
-    if (place.annotation->FindAnnotation(from, to) != 0) {
-      found.push_back(place.annotation);
+  for (const PaintOrderEntry* entry : TopmostFirst(slots, userId, userSubId)) {
+    if (entry->annotation->FindAnnotation(from, to) != 0) {
+      found.push_back(entry->annotation);
     }
   }
   return found;

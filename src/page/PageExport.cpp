@@ -1,26 +1,18 @@
+#include <memory>
+#include <type_traits>
+
 #include "annotation/PixelMath.h"
 #include "page/AnnotationPage.h"
 #include "page/ImageFile.h"
 
 namespace {
 
-// A device context that is deleted when it goes out of scope, null ones included.
-class OwnedContext {
- public:
-  explicit OwnedContext(HDC context) : context(context) {}
-  ~OwnedContext() {
-    if (context != nullptr) {
-      DeleteDC(context);
-    }
-  }
-  OwnedContext(const OwnedContext&) = delete;
-  OwnedContext& operator=(const OwnedContext&) = delete;
-
-  HDC Get() const { return context; }
-
- private:
-  HDC context;
+struct DeleteHandle {
+  void operator()(HDC context) const { DeleteDC(context); }
+  void operator()(HBITMAP bitmap) const { DeleteObject(bitmap); }
 };
+using OwnedContext = std::unique_ptr<std::remove_pointer_t<HDC>, DeleteHandle>;
+using OwnedBitmap = std::unique_ptr<std::remove_pointer_t<HBITMAP>, DeleteHandle>;
 
 bool GetEncoder(const std::wstring& path, CLSID* encoder) {
   return !path.empty() && GetEncoderClsid(GetImageMimeType(path), encoder);
@@ -29,19 +21,17 @@ bool GetEncoder(const std::wstring& path, CLSID* encoder) {
 // Copies that many pixels of the display from `origin` on into a bitmap of their own, and saves it.
 bool SaveScreenArea(HDC display, POINT origin, int width, int height, const std::wstring& path,
                     const CLSID& encoder) {
+  // The context, in which the bitmap may still be selected, goes before the bitmap.
+  const OwnedBitmap captured(CreateCompatibleBitmap(display, width, height));
   const OwnedContext memory(CreateCompatibleDC(display));
-  HBITMAP captured = CreateCompatibleBitmap(display, width, height);
-  if (memory.Get() == nullptr || captured == nullptr) {
-    DeleteObject(captured);
+  if (memory == nullptr || captured == nullptr) {
     return false;
   }
-  HGDIOBJ previous = SelectObject(memory.Get(), captured);
-  const bool isCopied = BitBlt(memory.Get(), 0, 0, width, height, display, origin.x, origin.y,
+  HGDIOBJ previous = SelectObject(memory.get(), captured.get());
+  const bool isCopied = BitBlt(memory.get(), 0, 0, width, height, display, origin.x, origin.y,
                                SRCCOPY | CAPTUREBLT) != 0;
-  SelectObject(memory.Get(), previous);
-  const bool isSaved = isCopied && SaveBitmap(captured, width, height, path, encoder);
-  DeleteObject(captured);
-  return isSaved;
+  SelectObject(memory.get(), previous);
+  return isCopied && SaveBitmap(captured.get(), width, height, path, encoder);
 }
 
 }  // namespace
@@ -68,10 +58,10 @@ int AnnotationPage::SavePage(const std::wstring& path, const std::wstring& displ
   const OwnedContext display(CreateDCW(name, name, nullptr, nullptr));
   DEVMODEW mode{};
   mode.dmSize = sizeof(mode);
-  if (display.Get() == nullptr || EnumDisplaySettingsW(name, ENUM_CURRENT_SETTINGS, &mode) == 0) {
+  if (display == nullptr || EnumDisplaySettingsW(name, ENUM_CURRENT_SETTINGS, &mode) == 0) {
     return 0;
   }
-  return SaveScreenArea(display.Get(), {0, 0}, static_cast<int>(mode.dmPelsWidth),
+  return SaveScreenArea(display.get(), {0, 0}, static_cast<int>(mode.dmPelsWidth),
                         static_cast<int>(mode.dmPelsHeight), path, encoder)
              ? 1
              : 0;
@@ -96,12 +86,12 @@ int AnnotationPage::SavePage(const std::wstring& path, HWND capturedWindow) {
     return 0;
   }
   const OwnedContext display(CreateDCW(monitor.szDevice, monitor.szDevice, nullptr, nullptr));
-  if (display.Get() == nullptr) {
+  if (display == nullptr) {
     return 0;
   }
   const POINT origin = {SaturatingPixel(std::int64_t{area.left} - monitor.rcMonitor.left),
                         SaturatingPixel(std::int64_t{area.top} - monitor.rcMonitor.top)};
-  return SaveScreenArea(display.Get(), origin,
+  return SaveScreenArea(display.get(), origin,
                         SaturatingPixel(std::int64_t{area.right} - area.left),
                         SaturatingPixel(std::int64_t{area.bottom} - area.top), path, encoder)
              ? 1

@@ -74,6 +74,26 @@ void AnnotationPage::ReplaceBackgroundPicture(Annotation* annotation) {
   annotation->isOwned = true;
 }
 
+// `load` gives the annotation its image. A failure, memory that runs out included, leaves it as it
+// came: without points and without a picture.
+template <class Load>
+int AnnotationPage::GivePicture(Gdiplus::Image& probe, Annotation& annotation, bool isBackground,
+                                const Load& load) {
+  try {
+    if (!PlacePicture(probe, annotation, isBackground)) {
+      return 0;
+    }
+    load();
+  } catch (...) {
+    annotation.Destroy();
+    throw;
+  }
+  if (isBackground) {
+    ReplaceBackgroundPicture(&annotation);
+  }
+  return 1;
+}
+
 int AnnotationPage::AddPictureFromFile(const std::wstring& filePath,
                                        const std::string& pictureProperty, Annotation* annotation,
                                        bool isBackground) {
@@ -81,15 +101,11 @@ int AnnotationPage::AddPictureFromFile(const std::wstring& filePath,
     return 0;
   }
   Gdiplus::Image probe(filePath.c_str());
-  if (probe.GetWidth() == 0 || probe.GetHeight() == 0 ||
-      !PlacePicture(probe, *annotation, isBackground)) {
+  if (probe.GetWidth() == 0 || probe.GetHeight() == 0) {
     return 0;
   }
-  annotation->SetPicture(filePath, pictureProperty);
-  if (isBackground) {
-    ReplaceBackgroundPicture(annotation);
-  }
-  return 1;
+  return GivePicture(probe, *annotation, isBackground,
+                     [&] { annotation->SetPicture(filePath, pictureProperty); });
 }
 
 int AnnotationPage::AddPictureFromStream(const std::string& pictureData,
@@ -104,14 +120,9 @@ int AnnotationPage::AddPictureFromStream(const std::string& pictureData,
   }
   Rewind(*stream);
   Gdiplus::Image probe(stream.get());
-  if (!PlacePicture(probe, *annotation, isBackground)) {
-    return 0;
-  }
-  // The probe left the stream at its end.
-  Rewind(*stream);
-  annotation->SetPicture(stream.release(), pictureProperty);
-  if (isBackground) {
-    ReplaceBackgroundPicture(annotation);
-  }
-  return 1;
+  return GivePicture(probe, *annotation, isBackground, [&] {
+    // The probe left the stream at its end.
+    Rewind(*stream);
+    annotation->SetPicture(stream.release(), pictureProperty);
+  });
 }

@@ -23,7 +23,8 @@ void AnnotationPage::CancelAnnotation(const std::string& annotationId) {
   for (const auto& [author, authored] : userAnnotations) {
     const auto confirmed = authored.find(annotationId);
     if (confirmed != authored.end()) {
-      confirmed->second->RevertTo(*pending);
+      *confirmed->second = *pending;
+      confirmed->second->Erase(0);
       break;
     }
   }

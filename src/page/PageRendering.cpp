@@ -29,17 +29,14 @@ void AnnotationPage::DrawBackgroundPicture() {
 
 void AnnotationPage::DrawConfirmed() {
   for (const PaintOrderEntry& entry : paintOrder) {
-    Annotation* annotation = FindConfirmed(entry.userId, entry.annotationId);
-    if (annotation == nullptr) {
-      continue;
-    }
-    if (annotation->IsErased() == 0) {
-      annotation->Draw(graphics.get(), GetSize(), false);
-      if (!selectedAnnotations.empty() && annotation->IsNamedIn(selectedAnnotations)) {
-        annotation->DrawRectEx(graphics.get(), GetSize());
+    Annotation& annotation = *entry.annotation;
+    if (annotation.IsErased() == 0) {
+      annotation.Draw(graphics.get(), GetSize(), false);
+      if (!selectedAnnotations.empty() && annotation.IsNamedIn(selectedAnnotations)) {
+        annotation.DrawRectEx(graphics.get(), GetSize());
       }
     }
-    DrawTipOf(*annotation);
+    DrawTipOf(annotation);
   }
 }
 

@@ -32,7 +32,9 @@ void AnnotationPage::AddAnnotation(Annotation* annotation, bool fromRemote) {
 void AnnotationPage::AddLocal(Annotation* annotation) {
   const std::string id = Utils::GenerateGuid();
   annotation->SetAnnotationId(id);
-  localAnnotations[id] = annotation;
+  Annotation*& entry = localAnnotations[id];
+  delete entry;  // only where the system had no identifier to give, twice
+  entry = annotation;
   annotation->isOwned = true;
   currentAnnotation = annotation;
   selectedAnnotations.clear();
@@ -50,7 +52,7 @@ struct AnnotationPage::Arrival {
   Annotation* pending = nullptr;
   Annotation* stored = nullptr;      // what it will know
   Annotation::SubModels received;    // when the points go to a known mark
-  std::list<PaintOrderEntry> place;  // when it is fragment 0
+  std::list<PaintOrderEntry> place;  // when the fragment gives one
   std::size_t slot = 0;
 };
 
@@ -74,23 +76,22 @@ void AnnotationPage::Prepare(Arrival& arrival, Annotation* annotation) {
   arrival.confirmed = find(*arrival.authored);
   arrival.pending = find(localAnnotations);
   arrival.stored = arrival.confirmed != nullptr ? arrival.confirmed : arrival.pending;
-  const bool isOwn = arrival.confirmed == annotation || arrival.pending == annotation;
   if (arrival.stored == nullptr) {
-    // A mark has one owner for life, so another page's object is not shared with it.
+    // A mark has one owner for life, so what a page owns already is not shared with it.
     if (annotation->isOwned) {
       arrival.copy = std::make_unique<Annotation>(*annotation);
     }
     arrival.stored = arrival.copy != nullptr ? arrival.copy.get() : annotation;
-  } else if (!isOwn) {
+  } else {
     const auto number = static_cast<unsigned int>(arrival.index);
     std::vector<AnnotationPoint> points = annotation->FirstSubModel();
     if (arrival.stored->LimitFragment(number, points)) {
       arrival.received.emplace(number, std::move(points));
     }
   }
-  if (arrival.index == 0) {
-    arrival.place.push_back(
-        {annotation->order, annotation->userId, annotation->userSubId, arrival.key});
+  if (GetsPlace(arrival)) {
+    arrival.place.push_back({annotation->order, annotation->userId, annotation->userSubId,
+                             arrival.key, arrival.stored});
   }
   if (arrival.confirmed == nullptr) {
     arrival.entry.emplace(arrival.key, arrival.stored);
@@ -108,7 +109,6 @@ void AnnotationPage::Enter(Arrival& arrival) {
   static_cast<void>(arrival.copy.release());
   stored->isOwned = true;
   if (arrival.confirmed == nullptr) {
-    paintPlaces[arrival.slot].annotation = stored;
     stored->ReportReach(reachTable, arrival.slot);
   }
   EndPending(arrival);
@@ -121,7 +121,7 @@ void AnnotationPage::Enter(Arrival& arrival) {
     stored->ReplaceSubModels(arrival.received);
   }
   if (!arrival.place.empty()) {
-    InsertPaintEntry(stored, arrival.place);
+    InsertPaintEntry(arrival.place);
   }
   stored->SetRectEx(GetSize());
 }
@@ -143,27 +143,33 @@ void AnnotationPage::EndPending(const Arrival& arrival) {
 }
 
 std::size_t AnnotationPage::AddSlot() {
-  paintPlaces.push_back({});
+  latestEntries.push_back(nullptr);
   try {
     return reachTable.Add();
   } catch (...) {
-    paintPlaces.pop_back();
+    latestEntries.pop_back();
     throw;
   }
 }
 
-void AnnotationPage::InsertPaintEntry(const Annotation* annotation,
-                                      std::list<PaintOrderEntry>& entry) {
-  PaintPlace& place = paintPlaces[annotation->ReachSlot()];
-  if (place.entry != nullptr) {
-    return;
-  }
+// A mark that came without its first fragment has a place to get, whatever its sub-model 0 is by
+// then: the frame makes an empty one, and a drawing that another fragment confirmed has its own.
+bool AnnotationPage::GetsPlace(const Arrival& arrival) const {
+  return arrival.index == 0 &&
+         (arrival.confirmed == nullptr || arrival.confirmed->IsSubModelExist(0) == 0 ||
+          latestEntries[arrival.confirmed->ReachSlot()] == nullptr);
+}
+
+void AnnotationPage::InsertPaintEntry(std::list<PaintOrderEntry>& entry) {
+  PaintOrderEntry& made = entry.front();
   auto position = paintOrder.end();
-  while (position != paintOrder.begin() && std::prev(position)->order > entry.front().order) {
+  while (position != paintOrder.begin() && std::prev(position)->order > made.order) {
     --position;
   }
-  place.number = paintOrder.size();
-  place.entry = &entry.front();
+  const PaintOrderEntry*& latest = latestEntries[made.annotation->ReachSlot()];
+  made.number = paintOrder.size();
+  made.earlier = latest;
+  latest = &made;
   paintOrder.splice(position, entry);
 }
 
@@ -180,7 +186,7 @@ Annotation* AnnotationPage::FindConfirmed(const std::string& userId,
 void AnnotationPage::DestroyAnnotations() {
   selectRect.Erase(1);
   selectedAnnotations.clear();
-  paintPlaces.clear();
+  latestEntries.clear();
   reachTable.Clear();
   paintOrder.clear();
   DeleteAll(localAnnotations);

@@ -34,14 +34,16 @@ class WindowContext {
 }  // namespace
 
 int AnnotationPage::InitPage(HWND newWindow, AnnotationPageInfo info,
-                             const NicknameTipStyle* style) {
+                             std::shared_ptr<const NicknameTipStyle> style) {
   MutexLock surfaceLock(surfaceMutex);
   if (surfaceReady == 1 || newWindow == nullptr || info.width < 1 || info.height < 1) {
     return 0;
   }
   MutexLock lock(mutex);
   window = newWindow;
-  CopyTipStyle(style);
+  if (style != nullptr) {
+    tipStyle = std::move(style);
+  }
   if (!CreateMemoryContext()) {
     return 0;
   }
@@ -60,17 +62,6 @@ int AnnotationPage::InitPage(HWND newWindow, AnnotationPageInfo info,
     ReleaseSurfaceObjects();
   }
   return surfaceReady;
-}
-
-void AnnotationPage::CopyTipStyle(const NicknameTipStyle* style) {
-  if (style == nullptr) {
-    return;
-  }
-  try {
-    tipStyle = std::make_unique<NicknameTipStyle>(*style);
-  } catch (const std::bad_alloc&) {
-    tipStyle.reset();  // a page without tips is still a page
-  }
 }
 
 bool AnnotationPage::CreateMemoryContext() {

@@ -42,13 +42,13 @@ std::string ShortenNickname(const std::string& text, int maxWidth, int& narrowCo
   return text;
 }
 
-int AnnotationPage::SetNicknameTip(const NicknameTipStyle* style) {
+int AnnotationPage::SetNicknameTip(std::shared_ptr<const NicknameTipStyle> style) {
   if (style == nullptr) {
     return 0;
   }
   MutexLock lock(mutex);
-  CopyTipStyle(style);
-  return tipStyle != nullptr ? 1 : 0;
+  tipStyle = std::move(style);
+  return 1;
 }
 
 int AnnotationPage::IsTipVisible(const std::string& userId, const Annotation& annotation) {

@@ -1,10 +1,15 @@
 // Memory that runs out at any place of any call.
+#include <fstream>
 #include <functional>
+#include <new>
 #include <optional>
 #include <vector>
 
+#include <parchlet/Display.h>
+
 #include "support/FailingAllocation.h"
 #include "support/Mark.h"
+#include "support/TemporaryFolder.h"
 #include "support/Whiteboard.h"
 
 namespace {
@@ -70,6 +75,16 @@ class Board {
   // What the engine holds. Ids made here read "local".
   std::string Describe();
 
+  // Saves what `source`, a display's name or a window, shows.
+  template <class Source>
+  bool Save(const Source& source) {
+    return engine.SavePage("doc", "page", file, source) == 1;
+  }
+
+  const TemporaryFolder folder;
+  // Made beforehand, as well.
+  const std::string folderName = folder.Path().string();
+  const std::string file = folder.File("a.png");
   Whiteboard whiteboard;
   Parchlet& engine;
   std::unique_ptr<Annotation> ready;
@@ -95,6 +110,8 @@ std::string Board::Describe() {
   std::string text = std::to_string(engine.GetDocCount()) + " documents, " +
                      std::to_string(engine.GetPageCount("doc")) + " pages\n";
   const AnnotationPage& page = *engine.GetPagePtr("doc", "page");
+  text += std::to_string(folder.FileCount()) + " files, tips of " +
+          std::to_string(PageTestAccess::TipStyle(page)->fontSize) + " pixels\n";
   text += std::to_string(page.GetCurrentInfo().width) + " wide\n";
   for (const auto& [author, authored] : PageTestAccess::Confirmed(page)) {
     text += "author " + author + "\n";
@@ -173,6 +190,10 @@ TEST_P(MemoryFaultTest, ACallThatRunsOutOfMemoryChangesAllOrNothing) {
   }
   EXPECT_EQ(live, LiveAllocations()) << "leaked";
   RecordProperty("allocations", nth - 1);
+}
+
+void SmallDesktop(Board& /*board*/) {
+  SetMemoryDesktop({{"S", {0, 0, kSize.width + 9, kSize.height + 9}}}, nullptr, {});
 }
 
 const Call kCalls[] = {
@@ -290,6 +311,14 @@ const Call kCalls[] = {
      }},
     {"SetNicknameTip",
      [](Board& board) { return board.engine.SetNicknameTip(1, 2, kLongName, 3) == 1; }},
+    {"SavePage", [](Board& board) { return board.Save(std::wstring()); }},
+    {"SaveDisplay", [](Board& board) { return board.Save(std::wstring(L"S")); }, SmallDesktop},
+    {"SaveWindow", [](Board& board) { return board.Save(board.whiteboard.window.Handle()); },
+     SmallDesktop},
+    {"SaveDocument",
+     [](Board& board) {
+       return board.engine.SaveDocument("doc", board.folderName, kLongName, std::wstring()) == 1;
+     }},
     {"Background",
      [](Board& board) {
        return board.engine.AddPictureFromStream("doc", "page", Board::Picture(), kLongName, true) !=
@@ -310,5 +339,79 @@ const Call kCalls[] = {
 
 INSTANTIATE_TEST_SUITE_P(Calls, MemoryFaultTest, testing::ValuesIn(kCalls),
                          [](const auto& info) { return info.param.name; });
+
+// A picture is its page's before it is loaded, so a mark may be left of it.
+class PictureFaultTest : public testing::TestWithParam<std::pair<bool, bool>> {
+ protected:
+  // Places a picture, from a file or from bytes, the nth allocation failing; false when there are
+  // fewer.
+  static bool PlaceWithFault(int nth) {
+    const auto [isFile, isBackground] = GetParam();
+    Board board;
+    const std::string path = board.folder.File("picture");
+    std::ofstream(path) << Board::Picture();
+    Parchlet& engine = board.engine;
+    const Annotation* made = nullptr;
+    bool hasFailed = false;
+    {
+      const FailingAllocation failing(nth);
+      made = isFile ? engine.AddPictureFromFile("doc", "page", path, kLongName, isBackground)
+                    : engine.AddPictureFromStream("doc", "page", Board::Picture(), kLongName,
+                                                  isBackground);
+      hasFailed = failing.HasFailed();
+    }
+    for (const auto& [id, mark] : PageTestAccess::Pending(board.whiteboard.Page())) {
+      EXPECT_FALSE(isBackground);
+      EXPECT_EQ(mark == made, !mark->GetPoints().empty()) << "allocation " << nth;
+      EXPECT_TRUE(mark == made || AnnotationTestAccess::PictureOf(*mark) == nullptr);
+    }
+    EXPECT_NE(0, ParchletTestAccess::Refresh(engine));
+    return hasFailed;
+  }
+};
+
+TEST_P(PictureFaultTest, APictureThatRunsOutOfMemoryLeavesAnEmptyMarkAtMost) {
+  PlaceWithFault(0);  // fills what painting keeps for good
+  const std::int64_t live = LiveAllocations();
+  int nth = 1;
+  while (PlaceWithFault(nth) && !HasFailure()) {
+    ++nth;
+  }
+  EXPECT_LT(10, nth);
+  EXPECT_EQ(live, LiveAllocations()) << "leaked";
+}
+
+INSTANTIATE_TEST_SUITE_P(Pictures, PictureFaultTest,
+                         testing::Values(std::pair(false, false), std::pair(false, true),
+                                         std::pair(true, false), std::pair(true, true)));
+
+TEST(TimerFaultTest, AnEngineWithoutMemoryForItsThreadStaysIdle) {
+  Parchlet engine;
+  {
+    const FailingAllocation failing(1);
+    EXPECT_EQ(0, engine.Init());
+    EXPECT_TRUE(failing.HasFailed());
+  }
+  EXPECT_EQ(1, engine.Init());
+}
+
+TEST(WindowFaultTest, AWindowThatCannotBeMadeIsNotRegistered) {
+  const MemoryWindow first({0, 0, 9, 9});
+  bool hasFailed = true;
+  for (int nth = 1; hasFailed; ++nth) {
+    const FailingAllocation failing(nth);
+    try {
+      const MemoryWindow window({0, 0, 9, 9});
+    } catch (const std::bad_alloc&) {
+    }
+    hasFailed = failing.HasFailed();
+  }
+  // Handles are numbers, given out one after the other.
+  const MemoryWindow last({0, 0, 9, 9});
+  for (auto handle = reinterpret_cast<std::uintptr_t>(first.Handle()) + 1;
+       handle < reinterpret_cast<std::uintptr_t>(last.Handle()); ++handle) {
+    EXPECT_EQ(0, IsWindow(reinterpret_cast<HWND>(handle)));
+  }
+}
 
 }  // namespace

@@ -58,8 +58,11 @@ bool PlainPage::AddRemote(const PlainMarkPtr& given) {
   const std::vector<AnnotationPoint> received =
       given->points.contains(0) ? given->points.at(0) : std::vector<AnnotationPoint>();
   Marks& authored = confirmed[given->userId];
-  const bool isOwn = (authored.contains(key) && authored.at(key) == given) ||
-                     (pending.contains(key) && pending.at(key) == given);
+  const bool hasPlace = std::any_of(places.begin(), places.end(), [&](const Place& other) {
+    return other.userId == given->userId && other.id == key;
+  });
+  const bool getsPlace = number == 0 && (!authored.contains(key) ||
+                                         !authored.at(key)->points.contains(0) || !hasPlace);
   if (pending.contains(key)) {
     if (!authored.contains(key)) {
       authored[key] = pending.at(key);
@@ -82,23 +85,17 @@ bool PlainPage::AddRemote(const PlainMarkPtr& given) {
     if (number >= 1) {
       stored->Renumber(static_cast<unsigned>(number));
     }
-  } else if (!isOwn) {
+  } else {
     authored.at(key)->points[static_cast<unsigned>(number)] = received;
   }
-  if (number == 0) {
+  if (getsPlace) {
     AddPlace(place);
   }
   authored.at(key)->UpdateFrame(Size());
   return isKept;
 }
 
-// A mark has one place, whatever comes later.
 void PlainPage::AddPlace(const Place& place) {
-  for (const Place& other : places) {
-    if (other.userId == place.userId && other.id == place.id) {
-      return;
-    }
-  }
   auto above = places.begin();
   while (above != places.end() && above->order <= place.order) {
     ++above;
@@ -115,12 +112,8 @@ void PlainPage::Cancel(const std::string& key) {
     if (!authored.contains(key)) {
       continue;
     }
-    PlainMark& moved = *authored.at(key);
-    PlainMark::SubModels points = moved.points;
-    moved.TakeOver(*backup);
-    // What the copy could not hold has not moved either.
-    moved.points.merge(points);
-    moved.erased = 0;
+    authored.at(key)->TakeOver(*backup);
+    authored.at(key)->erased = 0;
     break;
   }
   pending.erase(key);

@@ -67,8 +67,11 @@ struct PlainPage {
     const SubModels points = given.GetPoints();
     auto& authored = confirmed[given.userId];
     const auto index = static_cast<unsigned>(given.subModelIndex);
-    const bool isOwn = (authored.contains(id) && authored[id].object == &given) ||
-                       (pending.contains(id) && pending[id].object == &given);
+    const bool hasPlace = std::any_of(places.begin(), places.end(), [&](const Place& place) {
+      return place.user == given.userId && place.id == id;
+    });
+    const bool getsPlace =
+        index == 0 && (!authored.contains(id) || !authored[id].points.contains(0) || !hasPlace);
     const bool isNew = !authored.contains(id) && !pending.contains(id);
     if (!authored.contains(id) && pending.contains(id)) {
       authored[id] = pending[id];
@@ -80,15 +83,12 @@ struct PlainPage {
       mark.object = &given;
     }
     const bool isBare = isNew && given.subModelIndex <= 0 && points.empty();
-    if (!isOwn && !isBare) {
+    if (!isBare) {
       const bool isNumbered = !isNew || given.subModelIndex >= 0;
       mark.points[isNumbered ? index : 0] = points.contains(0) ? points.at(0) : Points();
       mark.points.try_emplace(0);
     }
-    const bool hasPlace = std::any_of(places.begin(), places.end(), [&](const Place& place) {
-      return place.user == given.userId && place.id == id;
-    });
-    if (index == 0 && !hasPlace) {
+    if (getsPlace) {
       places.push_back({order, given.userId, id});
       std::stable_sort(places.begin(), places.end(),
                        [](const Place& a, const Place& b) { return a.order < b.order; });
@@ -105,9 +105,7 @@ struct PlainPage {
     for (auto& [user, authored] : confirmed) {
       if (authored.contains(id)) {
         PlainMark& mark = authored[id];
-        SubModels points = backup.Copy().points;
-        points.merge(mark.points);  // what the copy could not hold has not moved either
-        mark = {mark.object, points, false, backup.origin};
+        mark = {mark.object, backup.Copy().points, false, backup.origin};
         break;
       }
     }

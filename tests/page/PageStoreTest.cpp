@@ -132,6 +132,9 @@ TEST_F(PageStoreTest, AMarkMayEchoItself) {
   EXPECT_EQ(drawn, Stored("ada", drawn->annotationId));
   EXPECT_EQ(PointsOn(kSize, {{1, 1}, {2, 2}}), PointsOf(*drawn, 0));
   EXPECT_THAT(Order(), SizeIs(1));
+  drawn->subModelIndex = 1;
+  page.AddAnnotation(drawn, true);
+  EXPECT_EQ(PointsOf(*drawn, 0), PointsOf(*drawn, 1)) << "by then a fragment like any other";
 }
 
 TEST_F(PageStoreTest, OneIdMayStandUnderTwoAuthors) {
@@ -149,11 +152,18 @@ TEST_F(PageStoreTest, AMarkWithoutAFragmentNumberIsKeptButNotPainted) {
   EXPECT_THAT(painted.Paint(), IsAll(kWhite));
 }
 
-TEST_F(PageStoreTest, AStrayPlaceInTheOrderIsSkipped) {
-  PageTestAccess::AddStrayPaintEntry(page, {0, "nobody", "", "m"});
-  page.AddAnnotation(Mark("m").By("bob").Order(1).Box(kSize, 0, 0, 50, kRed).Release(), true);
-  PageTestAccess::AddStrayPaintEntry(page, {2, "bob", "", "other"});
+TEST_F(PageStoreTest, AMarkWithoutItsFirstFragmentGetsOneMorePlaceFromTheNext) {
+  Annotation* mark = Mark("m").By("bob").Order(1).Box(kSize, 0, 0, 50, kRed).Release();
+  page.AddAnnotation(mark, true);
+  page.AddAnnotation(Mark("n").By("bob").Order(2).Box(kSize, 0, 0, 50, kBlack).Release(), true);
+  mark->ClearPoints();
+  for (const int order : {3, 9}) {
+    const auto again = Mark("m").By("bob").Order(order).Box(kSize, 0, 0, 50, kRed).Make();
+    page.AddAnnotation(again.get(), true);
+  }
+  EXPECT_THAT(Order(), ElementsAre("m", "n", "m"));
   EXPECT_THAT(painted.Paint(), Shows(10, 10, kRed));
+  EXPECT_THAT(page.EraseAnnotations("", "", {25, 25}, {25, 75}), ElementsAre("m", "n", "m"));
 }
 
 TEST_F(PageStoreTest, AnEmptyFragmentThatCameFirstLeavesNoGap) {

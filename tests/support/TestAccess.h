@@ -57,13 +57,14 @@ struct PageTestAccess {
   PARCHLET_UNCHECKED static std::size_t SelectedCount(const AnnotationPage& page) {
     return page.selectedAnnotations.size();
   }
+  // Null when tips are not painted.
+  PARCHLET_UNCHECKED static const NicknameTipStyle* TipStyle(const AnnotationPage& page) {
+    return page.tipStyle.get();
+  }
   PARCHLET_UNCHECKED static Annotation& RubberBand(AnnotationPage& page) { return page.selectRect; }
   // The page owns the picture from then on.
   PARCHLET_UNCHECKED static void SetBackgroundPicture(AnnotationPage& page, Annotation* picture) {
     page.backgroundPicture = picture;
-  }
-  PARCHLET_UNCHECKED static void AddStrayPaintEntry(AnnotationPage& page, PaintOrderEntry entry) {
-    page.paintOrder.push_back(std::move(entry));
   }
 };
 

@@ -26,7 +26,12 @@ std::uint32_t BlendPixel(std::uint32_t over, std::uint32_t under) {
 struct MemoryWindow::State final : LayeredWindow, DesktopLayer {
   explicit State(const RECT& screenRect) : screenRect(screenRect) {
     handle = RegisterLayeredWindow(*this);
-    AddDesktopLayer(*this);
+    try {
+      AddDesktopLayer(*this);
+    } catch (...) {
+      UnregisterLayeredWindow(handle);
+      throw;
+    }
   }
   ~State() {
     RemoveDesktopLayer(*this);
