@@ -16,7 +16,7 @@ if [[ $purpose == package ]]; then
   packages+=(dpkg-dev file debootstrap)
 fi
 if [[ $purpose == windows ]]; then
-  packages=(cmake ninja-build g++-mingw-w64-x86-64-posix)
+  packages=(cmake ninja-build g++-mingw-w64-x86-64-posix googletest)
 fi
 
 missing=()

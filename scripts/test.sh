@@ -35,13 +35,14 @@ if $all; then
   preset clang
   preset asan
   preset tsan
-  step "windows: build and the DLL's names"
+  step "windows: build DLL, tests and a host, and look at their names"
   scripts/install-deps.sh windows
   cmake --preset windows >build/windows.configure.log 2>&1 ||
     { cat build/windows.configure.log >&2; exit 1; }
   cmake --build --preset windows
   cmake -D SOURCE_FOLDER="$PWD" -D DLL=build/windows/src/parchlet.dll \
     -D HOST=build/windows/examples/win32_host/parchlet-win32-host.exe \
+    -D TESTS=build/windows/tests/windows/parchlet-windows-tests.exe \
     -P tests/windows/CheckDll.cmake
   step "Debian packages"
   scripts/package.sh
