@@ -1,0 +1,33 @@
+# Compiles every public header alone, and twice over, as the oldest and the newest C++ that hosts are
+# promised, and parchlet_c.h as C.
+#   check_headers(folder libraries...)    folder holds parchlet/
+function(check_headers folder)
+  file(GLOB headers RELATIVE ${folder} ${folder}/parchlet/*.h ${folder}/parchlet/x11/*.h)
+  if(NOT headers)
+    message(FATAL_ERROR "No headers in ${folder}")
+  endif()
+  foreach(header IN LISTS headers)
+    string(MAKE_C_IDENTIFIER ${header} name)
+    file(CONFIGURE OUTPUT ${name}.cpp CONTENT "#include <${header}>\n#include <${header}>\n")
+    list(APPEND sources ${CMAKE_CURRENT_BINARY_DIR}/${name}.cpp)
+  endforeach()
+  set(c_source ${CMAKE_CURRENT_BINARY_DIR}/parchlet_c.c)
+  file(WRITE ${c_source} "#include <parchlet/parchlet_c.h>\n#include <parchlet/parchlet_c.h>\n")
+
+  foreach(standard 17 20)
+    add_library(headers-as-c++${standard} OBJECT ${sources})
+    set_target_properties(headers-as-c++${standard} PROPERTIES CXX_STANDARD ${standard})
+    list(APPEND targets headers-as-c++${standard})
+  endforeach()
+  foreach(standard 99 11)
+    add_library(headers-as-c${standard} OBJECT ${c_source})
+    set_target_properties(headers-as-c${standard} PROPERTIES C_STANDARD ${standard})
+    list(APPEND targets headers-as-c${standard})
+  endforeach()
+  foreach(target IN LISTS targets)
+    set_target_properties(${target} PROPERTIES CXX_STANDARD_REQUIRED ON CXX_EXTENSIONS OFF
+      C_STANDARD_REQUIRED ON C_EXTENSIONS OFF)
+    target_link_libraries(${target} PRIVATE ${ARGN})
+    target_compile_options(${target} PRIVATE -Wall -Wextra -Wpedantic -Wshadow -Werror)
+  endforeach()
+endfunction()
