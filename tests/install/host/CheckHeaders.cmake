@@ -2,7 +2,11 @@
 # promised, and parchlet_c.h as C.
 #   check_headers(folder libraries...)    folder holds parchlet/
 function(check_headers folder)
-  file(GLOB headers RELATIVE ${folder} ${folder}/parchlet/*.h ${folder}/parchlet/x11/*.h)
+  file(GLOB headers RELATIVE ${folder} ${folder}/parchlet/*.h)
+  if(NOT WIN32)
+    file(GLOB x11_headers RELATIVE ${folder} ${folder}/parchlet/x11/*.h)
+    list(APPEND headers ${x11_headers})
+  endif()
   if(NOT headers)
     message(FATAL_ERROR "No headers in ${folder}")
   endif()
