@@ -1,8 +1,9 @@
 #!/usr/bin/env bash
 # Builds and runs the tests. On a fresh Debian 12 machine it first installs what is missing.
 #   scripts/test.sh         the tests, as built for development
-#   scripts/test.sh --all   also: format check, clang with its thread-safety analysis, sanitizers,
-#                           the DLL for Windows, the Debian packages in a fresh Debian
+#   scripts/test.sh --all   also: format check, what the last release offered, the manual, clang with
+#                           its thread-safety analysis, sanitizers, the DLL for Windows, the Debian
+#                           packages in a fresh Debian
 set -euo pipefail
 cd "$(dirname "$0")/.."
 
@@ -32,6 +33,10 @@ if $all; then
 fi
 preset dev
 if $all; then
+  step "what the last release offered"
+  scripts/check-abi.sh
+  step "manual"
+  scripts/docs.sh
   preset clang
   preset asan
   preset tsan
