@@ -23,7 +23,7 @@ if [[ $purpose == abi ]]; then
   packages=(abigail-tools python3)
 fi
 if [[ $purpose == docs ]]; then
-  packages=(doxygen)
+  packages=(doxygen python3)
 fi
 
 missing=()
