@@ -1,11 +1,11 @@
 #!/usr/bin/env python3
-"""Whether what the documents say can be done: compiles, runs or looks up every block of code in them,
-and every path that they name.
+"""Whether what the documents say can be done: compiles, runs or looks up every block of code in
+them, and every path that they name.
 
 - A block below `<!-- file: NAME -->` is written to NAME in a folder of the document's own.
-- A block of sh below `<!-- run -->` is run in that folder, with the library installed in ~/parchlet.
+- A block of sh below `<!-- run -->` is run in that folder; the library is installed in ~/parchlet.
 - cpp: a program is compiled, linked and run; anything else is compiled, as declarations or as
-  statements of a host (see kContext). c: a program is compiled and run. python: is run.
+  statements of a host (see CONTEXT). c: a program is compiled and run. python: is run.
 - cmake: is configured, as a project of its own or as a part of one.
 - sh: its scripts, presets, targets and options must exist. json: must be JSON, line by line.
 - Links lead to files, and names of files in `code` name files of the tree.
@@ -33,10 +33,10 @@ cmake_lists = "\n".join(path.read_text() for path in source.rglob("CMakeLists.tx
 faults = []
 
 # What a part of a host may take for granted.
-kContext = """
+CONTEXT = """
 #include <parchlet/MemoryWindow.h>
 #include <parchlet/Parchlet.h>
-#if __has_include(<xcb/xcb.h>)
+#if __has_include(<parchlet/x11/X11Window.h>)
 #include <parchlet/x11/X11Display.h>
 #include <parchlet/x11/X11Window.h>
 #include <xcb/xcb.h>
@@ -45,6 +45,11 @@ xcb_window_t MakeWindow();
 extern Parchlet engine;
 extern AnnotationPageInfo info;
 """
+
+
+BLOCK = re.compile(
+    r"(?:<!-- (?P<order>file: (?P<file>\S+)|run) -->\n)?^```(?P<language>\w*)\n(?P<code>.*?)^```$",
+    re.MULTILINE | re.DOTALL)
 
 
 class Failure(Exception):
@@ -74,9 +79,9 @@ def check_cpp(folder, text):
         run(folder, "./block")
         return
     try:
-        compile_cpp(folder, kContext + text, "-fsyntax-only")
+        compile_cpp(folder, CONTEXT + text, "-fsyntax-only")
     except Failure:
-        body = f"{kContext}void Host();\nvoid Host() {{\n{text}\n}}\n"
+        body = f"{CONTEXT}void Host();\nvoid Host() {{\n{text}\n}}\n"
         compile_cpp(folder, body, "-fsyntax-only")
 
 
@@ -92,12 +97,15 @@ def check_python(folder, text):
 
 
 def check_cmake(folder, text):
+    part = folder / "part"
+    shutil.rmtree(part, ignore_errors=True)
+    part.mkdir()
     if "project(" not in text:
         text = ("cmake_minimum_required(VERSION 3.16)\nproject(Part LANGUAGES CXX)\n"
                 f"add_executable(your_host main.cpp)\n{text}")
-        (folder / "main.cpp").write_text("int main() {}\n")
-    (folder / "CMakeLists.txt").write_text(text)
-    run(folder, "cmake", "-B", "part", "-G", "Ninja", f"-DCMAKE_PREFIX_PATH={prefix}")
+    (part / "main.cpp").write_text("int main() {}\n")
+    (part / "CMakeLists.txt").write_text(text)
+    run(part, "cmake", "-B", "build", "-G", "Ninja", f"-DCMAKE_PREFIX_PATH={prefix}")
 
 
 def words_of(line):
@@ -129,7 +137,7 @@ def check_command(words):
                 raise Failure(f"there is no preset {value}")
             if option == "--target" and not re.search(rf"[( ]{re.escape(value)}\b", cmake_lists):
                 raise Failure(f"there is no target {value}")
-    elif shutil.which(program) is None and program not in ("apt-get",):
+    elif shutil.which(program) is None:
         raise Failure(f"there is no program {program}")
 
 
@@ -145,8 +153,7 @@ def check_built(path):
         raise Failure(f"nothing builds {path}")
 
 
-def check_sh(folder, text):
-    del folder
+def check_sh(_folder, text):
     text = text.replace("\\\n", " ")
     for line in text.splitlines():
         for command in re.split(r"&&|\|\||\||;", line.split(" #")[0]):
@@ -155,8 +162,7 @@ def check_sh(folder, text):
                 check_command(words)
 
 
-def check_json(folder, text):
-    del folder
+def check_json(_folder, text):
     for line in text.splitlines():
         json.loads(line)
 
@@ -169,9 +175,7 @@ def check_blocks(name, text):
     folder = work / name.replace("/", "-")
     folder.mkdir()
     checked = 0
-    block = re.compile(r"(?:<!-- (file: (?P<file>\S+)|run) -->\n)?^```(?P<language>\w*)\n(?P<code>.*?)^```$",
-                       re.MULTILINE | re.DOTALL)
-    for found in block.finditer(text):
+    for found in BLOCK.finditer(text):
         language, code = found["language"], found["code"]
         if not language:
             continue
@@ -179,7 +183,7 @@ def check_blocks(name, text):
         try:
             if found["file"]:
                 (folder / found["file"]).write_text(code)
-            elif found[1]:
+            elif found["order"]:
                 run(folder, "bash", "-eu", "-c", code)
             elif language not in checks:
                 raise Failure(f"nobody can check a block of {language}")
@@ -195,8 +199,8 @@ def is_file(name, folder):
     pattern = name.rstrip("/")
     if "*" in pattern:
         return any(pathlib.PurePosixPath(path).match(pattern) for path in tracked)
-    return (folder / pattern).exists() or (source / pattern).exists() or any(path == pattern or path.endswith("/" + pattern)
-                                              for path in tracked)
+    return ((folder / pattern).exists() or (source / pattern).exists()
+            or any(path.endswith("/" + pattern) for path in tracked))
 
 
 def check_paths(name, text):
