@@ -15,7 +15,7 @@ def cpp(lines):
     for line in lines:
         banner = re.match(r"^(\s*)// --- ([^-]+?)(:[^-]*)? ---$", line)
         if banner:
-            yield f"{'/// @}' if is_open else ''}"
+            yield "/// @}" if is_open else ""
             yield f"/// @name {banner[2]}"
             yield "/// @{"
             is_open = True
@@ -26,8 +26,10 @@ def cpp(lines):
         if is_first and line.startswith("//"):
             yield "/// @file"
         is_first = False
-        line = re.sub(r"^(\s*)//(?!/)", r"\1///", line)
-        yield re.sub(r"([;,{]|\))(\s+)//(?!/)", r"\1\2///<", line)
+        if re.match(r"\s*//", line):
+            yield line.replace("//", "///", 1)
+        else:
+            yield re.sub(r"([;,{)]\s+)//", r"\1///<", line)
 
 
 def c(text):
