@@ -54,4 +54,11 @@ if(PARCHLET_BUILD_EXAMPLES)
   set(CPACK_COMPONENT_EXAMPLES_DESCRIPTION "parchlet-replay and boards for it.")
 endif()
 
+foreach(component IN LISTS CPACK_COMPONENTS_ALL)
+  string(TOUPPER ${component} name)
+  install(FILES ${CMAKE_CURRENT_LIST_DIR}/copyright
+    DESTINATION ${CMAKE_INSTALL_DATADIR}/doc/${CPACK_DEBIAN_${name}_PACKAGE_NAME}
+    COMPONENT ${component})
+endforeach()
+
 include(CPack)

@@ -1,5 +1,6 @@
 #!/usr/bin/env bash
-# Installs the Debian packages that are still missing. Usage: install-deps.sh demo|test|package|windows
+# Installs the Debian packages that are still missing.
+# Usage: install-deps.sh demo|test|package|windows|abi|docs
 # As root, or with sudo.
 set -euo pipefail
 
@@ -16,7 +17,13 @@ if [[ $purpose == package ]]; then
   packages+=(dpkg-dev file debootstrap)
 fi
 if [[ $purpose == windows ]]; then
-  packages=(cmake ninja-build g++-mingw-w64-x86-64-posix)
+  packages=(cmake ninja-build g++-mingw-w64-x86-64-posix googletest)
+fi
+if [[ $purpose == abi ]]; then
+  packages=(abigail-tools python3)
+fi
+if [[ $purpose == docs ]]; then
+  packages=(doxygen python3)
 fi
 
 missing=()

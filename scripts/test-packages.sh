@@ -21,6 +21,10 @@ names=()
 for package in "${packages[@]}"; do
   dpkg -x "$package" "$work/unpacked"
   names+=("$(dpkg-deb -f "$package" Package)")
+  if [[ ! -s $work/unpacked/usr/share/doc/${names[-1]}/copyright ]]; then
+    echo "$package says nothing of its copyright." >&2
+    exit 1
+  fi
 done
 
 quiet() { "$@" >"$work/log" 2>&1 || { tail -40 "$work/log" >&2; exit 1; }; }

@@ -1,8 +1,9 @@
 #!/usr/bin/env bash
 # Builds and runs the tests. On a fresh Debian 12 machine it first installs what is missing.
 #   scripts/test.sh         the tests, as built for development
-#   scripts/test.sh --all   also: format check, clang with its thread-safety analysis, sanitizers,
-#                           the DLL for Windows, the Debian packages in a fresh Debian
+#   scripts/test.sh --all   also: format check, what the last release offered, the manual, clang with
+#                           its thread-safety analysis, sanitizers, the DLL for Windows, the Debian
+#                           packages in a fresh Debian
 set -euo pipefail
 cd "$(dirname "$0")/.."
 
@@ -32,16 +33,21 @@ if $all; then
 fi
 preset dev
 if $all; then
+  step "what the last release offered"
+  scripts/check-abi.sh
+  step "manual"
+  scripts/docs.sh
   preset clang
   preset asan
   preset tsan
-  step "windows: build and the DLL's names"
+  step "windows: build DLL, tests and a host, and look at their names"
   scripts/install-deps.sh windows
   cmake --preset windows >build/windows.configure.log 2>&1 ||
     { cat build/windows.configure.log >&2; exit 1; }
   cmake --build --preset windows
   cmake -D SOURCE_FOLDER="$PWD" -D DLL=build/windows/src/parchlet.dll \
     -D HOST=build/windows/examples/win32_host/parchlet-win32-host.exe \
+    -D TESTS=build/windows/tests/windows/parchlet-windows-tests.exe \
     -P tests/windows/CheckDll.cmake
   step "Debian packages"
   scripts/package.sh

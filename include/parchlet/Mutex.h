@@ -29,9 +29,9 @@ class PARCHLET_THREAD_ATTRIBUTE(capability("mutex")) Mutex : public std::mutex {
 // Holds a Mutex for its own lifetime.
 class PARCHLET_THREAD_ATTRIBUTE(scoped_lockable) MutexLock {
  public:
-  explicit MutexLock(Mutex& mutex) PARCHLET_THREAD_ATTRIBUTE(acquire_capability(mutex))
-      : mutex(mutex) {
-    mutex.lock();
+  explicit MutexLock(Mutex& held) PARCHLET_THREAD_ATTRIBUTE(acquire_capability(held))
+      : mutex(held) {
+    held.lock();
   }
   ~MutexLock() PARCHLET_THREAD_ATTRIBUTE(release_capability()) { mutex.unlock(); }
 

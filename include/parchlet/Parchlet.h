@@ -1,11 +1,14 @@
 // Parchlet.h - the engine object: an annotation engine for shared whiteboards and documents.
 //
-//   Parchlet engine;
-//   engine.SetUserInfo("u-17", "desk", "Ada");
-//   engine.Init();                                          // repaints 25 times a second from here
-//   on engine.NewDoc("u-17", "doc"); engine.NewPage("doc", "page-1", "u-17", window, info);  //
-//   current from here on engine.StartDrawing("doc", "page-1", {10, 10}); engine.MoveDrawing({40,
-//   25}); engine.EndDrawing(); engine.Destroy();
+//     Parchlet engine;
+//     engine.SetUserInfo("u-17", "desk", "Ada");
+//     engine.Init();                                          // repaints 25 times a second
+//     engine.NewDoc("u-17", "doc");
+//     engine.NewPage("doc", "page-1", "u-17", window, info);  // the current page from here on
+//     engine.StartDrawing("doc", "page-1", {10, 10});
+//     engine.MoveDrawing({40, 25});
+//     engine.EndDrawing();
+//     engine.Destroy();
 #pragma once
 
 #include <cstdint>

@@ -5,7 +5,6 @@
 #include <optional>
 #include <stdexcept>
 
-#include <parchlet/MemoryWindow.h>
 #include <parchlet/Parchlet.h>
 
 #include "support/RecordingLogger.h"

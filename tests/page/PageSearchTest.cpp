@@ -21,8 +21,8 @@ class PageSearchTest : public testing::TestWithParam<unsigned> {
   LONG Within(int range) { return Any(2 * range + 1) - range; }
   POINT Near(POINT p, int range) { return {p.x + Within(range), p.y + Within(range)}; }
   POINT AnyPoint() {
-    const int far = Any(40) == 0 ? 20'000 : 40;
-    return {Any(kSize.width) + Within(far), Any(kSize.height) + Within(far)};
+    const int reach = Any(40) == 0 ? 20'000 : 40;
+    return {Any(kSize.width) + Within(reach), Any(kSize.height) + Within(reach)};
   }
 
   // Long and short, slanted, nearly and quite parallel to an axis.
@@ -283,11 +283,11 @@ TEST(FarMarkTest, MarksAtTheEndOfTheTableAreFoundAsTheFormulasSay) {
 TEST(FarMarkTest, EveryCoordinateGetsAnAnswer) {
   PaintedPage painted(kSize);
   AnnotationPage& page = painted.page;
-  const LONG far[] = {INT32_MIN, INT32_MIN + 1, 0, INT32_MAX};
+  const LONG extremes[] = {INT32_MIN, INT32_MIN + 1, 0, INT32_MAX};
   const double odd[] = {NAN, INFINITY, -INFINITY, 1e300};
   static constexpr int kSubTypes[] = {0, 10, 14, 15, 19, 20};
   for (const int subType : kSubTypes) {
-    for (const LONG x : far) {
+    for (const LONG x : extremes) {
       for (const double ratio : odd) {
         const std::string id =
             std::to_string(subType) + " " + std::to_string(x) + std::to_string(ratio);
@@ -302,8 +302,8 @@ TEST(FarMarkTest, EveryCoordinateGetsAnAnswer) {
     }
   }
   for (int round = 0; round < 2; ++round) {
-    for (const LONG x : far) {
-      for (const LONG y : far) {
+    for (const LONG x : extremes) {
+      for (const LONG y : extremes) {
         page.FindAnnotationsOnSegment("", "", {x, y, 0, 0}, {y, y, 0, 0});
         page.FindAnnotationAtPoint("", "", {x, y, NAN, NAN}, round == 0);
         page.EraseAnnotations("", "", {x, y}, {0, 0});

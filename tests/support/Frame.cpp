@@ -47,19 +47,3 @@ void PrintTo(const Frame& frame, std::ostream* out) {
   *out << "a frame of " << frame.width << " x " << frame.height << " pixels, "
        << (saved ? "seen in " + file : "which cannot be saved");
 }
-
-bool operator==(const RECT& a, const RECT& b) {
-  return a.left == b.left && a.top == b.top && a.right == b.right && a.bottom == b.bottom;
-}
-
-void PrintTo(const RECT& rect, std::ostream* out) {
-  *out << "{" << rect.left << ", " << rect.top << ", " << rect.right << ", " << rect.bottom << "}";
-}
-
-bool operator==(const AnnotationPoint& a, const AnnotationPoint& b) {
-  return a.x == b.x && a.y == b.y && a.xRatio == b.xRatio && a.yRatio == b.yRatio;
-}
-
-void PrintTo(const AnnotationPoint& point, std::ostream* out) {
-  *out << "(" << point.x << ", " << point.y << " = " << point.xRatio << ", " << point.yRatio << ")";
-}

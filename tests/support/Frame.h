@@ -4,10 +4,10 @@
 #include <cstdint>
 #include <ostream>
 
-#include <parchlet/AnnotationTypes.h>
-#include <parchlet/MemoryWindow.h>
-
 #include <gmock/gmock.h>
+
+#include "support/Values.h"
+#include "support/Window.h"
 
 inline constexpr std::uint32_t kWhite = 0xFFFFFFFF;
 inline constexpr std::uint32_t kBlack = 0xFF000000;
@@ -32,10 +32,6 @@ struct Frame : MemoryFrame {
 };
 
 void PrintTo(const Frame& frame, std::ostream* out);
-bool operator==(const RECT& a, const RECT& b);
-void PrintTo(const RECT& rect, std::ostream* out);
-bool operator==(const AnnotationPoint& a, const AnnotationPoint& b);
-void PrintTo(const AnnotationPoint& point, std::ostream* out);
 
 // The colour, premultiplied, of the pixel at (x, y).
 MATCHER_P3(Shows, x, y, color, "") {

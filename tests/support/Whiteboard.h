@@ -4,11 +4,11 @@
 #include <string>
 #include <utility>
 
-#include <parchlet/MemoryWindow.h>
 #include <parchlet/Parchlet.h>
 
 #include "support/Frame.h"
 #include "support/TestAccess.h"
+#include "support/Window.h"
 
 // An opaque page of that size, shown whole.
 inline AnnotationPageInfo PageOf(int width, int height) {

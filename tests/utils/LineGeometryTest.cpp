@@ -107,20 +107,20 @@ TEST_F(RandomLines, AnswersAreThoseOfTheFormulas) {
     const POINT b = i % 5 == 0 ? POINT{a.x + Within(2), Within(range)} : AnyPoint(range);
     const POINT c = i % 2 == 0 ? AnyPoint(range) : POINT{a.x + Within(3), a.y + Within(3)};
     const POINT d = i % 2 == 0 ? AnyPoint(range) : POINT{b.x + Within(3), b.y + Within(3)};
-    const POINT near = {(a.x + b.x) / 2 + Within(8), (a.y + b.y) / 2 + Within(8)};
+    const POINT spot = {(a.x + b.x) / 2 + Within(8), (a.y + b.y) / 2 + Within(8)};
     const int width = static_cast<int>(1 + random() % 30);
-    const bool isOn = Utils::IsPointOnLine(near, a, b, width);
+    const bool isOn = Utils::IsPointOnLine(spot, a, b, width);
     ASSERT_EQ(PlainlyCross(a, b, c, d), Utils::IsLineIntersect(a, b, c, d)) << i;
-    ASSERT_EQ(PlainlyOnLine(near, a, b, width), isOn) << i;
+    ASSERT_EQ(PlainlyOnLine(spot, a, b, width), isOn) << i;
     hits += isOn ? 1 : 0;
   }
   EXPECT_GT(hits, 10'000);
 }
 
 TEST(LineGeometryTest, EveryCoordinateGetsAnAnswer) {
-  const LONG far[] = {INT32_MIN, INT32_MIN + 1, -1, 0, 1, INT32_MAX};
-  for (const LONG x : far) {
-    for (const LONG y : far) {
+  const LONG extremes[] = {INT32_MIN, INT32_MIN + 1, -1, 0, 1, INT32_MAX};
+  for (const LONG x : extremes) {
+    for (const LONG y : extremes) {
       for (const int width : {INT32_MIN, -5, 0, INT32_MAX}) {
         float slope = 0;
         float intercept = 0;

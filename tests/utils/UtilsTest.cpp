@@ -6,7 +6,7 @@
 
 #include <gmock/gmock.h>
 
-#include "platform/com/Com.h"
+#include "platform/Platform.h"
 
 namespace {
 
@@ -39,7 +39,7 @@ TEST(UtilsTest, AnIdentifierHasItsFormAndIsNeverRepeated) {
   EXPECT_EQ(10U + 6U + 6U + 1U, letters.size()) << "every digit, in both cases";
 }
 
-using Block = std::unique_ptr<MemoryBlock, decltype(&GlobalFree)>;
+using Block = std::unique_ptr<std::remove_pointer_t<HGLOBAL>, decltype(&GlobalFree)>;
 
 Block Allocate(const std::string& bytes) {
   Block block(GlobalAlloc(0, bytes.size()), &GlobalFree);
@@ -100,8 +100,10 @@ TEST(PictureStreamTest, SeekingStaysWithinTheBlock) {
                {0, 99, -1},
                {0, STREAM_SEEK_CUR, 10}};
   for (const auto& [move, origin, position] : cases) {
+    LARGE_INTEGER way{};
+    way.QuadPart = move;
     ULARGE_INTEGER reached{};
-    const bool isDone = SUCCEEDED(stream->Seek({move}, origin, &reached));
+    const bool isDone = SUCCEEDED(stream->Seek(way, origin, &reached));
     EXPECT_EQ(position >= 0, isDone) << move << " from " << origin;
     EXPECT_EQ(isDone ? static_cast<std::uint64_t>(position) : 0U, reached.QuadPart);
   }

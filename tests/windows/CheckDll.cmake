@@ -1,6 +1,6 @@
-# Whether the DLL exports what the headers declare, and neither it nor a host needs a library that is
-# not Windows' own.
-#   cmake -D SOURCE_FOLDER=... -D DLL=... -D HOST=... -P CheckDll.cmake
+# Whether the DLL exports what the headers declare, and neither it nor a host nor the tests need a
+# library that is not Windows' own.
+#   cmake -D SOURCE_FOLDER=... -D DLL=... -D HOST=... -D TESTS=... -P CheckDll.cmake
 cmake_minimum_required(VERSION 3.25)
 set(objdump x86_64-w64-mingw32-objdump)
 set(of_windows gdi32 gdiplus kernel32 msvcrt ole32 shlwapi user32)
@@ -22,6 +22,7 @@ function(check_imports file)
 endfunction()
 
 check_imports(${HOST} parchlet)
+check_imports(${TESTS})
 check_imports(${DLL})
 
 string(REGEX REPLACE ".*\\[Ordinal/Name Pointer\\] Table" "" text "${text}")
