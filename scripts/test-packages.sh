@@ -56,6 +56,7 @@ in_root /packages/c-host
 in_root /packages/pictures /packages/files
 in_root /packages/desktop-host
 in_root parchlet-replay --version
+in_root parchlet-whiteboard --version
 in_root parchlet-replay --size 640x400 --out /packages/board.png /usr/share/parchlet/boards/welcome.jsonl
 
 echo "== removing"
