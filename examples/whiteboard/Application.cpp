@@ -1,5 +1,8 @@
 #include "Application.h"
 
+#include <poll.h>
+
+#include <algorithm>
 #include <utility>
 
 #include "Failure.h"
@@ -69,10 +72,7 @@ void Application::Run() {
       seat->Settle();
     }
     xcb_flush(session.Get());
-    Reply<xcb_generic_event_t> event(xcb_wait_for_event(session.Get()));
-    if (event == nullptr) {
-      throw Failure("the connection to the X server is lost");
-    }
+    Reply<xcb_generic_event_t> event = NextEvent();
     // Everything that has come, every single move, before the windows are brought up to date.
     for (; event != nullptr; event.reset(xcb_poll_for_event(session.Get()))) {
       if (!Handle(*event)) {
@@ -80,6 +80,25 @@ void Application::Run() {
       }
     }
   }
+}
+
+Reply<xcb_generic_event_t> Application::NextEvent() {
+  xcb_connection_t* connection = session.Get();
+  Reply<xcb_generic_event_t> event;
+  if (std::any_of(seats.begin(), seats.end(),
+                  [](const auto& seat) { return seat->IsUnsettled(); })) {
+    event.reset(xcb_poll_for_event(connection));
+    pollfd server = {xcb_get_file_descriptor(connection), POLLIN, 0};
+    if (event == nullptr && poll(&server, 1, kBetweenShows.count()) == 1) {
+      event.reset(xcb_poll_for_event(connection));
+    }
+  } else {
+    event.reset(xcb_wait_for_event(connection));
+  }
+  if (event == nullptr && xcb_connection_has_error(connection) != 0) {
+    throw Failure("the connection to the X server is lost");
+  }
+  return event;
 }
 
 bool Application::Handle(const xcb_generic_event_t& event) {

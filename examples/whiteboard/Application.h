@@ -31,6 +31,8 @@ class Application {
   void AddSeat(const Options& options, const std::string& userId, const std::string& nickname,
                bool overlay);
   RECT ToolsArea(const Options& options) const;
+  // Waits for an event; gives none when the seats want to settle before one comes.
+  Reply<xcb_generic_event_t> NextEvent();
   // False when it is time to go.
   bool Handle(const xcb_generic_event_t& event);
 

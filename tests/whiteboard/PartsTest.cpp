@@ -87,8 +87,8 @@ TEST(WhiteboardContent, UnderstandsPathsAsTheyAreTypedPastedAndDropped) {
 TEST(WhiteboardContent, FilesThatAreNoPicturesAreRefusedByName) {
   const TemporaryFolder folder;
   std::ofstream(folder.File("text.png")) << "no picture";
-  for (const std::string& path :
-       {folder.File("text.png"), folder.File("nothing.png"), folder.Path().string() + "/."}) {
+  for (const std::string& path : {folder.File("text.png"), folder.File("nothing.png"),
+                                  folder.Path().string() + "/.", std::string("/dev/zero")}) {
     EXPECT_THROW(whiteboard::LoadContent(path), whiteboard::Failure) << path;
   }
   EXPECT_THROW(whiteboard::OpenContents({folder.Path().string()}), whiteboard::Failure);
