@@ -83,11 +83,7 @@ class Desktop {
 class X11DisplayWays : public testing::TestWithParam<bool> {};
 
 TEST_P(X11DisplayWays, CaptureAndExportsEqualAScreenshot) {
-  std::vector<std::string> options = {"-screen", "0", "640x480x24"};
-  if (!GetParam()) {
-    options.insert(options.end(), {"-extension", "MIT-SHM"});
-  }
-  XServer server(options);
+  XServer server(ScreenOptions("640x480", GetParam()));
   NEEDS_X_SERVER(server);
   ASSERT_TRUE(server.StartCompositor());
   Desktop desktop(server.Display());
@@ -119,7 +115,7 @@ INSTANTIATE_TEST_SUITE_P(SharedMemory, X11DisplayWays, testing::Values(true));
 INSTANTIATE_TEST_SUITE_P(Connection, X11DisplayWays, testing::Values(false));
 
 TEST(X11Display, TellsTheMonitorsByTheirNames) {
-  XServer server({"-screen", "0", "640x480x24"});
+  XServer server(ScreenOptions("640x480"));
   NEEDS_X_SERVER(server);
   X11Display display(server.Display());
   std::vector<DisplayMonitor> monitors = display.GetMonitors();
@@ -143,7 +139,7 @@ TEST(X11Display, TellsTheMonitorsByTheirNames) {
 }
 
 TEST(X11Display, SaysWhatItCannotCapture) {
-  XServer server({"-screen", "0", "640x480x24"});
+  XServer server(ScreenOptions("640x480"));
   XServer shallow({"-screen", "0", "640x480x16"});
   NEEDS_X_SERVER(server);
   NEEDS_X_SERVER(shallow);

@@ -70,7 +70,7 @@ void ExpectInkOverDesk(XServer& server, const InkLook& look) {
 }  // namespace
 
 TEST(X11Window, InkIsBlendedOverOtherWindowsAtItsPlace) {
-  XServer server({"-screen", "0", "640x480x24"});
+  XServer server(ScreenOptions("640x480"));
   NEEDS_X_SERVER(server);
   ASSERT_TRUE(server.StartCompositor());
   // A transparent page is black at 10 of 255; the ink is at 128 of 255 over that.
@@ -78,28 +78,23 @@ TEST(X11Window, InkIsBlendedOverOtherWindowsAtItsPlace) {
 }
 
 TEST(X11Window, WithoutACompositorAWindowShowsItsOwnPixelsAlone) {
-  XServer server({"-screen", "0", "640x480x24"});
+  XServer server(ScreenOptions("640x480"));
   NEEDS_X_SERVER(server);
   ExpectInkOverDesk(server, {0x000000, 0x800000});
 }
 
-// Frames through shared memory, and through the connection where the server shares none.
+// Frames through shared memory, and through a connection as from another machine.
 class X11WindowWays : public testing::TestWithParam<bool> {
  protected:
-  static std::vector<std::string> Options(const std::string& size) {
-    std::vector<std::string> options = {"-screen", "0", size};
-    if (!GetParam()) {
-      options.insert(options.end(), {"-extension", "MIT-SHM"});
-    }
-    return options;
-  }
+  std::string Display() const { return GetParam() ? server.Display() : server.RemoteDisplay(); }
+
+  XServer server{{"-screen", "0", "2600x2100x24", "-listen", "tcp"}};
 };
 
 TEST_P(X11WindowWays, SendsTheChangedRectanglesAndNoOthers) {
-  XServer server(Options("640x480x24"));
   NEEDS_X_SERVER(server);
   XClient client(server.Display());
-  X11Window target(server.Display(), client.ShowAlphaWindow({50, 40, 250, 140}));
+  X11Window target(Display(), client.ShowAlphaWindow({50, 40, 250, 140}));
   ASSERT_TRUE(target.Present(TestFrame(200, 100, kRed).Get())) << target.GetError();
   // Two rectangles, one of them partly past the frame, of a frame that has a new colour everywhere.
   ASSERT_TRUE(target.Present(
@@ -121,11 +116,10 @@ TEST_P(X11WindowWays, SendsTheChangedRectanglesAndNoOthers) {
 }
 
 TEST_P(X11WindowWays, ShowsAFrameLargerThanOneRequest) {
-  XServer server(Options("2600x2100x24"));
   NEEDS_X_SERVER(server);
   XClient client(server.Display());
   const RECT area = {0, 0, 2560, 2048};
-  X11Window target(server.Display(), client.ShowAlphaWindow(area));
+  X11Window target(Display(), client.ShowAlphaWindow(area));
   ASSERT_TRUE(target.Present(TestFrame(2560, 2048, kRed).Get())) << target.GetError();
   EXPECT_EQ(CountOf(kRed, client.Look(area)), 2560 * 2048);
 }
@@ -134,7 +128,7 @@ INSTANTIATE_TEST_SUITE_P(SharedMemory, X11WindowWays, testing::Values(true));
 INSTANTIATE_TEST_SUITE_P(Connection, X11WindowWays, testing::Values(false));
 
 TEST(X11Window, WhatWasLostIsRepairedWithTheNextFrame) {
-  XServer server({"-screen", "0", "640x480x24"});
+  XServer server(ScreenOptions("640x480"));
   NEEDS_X_SERVER(server);
   XClient client(server.Display());
   const xcb_window_t window = client.ShowAlphaWindow({50, 40, 250, 140});
@@ -158,7 +152,7 @@ TEST(X11Window, WhatWasLostIsRepairedWithTheNextFrame) {
 }
 
 TEST(X11Window, FollowsTheHostsWindow) {
-  XServer server({"-screen", "0", "640x480x24"});
+  XServer server(ScreenOptions("640x480"));
   NEEDS_X_SERVER(server);
   XClient client(server.Display());
   const xcb_window_t window = client.ShowAlphaWindow({50, 40, 250, 140});
@@ -176,7 +170,7 @@ TEST(X11Window, FollowsTheHostsWindow) {
 }
 
 TEST(X11Window, SaysWhyAWindowCannotBeHad) {
-  XServer server({"-screen", "0", "640x480x24"});
+  XServer server(ScreenOptions("640x480"));
   NEEDS_X_SERVER(server);
   XClient client(server.Display());
   const X11Window opaque(server.Display(), client.ShowWindow({0, 0, 50, 50}, kDesk));
@@ -194,7 +188,7 @@ TEST(X11Window, SaysWhyAWindowCannotBeHad) {
 }
 
 TEST(X11Window, AWindowDestroyedByAnotherClientTakesNoMoreFrames) {
-  XServer server({"-screen", "0", "640x480x24"});
+  XServer server(ScreenOptions("640x480"));
   NEEDS_X_SERVER(server);
   XClient client(server.Display());
   const xcb_window_t window = client.ShowAlphaWindow({50, 40, 250, 140});
@@ -210,7 +204,7 @@ TEST(X11Window, AWindowDestroyedByAnotherClientTakesNoMoreFrames) {
 }
 
 TEST(X11Window, FramesGoOnWhileTheHostMovesItsWindowAndAsksWhereItIs) {
-  XServer server({"-screen", "0", "640x480x24"});
+  XServer server(ScreenOptions("640x480"));
   NEEDS_X_SERVER(server);
   XClient client(server.Display());
   const xcb_window_t window = client.ShowAlphaWindow({0, 0, 200, 100});

@@ -1,19 +1,11 @@
 #include "x11/XClient.h"
 
-#include <cstdlib>
 #include <cstring>
 #include <stdexcept>
 
 #include "x11/XServer.h"
 
 namespace {
-
-template <class T>
-struct FreeAll {
-  void operator()(T* reply) const { std::free(reply); }
-};
-template <class T>
-using Owned = std::unique_ptr<T, FreeAll<T>>;
 
 std::uint16_t Side(LONG low, LONG high) {
   return static_cast<std::uint16_t>(high - low);
