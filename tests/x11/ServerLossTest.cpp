@@ -62,8 +62,6 @@ TEST_P(ServerLoss, AServerKilledMidStrokeLeavesTheHostAliveWithFalseResults) {
   EXPECT_EQ(onOverlay.Engine().EndDrawing(), 1);
 }
 
-// Half a frame is on its way through the connection then: writing the rest raises a signal that
-// ends a host which does not expect it.
 TEST_P(ServerLoss, AServerKilledWhileFramesFlowEndsTheFlowAndNotTheHost) {
   XServer server(ScreenOptions("640x480", GetParam()));
   NEEDS_X_SERVER(server);
