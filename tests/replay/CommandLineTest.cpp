@@ -198,9 +198,10 @@ TEST_F(PicturesTest, TheEngineExportsPagesInTheAskedFormatOrTheDocumentUnderTheT
 }
 
 TEST_F(PicturesTest, AnExportThatTheDiskRefusesEndsWithItsName) {
-  // Files of at most 8 blocks of 1024 bytes: enough for the picture, not for the export.
-  const RunResult run =
-      folder.RunLimited(8, "--size 480x270 --export out --format bmp sub/board.jsonl");
+  // Files of at most 16 blocks of 512 bytes: enough for the picture, not for the export. The tool
+  // has to live to see its writes refused.
+  const RunResult run = folder.Run("--size 480x270 --export out --format bmp sub/board.jsonl",
+                                   "ulimit -f 16 && trap \'\' XFSZ");
   EXPECT_EQ(run.status, 2);
   EXPECT_THAT(run.messages, EndsWith("out/page-1.bmp: the page cannot be written\n"));
   EXPECT_THAT(folder.List("out"), IsEmpty());

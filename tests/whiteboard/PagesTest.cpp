@@ -1,12 +1,9 @@
 #include <gtest/gtest.h>
 
 #include <filesystem>
-#include <fstream>
-#include <iterator>
-#include <span>
 #include <vector>
 
-#include "platform/image/Picture.h"
+#include "support/PictureFile.h"
 #include "whiteboard/DropSource.h"
 #include "whiteboard/Person.h"
 
@@ -19,18 +16,9 @@ POINT OnPage(double x, double y) {
 }
 
 // A picture of one colour, of a blank page's proportions.
-std::string WritePicture(const TemporaryFolder& folder, const std::string& name,
-                         std::uint32_t color) {
-  const std::vector<std::uint32_t> pixels(std::size_t{320} * 200, color);
-  const std::string path = folder.File(name);
-  EXPECT_TRUE(SavePicture({pixels.data(), 320, 200, 1280}, PictureEncoder::kPng, path));
-  return path;
-}
-
-Picture ReadPicture(const std::filesystem::path& path) {
-  std::ifstream file(path, std::ios::binary);
-  const std::vector<char> bytes{std::istreambuf_iterator<char>(file), {}};
-  return DecodePicture(std::as_bytes(std::span(bytes)));
+std::string MakeSky(const TemporaryFolder& folder, const std::string& name) {
+  WritePicture(folder.File(name), 320, 200, kSky);
+  return folder.File(name);
 }
 
 // The one picture that was exported; of size 0 x 0 when there is none.
@@ -72,7 +60,7 @@ TEST(WhiteboardPages, PagesAndDocumentsKeepTheirMarks) {
 TEST(WhiteboardPages, InkLiesOverThePagesPictureAndTheExportIsWhatTheScreenShows) {
   Person ada;
   NEEDS_X_SERVER(ada);
-  ASSERT_TRUE(ada.Start({WritePicture(ada.Folder(), "天空.png", kSky)}));
+  ASSERT_TRUE(ada.Start({MakeSky(ada.Folder(), "天空.png")}));
   // A transparent page is a touch darker than what lies below.
   ASSERT_TRUE(ada.Sees(OnPage(0.5, 0.5), 0x7BA9E7));
   ASSERT_TRUE(ada.PressKeys(OnPage(0.5, 0.5), {"2"}));
@@ -98,7 +86,7 @@ TEST(WhiteboardPages, InkLiesOverThePagesPictureAndTheExportIsWhatTheScreenShows
 TEST(WhiteboardPages, PicturesComeByTheirPathAndCanBeDragged) {
   Person ada;
   NEEDS_X_SERVER(ada);
-  const std::string path = WritePicture(ada.Folder(), "sky.png", kSky);
+  const std::string path = MakeSky(ada.Folder(), "sky.png");
   ASSERT_TRUE(ada.Start({"--peer"}));
   const POINT corner = OnPage(0.1, 0.1);
   ASSERT_TRUE(ada.PressKeys(corner, {"i"}) && ada.Type(path) && ada.PressKeys(corner, {"Return"}));
@@ -115,7 +103,7 @@ TEST(WhiteboardPages, PicturesComeByTheirPathAndCanBeDragged) {
 TEST(WhiteboardPages, FilesDroppedOnTheWindowArePlaced) {
   Person ada;
   NEEDS_X_SERVER(ada);
-  const std::string path = WritePicture(ada.Folder(), "a sky.png", kSky);
+  const std::string path = MakeSky(ada.Folder(), "a sky.png");
   ASSERT_TRUE(ada.Start());
   DropSource files(ada.Server().Display());
   const std::string uri = "file://" + ada.Folder().Path().string() + "/a%20sky.png";

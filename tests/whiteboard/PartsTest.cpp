@@ -10,24 +10,15 @@
 #include <xkbcommon/xkbcommon-keysyms.h>
 
 #include <algorithm>
-#include <array>
 #include <fstream>
 
 #include "support/TemporaryFolder.h"
 
 namespace {
 
-template <std::size_t N>
-std::optional<whiteboard::Options> Parse(const std::array<const char*, N>& words) {
-  std::vector<const char*> command = {"parchlet-whiteboard"};
-  command.insert(command.end(), words.begin(), words.end());
-  return whiteboard::ParseOptions(static_cast<int>(command.size()), command.data());
-}
-
-whiteboard::Key Typed(const std::string& text) {
-  whiteboard::Key key;
-  key.text = text;
-  return key;
+std::optional<whiteboard::Options> Parse(std::vector<const char*> words) {
+  words.insert(words.begin(), "parchlet-whiteboard");
+  return whiteboard::ParseOptions(static_cast<int>(words.size()), words.data());
 }
 
 }  // namespace
@@ -65,15 +56,13 @@ TEST(WhiteboardLayout, ButtonsNeitherOverlapNorLeaveTheSmallestWindow) {
 TEST(WhiteboardPrompt, TakesTextAwayByWholeCharacters) {
   whiteboard::Prompt prompt;
   for (const char* text : {"a", "张", "三", "\x1b"}) {
-    EXPECT_EQ(whiteboard::TypeInto(prompt, Typed(text)), whiteboard::Answer::kGoesOn);
+    EXPECT_EQ(whiteboard::TypeInto(prompt, {0, text, false, false}), whiteboard::Answer::kGoesOn);
   }
   EXPECT_EQ(prompt.answer, "a张三");
-  whiteboard::Key key;
-  key.symbol = XKB_KEY_BackSpace;
-  whiteboard::TypeInto(prompt, key);
+  whiteboard::TypeInto(prompt, {XKB_KEY_BackSpace, "", false, false});
   EXPECT_EQ(prompt.answer, "a张");
-  key.symbol = XKB_KEY_Return;
-  EXPECT_EQ(whiteboard::TypeInto(prompt, key), whiteboard::Answer::kGiven);
+  EXPECT_EQ(whiteboard::TypeInto(prompt, {XKB_KEY_Return, "\r", false, false}),
+            whiteboard::Answer::kGiven);
 }
 
 TEST(WhiteboardContent, UnderstandsPathsAsTheyAreTypedPastedAndDropped) {
@@ -95,13 +84,13 @@ TEST(WhiteboardContent, FilesThatAreNoPicturesAreRefusedByName) {
 }
 
 TEST(WhiteboardOptions, AnOrderThatIsNotWholeIsRefused) {
-  EXPECT_EQ(Parse<2>({"--size", "1100x700"})->height, 700);
-  EXPECT_FALSE(Parse<0>({})->peer.has_value());
-  EXPECT_EQ(Parse<3>({"--peer", "--peer-name", "张三"})->peer, "张三");
-  EXPECT_THROW(Parse<1>({"--what"}), whiteboard::Failure);
-  EXPECT_THROW(Parse<2>({"--monitor", "LEFT"}), whiteboard::Failure);
-  EXPECT_THROW(Parse<2>({"--export-folder", "/no/such/folder"}), whiteboard::Failure);
+  EXPECT_EQ(Parse({"--size", "1100x700"})->height, 700);
+  EXPECT_FALSE(Parse({})->peer.has_value());
+  EXPECT_EQ(Parse({"--peer", "--peer-name", "张三"})->peer, "张三");
+  EXPECT_THROW(Parse({"--what"}), whiteboard::Failure);
+  EXPECT_THROW(Parse({"--monitor", "LEFT"}), whiteboard::Failure);
+  EXPECT_THROW(Parse({"--export-folder", "/no/such/folder"}), whiteboard::Failure);
   for (const char* size : {"10x10", "1280", "1280x", "x860", "1280x860x2", "99999x860"}) {
-    EXPECT_THROW(Parse<2>({"--size", size}), whiteboard::Failure) << size;
+    EXPECT_THROW(Parse({"--size", size}), whiteboard::Failure) << size;
   }
 }
