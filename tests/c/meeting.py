@@ -4,10 +4,14 @@
 Usage: meeting.py LIBRARY
 """
 import ctypes as c
+import os
+import struct
 import sys
+import tempfile
+import zlib
 
 YES, NO = 1, 0
-DRAWING, PATH = 1, 0
+DRAWING, PATH, PICTURE = 1, 0, 3
 WIDTH, HEIGHT = 160, 100
 WHITE, GREEN, BLUE = 0xFFFFFFFF, 0xFF00FF00, 0xFF0000FF
 FRAGMENT = 16  # points a message
@@ -15,6 +19,10 @@ FRAGMENT = 16  # points a message
 
 class Point(c.Structure):
     _fields_ = [("x", c.c_int32), ("y", c.c_int32), ("xRatio", c.c_double), ("yRatio", c.c_double)]
+
+
+class Pixel(c.Structure):
+    _fields_ = [("x", c.c_int32), ("y", c.c_int32)]
 
 
 class Rect(c.Structure):
@@ -54,6 +62,16 @@ SIGNATURES = {  # what an operation takes and gives
     "GetLocalAnnotation": ((*ON_PAGE, TEXT), HANDLE),
     "GetAnnotation": ((*ON_PAGE, TEXT, TEXT), HANDLE),
     "AddAnnotationFromRemote": ((*ON_PAGE, HANDLE), INT),
+    "StartSelecting": ((*ON_PAGE, TEXT, TEXT, INT, INT), INT),
+    "MoveSelecting": ((HANDLE, INT, INT), INT),
+    "EndSelecting": ((HANDLE,), INT),
+    "GetSelectedAnnotations": ((*ON_PAGE, c.POINTER(HANDLE), SIZE), INT),
+    "EraseSelectedAnnotations": ((*ON_PAGE, HANDLE), INT),
+    "EraseAnnotations": ((*ON_PAGE, TEXT, TEXT, c.POINTER(Pixel), SIZE, HANDLE), INT),
+    "EraseAnnotation": ((*ON_PAGE, TEXT, TEXT), INT),
+    "EraseAnnotationFromRemote": ((*ON_PAGE, TEXT, TEXT), INT),
+    "AddPictureFromStream": ((*ON_PAGE, TEXT, SIZE, TEXT, INT), HANDLE),
+    "SavePage": ((*ON_PAGE, TEXT, TEXT), INT),
     "MarkNew": ((), HANDLE),
     "MarkFree": ((HANDLE,), None),
     "MarkInit": ((HANDLE, c.POINTER(Pen), INT, INT, TEXT, TEXT, TEXT), INT),
@@ -67,6 +85,7 @@ SIGNATURES = {  # what an operation takes and gives
     "MarkInsertPoints": ((HANDLE, COLOR, c.POINTER(Point), SIZE), INT),
     "MarkGetSubModels": ((HANDLE, c.POINTER(COLOR), SIZE, c.POINTER(SIZE)), INT),
     "MarkGetPoints": ((HANDLE, COLOR, c.POINTER(Point), SIZE, c.POINTER(SIZE)), INT),
+    "MarkSetPictureFromStream": ((HANDLE, TEXT, SIZE, TEXT), INT),
     "WindowNew": ((c.POINTER(Rect),), HANDLE),
     "WindowFree": ((HANDLE,), None),
     "WindowHandle": ((HANDLE,), HANDLE),
@@ -91,6 +110,15 @@ def texts_of(operation, *arguments, count=1):
     return texts
 
 
+def png(width, height, color):
+    """The bytes of a picture, by a writer that knows nothing of the library."""
+    def chunk(kind, data):
+        return struct.pack(">I", len(data)) + kind + data + struct.pack(">I", zlib.crc32(kind + data))
+    rows = (b"\0" + struct.pack(">I", color)[1:] * width) * height
+    return (b"\x89PNG\r\n\x1a\n" + chunk(b"IHDR", struct.pack(">IIBBBBB", width, height, 8, 2, 0, 0, 0))
+            + chunk(b"IDAT", zlib.compress(rows)) + chunk(b"IEND", b""))
+
+
 def read_points(mark):
     """All points of a mark, sub-model by sub-model."""
     count = SIZE()
@@ -106,7 +134,7 @@ def read_points(mark):
     return every
 
 
-def read_mark(mark, order):
+def read_mark(mark, order, picture=b""):
     """The messages that tell of a mark, as plain values."""
     pen, kind, sub_kind = Pen(), INT(), INT()
     must("MarkGetPen", mark, c.byref(pen))
@@ -114,7 +142,7 @@ def read_mark(mark, order):
     texts = texts_of("MarkGetAnnotationId", mark) + texts_of("MarkGetUser", mark, count=3)
     points = read_points(mark)
     return [{"texts": texts, "pen": (pen.color, pen.width, pen.fill), "order": order,
-             "type": (kind.value, sub_kind.value), "index": index,
+             "type": (kind.value, sub_kind.value), "index": index, "picture": picture,
              "points": points[first:first + FRAGMENT]}
             for index, first in enumerate(range(0, len(points), FRAGMENT))]
 
@@ -154,6 +182,8 @@ class Participant:
         must("MarkSetOrder", mark, message["order"])
         must("MarkSetSubModelIndex", mark, message["index"])
         must("MarkInsertPoints", mark, 0, points, len(points))
+        if message["type"][0] == PICTURE:
+            must("MarkSetPictureFromStream", mark, message["picture"], len(message["picture"]), b"")
         must("AddAnnotationFromRemote", *self.page, mark)
         call["MarkFree"](mark)
 
@@ -168,25 +198,70 @@ class Participant:
         return list(pixels)
 
 
+def both_see(ada, grace, **colors):
+    """Both see the same page, and at "atX_Y" the colour given."""
+    seen = ada.see()
+    assert seen == grace.see(), "the pages differ"
+    for place, color in colors.items():
+        x, y = map(int, place[2:].split("_"))
+        assert seen[y * WIDTH + x] == color, (place, hex(seen[y * WIDTH + x]))
+
+
+def relay(ada, grace, messages):
+    for message in messages:
+        for one in (grace, ada):
+            one.receive(message)
+
+
+def draw_and_place(ada, grace):
+    """Grace places a picture; Ada's line comes in fragments, backwards and twice, above it."""
+    line = read_mark(ada.draw(BLUE, 6, [(x, 20) for x in range(10, 151, 2)]), 2)
+    picture = png(40, 30, GREEN)
+    placed = call["AddPictureFromStream"](*grace.page, picture, len(picture), "图".encode(), 0)
+    assert len(line) > 3
+    relay(ada, grace, line[::-1] + line + read_mark(placed, 1, picture))
+    both_see(ada, grace, at80_20=BLUE, at20_20=BLUE, at20_10=GREEN, at80_10=WHITE)
+    user, key = line[0]["texts"][1::-1]
+    known = call["GetAnnotation"](*grace.page, user, key)
+    assert read_points(known) == sum((message["points"] for message in line), [])
+    return user, key
+
+
+def move(ada, grace):
+    """Ada takes the line between a rubber band, and drags it down."""
+    must("StartSelecting", *ada.page, b"", b"", 1, 90)
+    assert call["MoveSelecting"](ada.engine, WIDTH, 5) == NO
+    call["EndSelecting"](ada.engine)
+    selected = (HANDLE * 3)()
+    count = call["GetSelectedAnnotations"](*ada.page, selected, 3)
+    assert count == 1, count
+    must("StartSelecting", *ada.page, b"", b"", 80, 20)
+    must("MoveSelecting", ada.engine, 80, 60)
+    must("EndSelecting", ada.engine)
+    relay(ada, grace, read_mark(selected[0], 3))
+    assert len(texts_of("EraseSelectedAnnotations", *ada.page)[0]) == 36
+    both_see(ada, grace, at80_60=BLUE, at80_20=WHITE, at20_20=GREEN)
+
+
+def erase(ada, grace, user, key):
+    way = (Pixel * 2)(Pixel(80, 40), Pixel(80, 80))
+    assert texts_of("EraseAnnotations", *grace.page, b"", b"", way, 2) == [key]
+    must("EraseAnnotation", *grace.page, user, key)
+    must("EraseAnnotationFromRemote", *ada.page, user, key)
+    both_see(ada, grace, at80_60=WHITE, at20_20=GREEN)
+
+
 def hold_meeting():
     lines = []
     writer = LogWriter(lambda context, level, text: lines.append((level, text.decode())))
     must("SetLogger", b"SDK", writer, None)
     ada, grace = Participant("Ada Größe"), Participant("张三")
-    across = read_mark(ada.draw(BLUE, 6, [(x, 20) for x in range(10, 151, 2)]), order=2)
-    down = read_mark(grace.draw(GREEN, 6, [(80, 5), (80, 90)]), order=1)
-    assert len(across) > 3
-    # The long one comes in fragments, backwards and twice; the other, drawn last, lies below it.
-    for message in across[::-1] + across + down:
-        for one in (ada, grace):
-            one.receive(message)
-    seen = ada.see()
-    assert seen == grace.see(), "the pages differ"
-    for (x, y), color in {(80, 20): BLUE, (12, 20): BLUE, (80, 60): GREEN, (12, 60): WHITE}.items():
-        assert seen[y * WIDTH + x] == color, (x, y, hex(seen[y * WIDTH + x]))
-    known = call["GetAnnotation"](*grace.page, across[0]["texts"][1], across[0]["texts"][0])
-    assert read_points(known) == sum((message["points"] for message in across), [])
-
+    user, key = draw_and_place(ada, grace)
+    move(ada, grace)
+    with tempfile.TemporaryDirectory() as folder:
+        must("SavePage", *grace.page, os.path.join(folder, "页.png").encode(), b"")
+        assert os.listdir(folder) == ["页.png"]
+    erase(ada, grace, user, key)
     lines.clear()
     assert call["StartDrawing"](ada.engine, "нет".encode(), b"page", 1, 1) == NO
     assert len(lines) == 1 and lines[0][0] == 0 and "нет" in lines[0][1], lines
