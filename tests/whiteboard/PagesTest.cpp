@@ -83,32 +83,24 @@ TEST(WhiteboardPages, InkLiesOverThePagesPictureAndTheExportIsWhatTheScreenShows
   EXPECT_EQ(ada.Quit(), 0);
 }
 
-TEST(WhiteboardPages, PicturesComeByTheirPathAndCanBeDragged) {
+TEST(WhiteboardPages, PicturesComeByTheirPathOrDroppedAndCanBeDragged) {
   Person ada;
   NEEDS_X_SERVER(ada);
-  const std::string path = MakeSky(ada.Folder(), "sky.png");
+  const std::string path = MakeSky(ada.Folder(), "a sky.png");
   ASSERT_TRUE(ada.Start({"--peer"}));
   const POINT corner = OnPage(0.1, 0.1);
-  ASSERT_TRUE(ada.PressKeys(corner, {"i"}) && ada.Type(path) && ada.PressKeys(corner, {"Return"}));
+  DropSource files(ada.Server().Display());
+  EXPECT_FALSE(files.Drop("")) << "nothing is taken that is not there";
+  const std::string uri = "file://" + ada.Folder().Path().string() + "/a%20sky.png";
+  EXPECT_TRUE(files.Drop("# of a file manager\r\n" + uri + "\r\n"));
   EXPECT_TRUE(ada.Sees(corner, kSky & 0xFFFFFF));
   ASSERT_TRUE(ada.Drag({corner, OnPage(0.4, 0.3), OnPage(0.7, 0.6)}));
   EXPECT_TRUE(ada.Sees(corner, kPaper));
   EXPECT_TRUE(ada.Sees(OnPage(0.7, 0.7), kSky & 0xFFFFFF));
   EXPECT_TRUE(ada.Sees(Person::At(Person::PeerPage(), 0.7, 0.7), kSky & 0xFFFFFF));
+  ASSERT_TRUE(ada.PressKeys(corner, {"i"}) && ada.Type(path) && ada.PressKeys(corner, {"Return"}));
+  EXPECT_TRUE(ada.Sees(corner, kSky & 0xFFFFFF));
   ASSERT_TRUE(ada.PressKeys(corner, {"b"}) && ada.Type(path) && ada.PressKeys(corner, {"Return"}));
   EXPECT_TRUE(ada.Sees(OnPage(0.5, 0.02), kSky & 0xFFFFFF)) << "in the page's middle";
-  EXPECT_EQ(ada.Quit(), 0);
-}
-
-TEST(WhiteboardPages, FilesDroppedOnTheWindowArePlaced) {
-  Person ada;
-  NEEDS_X_SERVER(ada);
-  const std::string path = MakeSky(ada.Folder(), "a sky.png");
-  ASSERT_TRUE(ada.Start());
-  DropSource files(ada.Server().Display());
-  const std::string uri = "file://" + ada.Folder().Path().string() + "/a%20sky.png";
-  EXPECT_TRUE(files.Drop("# of a file manager\r\n" + uri + "\r\n"));
-  EXPECT_TRUE(ada.Sees(OnPage(0.1, 0.1), kSky & 0xFFFFFF));
-  EXPECT_FALSE(files.Drop("")) << "nothing is taken that is not there";
   EXPECT_EQ(ada.Quit(), 0);
 }
