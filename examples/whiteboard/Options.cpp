@@ -8,21 +8,20 @@
 
 #include "Failure.h"
 #include "Help.h"
+#include "Layout.h"
 
 namespace whiteboard {
 
 namespace {
 
-constexpr int kMinWidth = 1080;
-constexpr int kMinHeight = 320;
 constexpr int kMaxExtent = 16384;
 
 void ParseSize(std::string_view text, Options& options) {
   const auto size = replay::ReadSize(text);
-  if (!size || size->width < kMinWidth || size->height < kMinHeight || size->width > kMaxExtent ||
-      size->height > kMaxExtent) {
-    throw Failure("--size must be WIDTHxHEIGHT in pixels, at least " + std::to_string(kMinWidth) +
-                  "x" + std::to_string(kMinHeight));
+  if (!size || size->width < kSmallestWidth || size->height < kSmallestHeight ||
+      size->width > kMaxExtent || size->height > kMaxExtent) {
+    throw Failure("--size must be WIDTHxHEIGHT in pixels, at least " +
+                  std::to_string(kSmallestWidth) + "x" + std::to_string(kSmallestHeight));
   }
   options.width = size->width;
   options.height = size->height;

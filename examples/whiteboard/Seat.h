@@ -30,6 +30,7 @@ class Seat {
     std::string nickname;
     RECT area;  // of the window
     bool overlay = false;
+    bool hasNeighbour = false;  // the windows are to lie side by side
     std::string monitor;
     std::string exportFolder;
   };

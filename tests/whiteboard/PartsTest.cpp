@@ -41,10 +41,11 @@ TEST(WhiteboardLayout, ThePageKeepsItsProportionsBetweenTheBars) {
 }
 
 TEST(WhiteboardLayout, ButtonsNeitherOverlapNorLeaveTheSmallestWindow) {
-  const whiteboard::Layout layout = whiteboard::MakeLayout(1080, 320, 1.6);
+  const whiteboard::Layout layout =
+      whiteboard::MakeLayout(whiteboard::kSmallestWidth, whiteboard::kSmallestHeight, 1.6);
   const std::vector<whiteboard::Button> buttons = whiteboard::MakeButtons(layout, true);
   for (auto one = buttons.begin(); one != buttons.end(); ++one) {
-    EXPECT_LE(one->area.right, 1080) << one->hint;
+    EXPECT_LE(one->area.right, whiteboard::kSmallestWidth) << one->hint;
     for (auto other = buttons.begin(); other != one; ++other) {
       EXPECT_TRUE(one->area.left >= other->area.right || one->area.right <= other->area.left ||
                   one->area.top >= other->area.bottom || one->area.bottom <= other->area.top)
