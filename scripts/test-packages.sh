@@ -33,9 +33,8 @@ echo "== hosts against the unpacked packages: ${names[*]}"
 quiet cmake -S tests/install/host -B "$work/host" -G Ninja -D WITH_X11=ON \
   -D CMAKE_PREFIX_PATH="$work/unpacked/usr"
 quiet cmake --build "$work/host"
-"$work/host/host"
+"$work/host/host" "$work"
 "$work/host/c-host"
-"$work/host/pictures" "$work/files"
 if ! $clean_root; then
   echo "All is well."
   exit 0
@@ -50,16 +49,16 @@ scripts/install-deps.sh package
 quiet debootstrap --variant=minbase bookworm "$root"
 mkdir "$root/packages"
 cp "${packages[@]}" "$root/packages"
-cp "$work"/host/{host,c-host,pictures,desktop-host} "$root/packages"
+cp "$work"/host/{host,c-host,desktop-host} "$root/packages"
 # With the fonts that the runtime recommends, for authors' names, and nothing else.
 quiet in_root apt-get update
 quiet in_root bash -c \
   'apt-get install -y --no-install-recommends fonts-wqy-microhei /packages/*.deb'
-in_root /packages/host
+in_root /packages/host /packages
 in_root /packages/c-host
-in_root /packages/pictures /packages/files
 in_root /packages/desktop-host
 in_root parchlet-replay --version
+in_root parchlet-whiteboard --version
 in_root parchlet-replay --size 640x400 --out /packages/board.png /usr/share/parchlet/boards/welcome.jsonl
 
 echo "== removing"

@@ -79,11 +79,7 @@ std::vector<double> MeasurePushes(X11Window& window, const Size& size) {
 }
 
 bool ReportPushes(bool sharesMemory) {
-  std::vector<std::string> options = {"-screen", "0", "3840x2160x24"};
-  if (!sharesMemory) {
-    options.insert(options.end(), {"-extension", "MIT-SHM"});
-  }
-  XServer server(options);
+  XServer server(ScreenOptions("3840x2160", sharesMemory));
   if (!server.Missing().empty()) {
     std::fprintf(stderr, "%s\n", server.Missing().c_str());
     return false;
@@ -132,7 +128,7 @@ void Fill(Parchlet& engine, const Workload& marks) {
 bool ReportIdleOverlay() {
   constexpr auto kSettling = std::chrono::seconds(2);
   constexpr auto kIdle = std::chrono::seconds(10);
-  XServer server({"-screen", "0", "1920x1080x24"});
+  XServer server(ScreenOptions("1920x1080"));
   if (!server.Missing().empty() || !server.StartCompositor()) {
     std::fprintf(stderr, "no X server with a compositor\n");
     return false;

@@ -41,4 +41,20 @@ std::vector<Fragment> Split(const Annotation& mark, int order) {
   return fragments;
 }
 
+bool IsKnown(Parchlet& engine, const std::string& docId, const std::string& pageId,
+             const Annotation& mark) {
+  return engine.GetLocalAnnotation(docId, pageId, mark.annotationId) != nullptr ||
+         engine.GetAnnotation(docId, pageId, mark.userId, mark.annotationId) != nullptr;
+}
+
+bool HandOver(Parchlet& engine, const std::string& docId, const std::string& pageId,
+              std::unique_ptr<Annotation> mark) {
+  const bool isNew = !IsKnown(engine, docId, pageId, *mark);
+  const bool isTaken = engine.AddAnnotationFromRemote(docId, pageId, mark.get()) == 1;
+  if (isTaken && isNew) {
+    static_cast<void>(mark.release());  // the page's from now on
+  }
+  return isTaken;
+}
+
 }  // namespace replay

@@ -3,9 +3,10 @@
 
 #include <cstddef>
 #include <memory>
+#include <string>
 #include <vector>
 
-#include <parchlet/Annotation.h>
+#include <parchlet/Parchlet.h>
 
 #include "PictureFile.h"
 
@@ -26,5 +27,14 @@ struct Message {
 // `order`, the sub-model index k, and its share of the points in its own sub-model 0. Only a path
 // becomes more than one. A mark that came in fragments itself, all of them, gives the same again.
 std::vector<Fragment> Split(const Annotation& mark, int order);
+
+// Whether the page has the mark, or a part of it, already, be it pending or confirmed.
+bool IsKnown(Parchlet& engine, const std::string& docId, const std::string& pageId,
+             const Annotation& mark);
+
+// Hands a mark that arrived to the page, which owns it from then on when it is new there. False
+// when the engine refuses it.
+bool HandOver(Parchlet& engine, const std::string& docId, const std::string& pageId,
+              std::unique_ptr<Annotation> mark);
 
 }  // namespace replay

@@ -38,14 +38,10 @@ int ParseExtent(std::string_view text) {
 PageSize ParseSize(std::string_view text) {
   constexpr int kMaxExtent = 32767;
   constexpr std::int64_t kMaxPixels = 64'000'000;
-  const std::size_t cross = text.find('x');
-  if (cross != std::string_view::npos) {
-    const int width = ParseExtent(text.substr(0, cross));
-    const int height = ParseExtent(text.substr(cross + 1));
-    if (width > 0 && height > 0 && width <= kMaxExtent && height <= kMaxExtent &&
-        std::int64_t{width} * height <= kMaxPixels) {
-      return {width, height};
-    }
+  const std::optional<PageSize> size = ReadSize(text);
+  if (size && size->width <= kMaxExtent && size->height <= kMaxExtent &&
+      std::int64_t{size->width} * size->height <= kMaxPixels) {
+    return *size;
   }
   throw Failure("--size must be WIDTHxHEIGHT in pixels, such as 1920x1080, with at most " +
                 std::to_string(kMaxExtent) + " a side and 64 million in all");
@@ -75,6 +71,15 @@ void CheckExport(const Options& options, bool hasFolder, bool hasFormat) {
 }
 
 }  // namespace
+
+std::optional<PageSize> ReadSize(std::string_view text) {
+  const std::size_t cross = text.find('x');
+  if (cross == std::string_view::npos) {
+    return std::nullopt;
+  }
+  const PageSize size = {ParseExtent(text.substr(0, cross)), ParseExtent(text.substr(cross + 1))};
+  return size.width > 0 && size.height > 0 ? std::optional(size) : std::nullopt;
+}
 
 std::optional<Options> ParseOptions(int argc, const char* const* argv) {
   Options options;

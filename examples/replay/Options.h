@@ -4,6 +4,7 @@
 #include <cstdint>
 #include <optional>
 #include <string>
+#include <string_view>
 #include <vector>
 
 namespace replay {
@@ -12,6 +13,9 @@ struct PageSize {
   int width;
   int height;
 };
+
+// Reads WIDTHxHEIGHT, each 1 or more. Nothing for anything else.
+std::optional<PageSize> ReadSize(std::string_view text);
 
 struct Options {
   std::vector<std::string> boards;         // board files, one page each; at least one

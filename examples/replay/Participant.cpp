@@ -110,16 +110,10 @@ void Participant::SetBackgroundFromRemote(const std::string& bytes) {
 
 void Participant::Receive(const Message& message) {
   auto mark = std::make_unique<Annotation>(*message.fragment);
-  const bool known =
-      engine.GetLocalAnnotation(kDocument, page, mark->annotationId) != nullptr ||
-      engine.GetAnnotation(kDocument, page, mark->userId, mark->annotationId) != nullptr;
-  if (!known && message.picture != nullptr) {
+  if (message.picture != nullptr && !IsKnown(engine, kDocument, page, *mark)) {
     mark->SetPicture(MakeByteStream(message.picture), mark->pictureProperty);
   }
-  Require(engine.AddAnnotationFromRemote(kDocument, page, mark.get()), "AddAnnotationFromRemote");
-  if (!known) {
-    static_cast<void>(mark.release());  // the page's from now on
-  }
+  Require(HandOver(engine, kDocument, page, std::move(mark)) ? 1 : 0, "AddAnnotationFromRemote");
 }
 
 std::vector<std::string> Participant::FindErased(const std::vector<POINT>& path) {

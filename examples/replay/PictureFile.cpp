@@ -28,7 +28,7 @@ std::string ReadBytes(std::istream& file) {
 
 }  // namespace
 
-PictureBytes ReadPictureFile(const std::string& path) {
+std::string ReadFileBytes(const std::string& path) {
   errno = 0;
   std::ifstream file(path, std::ios::binary);
   if (!file) {
@@ -41,6 +41,11 @@ PictureBytes ReadPictureFile(const std::string& path) {
   if (bytes.size() > kMaxPictureBytes) {
     throw Failure(path + ": is larger than " + std::to_string(kMaxPictureBytes) + " bytes");
   }
+  return bytes;
+}
+
+PictureBytes ReadPictureFile(const std::string& path) {
+  std::string bytes = ReadFileBytes(path);
   if (DecodePicture(std::as_bytes(std::span(bytes))).width == 0) {
     throw Failure(path + ": is no PNG, JPEG, BMP or GIF picture that can be shown");
   }

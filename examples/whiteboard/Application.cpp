@@ -1,5 +1,8 @@
 #include "Application.h"
 
+#include <poll.h>
+
+#include <algorithm>
 #include <utility>
 
 #include "Failure.h"
@@ -37,30 +40,48 @@ void Application::AddSeat(const Options& options, const std::string& userId,
   Seat::Order order;
   order.userId = userId;
   order.nickname = nickname;
-  const int left = static_cast<int>(seats.size()) * options.width;
-  order.area = {left, 0, left + options.width, options.height};
+  order.area = overlay ? ToolsArea(options) : WindowArea(options);
   order.overlay = overlay;
+  order.hasNeighbour = options.peer.has_value();
   order.monitor = options.monitor;
   order.exportFolder = options.exportFolder;
-  if (overlay) {
-    order.area = ToolsArea(options);
-  }
   seats.push_back(std::make_unique<Seat>(session, keyboard, meeting, order));
+}
+
+RECT Application::MonitorArea(const std::string& name) const {
+  for (const DisplayMonitor& monitor : display.GetMonitors()) {
+    if (name.empty() || monitor.name == name) {
+      return monitor.area;
+    }
+  }
+  return {0, 0, session.Screen().width_in_pixels, session.Screen().height_in_pixels};
 }
 
 RECT Application::ToolsArea(const Options& options) const {
   constexpr int kToolsWidth = 1120;
   constexpr int kFromTop = 24;
-  RECT screen = {0, 0, session.Screen().width_in_pixels, session.Screen().height_in_pixels};
-  for (const DisplayMonitor& monitor : display.GetMonitors()) {
-    if (options.monitor.empty() || monitor.name == options.monitor) {
-      screen = monitor.area;
-      break;
-    }
-  }
+  const RECT screen = MonitorArea(options.monitor);
   const int left = screen.left + (screen.right - screen.left - kToolsWidth) / 2;
   const int top = screen.top + kFromTop;
   return {left, top, left + kToolsWidth, top + kToolbarHeight + kStatusHeight};
+}
+
+// Of the next seat: beside the one before, or below it on a screen that is too narrow for both.
+RECT Application::WindowArea(const Options& options) const {
+  constexpr int kFrame = 40;  // what a window manager may put around a window
+  const RECT screen = MonitorArea("");
+  const bool isSecond = !seats.empty();
+  int left = screen.left;
+  int top = screen.top;
+  int height = options.height;
+  if (2 * options.width <= screen.right - screen.left) {
+    left += isSecond ? options.width : 0;
+  } else if (options.peer && !options.overlay) {
+    const int half = (screen.bottom - screen.top) / 2;
+    height = std::min(height, std::max(half - kFrame, kSmallestHeight));
+    top += isSecond ? half : 0;
+  }
+  return {left, top, left + options.width, top + height};
 }
 
 void Application::Run() {
@@ -69,10 +90,7 @@ void Application::Run() {
       seat->Settle();
     }
     xcb_flush(session.Get());
-    Reply<xcb_generic_event_t> event(xcb_wait_for_event(session.Get()));
-    if (event == nullptr) {
-      throw Failure("the connection to the X server is lost");
-    }
+    Reply<xcb_generic_event_t> event = NextEvent();
     // Everything that has come, every single move, before the windows are brought up to date.
     for (; event != nullptr; event.reset(xcb_poll_for_event(session.Get()))) {
       if (!Handle(*event)) {
@@ -80,6 +98,25 @@ void Application::Run() {
       }
     }
   }
+}
+
+Reply<xcb_generic_event_t> Application::NextEvent() {
+  xcb_connection_t* connection = session.Get();
+  Reply<xcb_generic_event_t> event;
+  if (std::any_of(seats.begin(), seats.end(),
+                  [](const auto& seat) { return seat->IsUnsettled(); })) {
+    event.reset(xcb_poll_for_event(connection));
+    pollfd server = {xcb_get_file_descriptor(connection), POLLIN, 0};
+    if (event == nullptr && poll(&server, 1, kBetweenShows.count()) == 1) {
+      event.reset(xcb_poll_for_event(connection));
+    }
+  } else {
+    event.reset(xcb_wait_for_event(connection));
+  }
+  if (event == nullptr && xcb_connection_has_error(connection) != 0) {
+    throw Failure("the connection to the X server is lost");
+  }
+  return event;
 }
 
 bool Application::Handle(const xcb_generic_event_t& event) {

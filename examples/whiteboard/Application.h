@@ -30,7 +30,11 @@ class Application {
  private:
   void AddSeat(const Options& options, const std::string& userId, const std::string& nickname,
                bool overlay);
+  RECT MonitorArea(const std::string& name) const;
   RECT ToolsArea(const Options& options) const;
+  RECT WindowArea(const Options& options) const;
+  // Waits for an event; gives none when the seats want to settle before one comes.
+  Reply<xcb_generic_event_t> NextEvent();
   // False when it is time to go.
   bool Handle(const xcb_generic_event_t& event);
 

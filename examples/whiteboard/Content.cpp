@@ -1,13 +1,10 @@
 #include "Content.h"
 
 #include <cairo.h>
+#include <replay/PictureFile.h>
 #include <algorithm>
-#include <cerrno>
 #include <cstdlib>
-#include <fstream>
-#include <iterator>
 #include <span>
-#include <system_error>
 
 #include "Failure.h"
 #include "platform/image/Picture.h"
@@ -49,17 +46,7 @@ std::string WithoutPercents(const std::string& text) {
 }  // namespace
 
 std::shared_ptr<const Picture> LoadContent(const std::string& path) {
-  errno = 0;
-  std::ifstream file(path, std::ios::binary);
-  if (!file) {
-    throw Failure(path + ": " + std::generic_category().message(errno));
-  }
-  std::vector<char> bytes;
-  try {
-    bytes.assign(std::istreambuf_iterator<char>(file), {});
-  } catch (const std::ios_base::failure&) {
-    throw Failure(path + ": cannot be read");
-  }
+  const std::string bytes = replay::ReadFileBytes(path);
   auto picture = std::make_shared<Picture>(DecodePicture(std::as_bytes(std::span(bytes))));
   if (picture->width < 1) {
     throw Failure(path + ": no picture (PNG, JPEG, BMP or GIF)");

@@ -1,14 +1,10 @@
 // Failure.h - why the whiteboard ends early or cannot do what it was asked.
 #pragma once
 
-#include <stdexcept>
+#include <replay/Failure.h>
 
 namespace whiteboard {
 
-// One message for the person at the keyboard.
-class Failure : public std::runtime_error {
- public:
-  using std::runtime_error::runtime_error;
-};
+using replay::Failure;
 
 }  // namespace whiteboard

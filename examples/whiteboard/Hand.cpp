@@ -32,16 +32,17 @@ void Hand::Move(POINT point) {
     participant.MoveSelecting(point);
   } else {
     participant.Move(point);
+    isAhead = true;
   }
   last = point;
 }
 
 void Hand::Show() {
-  constexpr auto kBetween = std::chrono::milliseconds(40);  // a frame of the engine
   const auto now = std::chrono::steady_clock::now();
-  if (!isDown || tool == Tool::kErase || tool == Tool::kSelect || now - lastShown < kBetween) {
+  if (!isAhead || now - lastShown < kBetweenShows) {
     return;
   }
+  isAhead = false;
   if (const Annotation* mark = participant.Drawing()) {
     meeting.Preview(*mark);
     lastShown = now;
@@ -53,6 +54,7 @@ void Hand::Release() {
     return;
   }
   isDown = false;
+  isAhead = false;
   if (tool == Tool::kSelect) {
     for (const Annotation* mark : participant.EndSelecting()) {
       meeting.Relay(*mark);

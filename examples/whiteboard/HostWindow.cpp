@@ -64,8 +64,9 @@ void HostWindow::SetHints(const Looks& looks) {
     SetAtom(connection, window, session.Atom("_NET_WM_STATE"), session.Atom("_NET_WM_STATE_ABOVE"));
   }
   // The layout of WM_SIZE_HINTS: flags, four words of old, the smallest and the largest size, ...
+  constexpr std::uint32_t kPlace = 1U << 2;
   constexpr std::uint32_t kMinSize = 1U << 4;
-  std::uint32_t hints[18] = {kMinSize};
+  std::uint32_t hints[18] = {kMinSize | (looks.insistsOnPlace ? kPlace : 0)};
   hints[5] = static_cast<std::uint32_t>(looks.smallest.cx);
   hints[6] = static_cast<std::uint32_t>(looks.smallest.cy);
   xcb_change_property(connection, XCB_PROP_MODE_REPLACE, window, XCB_ATOM_WM_NORMAL_HINTS,

@@ -17,9 +17,10 @@ class HostWindow {
  public:
   struct Looks {
     std::string title;
-    RECT area;  // the window manager may place it elsewhere
+    RECT area;  // the window manager may place it elsewhere, and mostly does unless asked not to
     SIZE smallest;
     bool isPanel = false;  // a window of tools that stays above others
+    bool insistsOnPlace = false;
   };
   HostWindow(XSession& session, const Looks& looks);
   ~HostWindow();

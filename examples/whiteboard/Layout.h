@@ -7,6 +7,9 @@ namespace whiteboard {
 
 inline constexpr int kToolbarHeight = 56;
 inline constexpr int kStatusHeight = 36;
+// Of a window: its bars hold all their buttons, and the page is large enough to draw on.
+inline constexpr int kSmallestWidth = 1080;
+inline constexpr int kSmallestHeight = 320;
 
 // Pixels of the window's inside.
 struct Layout {

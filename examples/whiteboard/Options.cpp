@@ -1,6 +1,6 @@
 #include "Options.h"
 
-#include <charconv>
+#include <replay/Options.h>
 #include <CLI/CLI.hpp>
 #include <filesystem>
 #include <iostream>
@@ -8,30 +8,23 @@
 
 #include "Failure.h"
 #include "Help.h"
+#include "Layout.h"
 
 namespace whiteboard {
 
 namespace {
 
-constexpr int kMinWidth = 1080;
-constexpr int kMinHeight = 320;
 constexpr int kMaxExtent = 16384;
 
 void ParseSize(std::string_view text, Options& options) {
-  const auto read = [](std::string_view part) {
-    int value = 0;
-    const char* end = part.data() + part.size();
-    const auto [last, error] = std::from_chars(part.data(), end, value);
-    return error == std::errc() && last == end ? value : 0;
-  };
-  const std::size_t cross = text.find('x');
-  options.width = read(text.substr(0, cross));
-  options.height = cross == std::string_view::npos ? 0 : read(text.substr(cross + 1));
-  if (options.width < kMinWidth || options.height < kMinHeight || options.width > kMaxExtent ||
-      options.height > kMaxExtent) {
-    throw Failure("--size must be WIDTHxHEIGHT in pixels, at least " + std::to_string(kMinWidth) +
-                  "x" + std::to_string(kMinHeight));
+  const auto size = replay::ReadSize(text);
+  if (!size || size->width < kSmallestWidth || size->height < kSmallestHeight ||
+      size->width > kMaxExtent || size->height > kMaxExtent) {
+    throw Failure("--size must be WIDTHxHEIGHT in pixels, at least " +
+                  std::to_string(kSmallestWidth) + "x" + std::to_string(kSmallestHeight));
   }
+  options.width = size->width;
+  options.height = size->height;
 }
 
 }  // namespace

@@ -211,14 +211,7 @@ const Annotation& Participant::PlacePicture(const std::string& path) {
 }
 
 void Participant::Receive(const Annotation& fragment) {
-  auto mark = std::make_unique<Annotation>(fragment);
-  const bool isKnown =
-      engine.GetLocalAnnotation(documentId, pageId, mark->annotationId) != nullptr ||
-      engine.GetAnnotation(documentId, pageId, mark->userId, mark->annotationId) != nullptr;
-  const bool isTaken = engine.AddAnnotationFromRemote(documentId, pageId, mark.get()) == 1;
-  if (isTaken && !isKnown) {
-    static_cast<void>(mark.release());  // the page's from now on
-  }
+  replay::HandOver(engine, documentId, pageId, std::make_unique<Annotation>(fragment));
 }
 
 void Participant::Erase(const std::string& author, const std::string& annotationId) {

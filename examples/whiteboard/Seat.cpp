@@ -15,8 +15,10 @@ HostWindow::Looks LooksOf(const Seat::Order& order) {
   HostWindow::Looks looks;
   looks.title = order.nickname + " — whiteboard";
   looks.area = order.area;
-  looks.smallest = {1080, order.overlay ? kToolbarHeight + kStatusHeight : 320};
+  looks.smallest = {kSmallestWidth,
+                    order.overlay ? kToolbarHeight + kStatusHeight : kSmallestHeight};
   looks.isPanel = order.overlay;
+  looks.insistsOnPlace = order.hasNeighbour;
   return looks;
 }
 

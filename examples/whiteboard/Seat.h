@@ -30,6 +30,7 @@ class Seat {
     std::string nickname;
     RECT area;  // of the window
     bool overlay = false;
+    bool hasNeighbour = false;  // the windows are to lie side by side
     std::string monitor;
     std::string exportFolder;
   };
@@ -43,6 +44,8 @@ class Seat {
   Wish Handle(const xcb_generic_event_t& event);
   // Brings the windows up to date after some events.
   void Settle();
+  // Whether that is to be done again soon, even without an event.
+  bool IsUnsettled() const { return hand.IsAhead(); }
 
  private:
   Wish HandleKey(const xcb_key_press_event_t& event);

@@ -42,6 +42,9 @@ FramePusher::~FramePusher() {
 
 bool FramePusher::Push(const LayeredFrame& frame, const std::vector<RECT>& areas,
                        std::string& error) {
+  if (areas.empty()) {
+    return true;
+  }
   underWay.clear();
   if (PrepareSharedImage(PixelsOfAll(areas))) {
     PushShared(frame, areas);

@@ -1,7 +1,6 @@
 #include "x11/SharedImage.h"
 
 #include <sys/mman.h>
-#include <sys/socket.h>
 
 #include <fcntl.h>
 #include <unistd.h>
@@ -21,18 +20,10 @@ int CreateMemoryFile(std::size_t bytes) {
   return file;
 }
 
-bool IsLocal(const Connection& connection) {
-  sockaddr_storage address{};
-  socklen_t size = sizeof(address);
-  return getsockname(xcb_get_file_descriptor(connection.Get()),
-                     reinterpret_cast<sockaddr*>(&address), &size) == 0 &&
-         address.ss_family == AF_UNIX;
-}
-
 }  // namespace
 
 bool SharedImage::CanShare(const Connection& connection) {
-  if (!connection.Has(xcb_shm_id) || !IsLocal(connection)) {
+  if (!connection.Has(xcb_shm_id)) {
     return false;
   }
   const Reply<xcb_shm_query_version_reply_t> version(xcb_shm_query_version_reply(

@@ -13,11 +13,11 @@
 // any system table, so nothing is left of it whichever side dies first.
 class SharedImage {
  public:
-  // Whether memory can be shared over this connection: the server has the extension, and the
-  // connection is a local one that passes file descriptors on.
+  // Whether the server has the extension. Create tells whether its memory is this machine's as well.
   static bool CanShare(const Connection& connection);
 
-  // Null when there is no memory, or the server cannot have it.
+  // Null when there is no memory, or the server cannot have it: the connection of a remote one does
+  // not pass file descriptors on.
   static std::unique_ptr<SharedImage> Create(const Connection& connection, std::size_t pixelCount);
   ~SharedImage();
   SharedImage(const SharedImage&) = delete;

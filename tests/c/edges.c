@@ -149,35 +149,11 @@ static void AHandedOverMarkStaysTheHosts(void) {
   ParchletWindowFree(window);
 }
 
-typedef struct Log {
-  int failures;
-  char last[256];
-} Log;
-
-static void Keep(void* context, int32_t level, const char* line) {
-  Log* log = context;
-  log->failures += level == 0;
-  strncpy(log->last, line, sizeof log->last - 1);
-}
-
-static void FailuresReachTheLogger(void) {
-  Log log = {0, ""};
-  ParchletEngine* engine = ParchletEngineNew();
-  EXPECT(ParchletSetLogger("SDK", Keep, &log) == PARCHLET_YES);
-  EXPECT(ParchletDelPage(engine, "nowhere", "page") == PARCHLET_NO);
-  EXPECT(log.failures == 1 && strstr(log.last, "nowhere") != NULL);
-  EXPECT(ParchletSetLogger("SDK", NULL, NULL) == PARCHLET_YES);
-  EXPECT(ParchletDelPage(engine, "nowhere", "page") == PARCHLET_NO);
-  EXPECT(log.failures == 1);
-  ParchletEngineFree(engine);
-}
-
 int main(void) {
   NullIsToldFromNo();
   PagesAnswerInBuffersAndLists();
   AMarkGivesBackWhatItWasGiven();
   AHandedOverMarkStaysTheHosts();
-  FailuresReachTheLogger();
   puts("the edges are where the header says");
   return 0;
 }

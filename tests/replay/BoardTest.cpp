@@ -19,67 +19,48 @@ Board Read(const std::string& text) {
   return ReadBoard(stream, "a.jsonl");
 }
 
-// The message of the failure that reading the text ends in; empty when it succeeds.
-std::string MessageOf(const std::string& text) {
+// The message of the failure that the reading ends in; empty when it succeeds.
+template <class Reading>
+std::string MessageOf(const Reading& reading) {
   try {
-    Read(text);
+    reading();
   } catch (const Failure& failure) {
     return failure.what();
   }
   return {};
 }
 
-std::string MarkWith(const std::string& points) {
-  return R"({"kind":"path","color":"#FF000000","width":2,"points":)" + points + "}";
+std::string MessageOf(const std::string& text) {
+  return MessageOf([&] { Read(text); });
 }
 
-const Mark& MarkAt(const Board& board, std::size_t step) {
-  return std::get<Mark>(board.steps.at(step).action);
+std::string MarkWith(const std::string& points) {
+  return R"({"kind":"path","color":"#FF000000","width":2,"points":)" + points + "}";
 }
 
 constexpr const char* kGoodLine =
     R"({"kind":"line","color":"#80fFa501","width":30,"points":[[0,0],[1919.5,-7]]})";
 
-TEST(BoardTest, EveryMarkOfAFileIsRead) {
+TEST(BoardTest, EveryStepOfAFileIsReadWithItsLine) {
   const Board board =
       Read(std::string(kGoodLine) + "\r\n \t\n" +
            R"({"points":[[1920,1080]],"width":1.0,"color":"#00000001","kind":"path"})" + "\n" +
-           R"({"kind":"rectangle","color":"#FF000000","width":2,"points":[[1,2],[3,4]]})" + "\n" +
-           R"({"kind":"ellipse","color":"#FF000000","width":2,"points":[[1,2],[1,2]]})");
-  ASSERT_EQ(board.steps.size(), 4U);
-  const Mark& line = MarkAt(board, 0);
+           R"({"erase":[[1,2]]})" + "\n\n" + R"({"select":[[0,1080],[-5.5,3000]]})" + "\n" +
+           R"({"move":[[1,2],[3,4],[5,6]]})" + "\n" + R"({"clear":"mine"})");
+  ASSERT_EQ(board.steps.size(), 6U);
+  const Mark& line = std::get<Mark>(board.steps[0].action);
   EXPECT_EQ(line.kind, MarkKind::kLine);
   EXPECT_EQ(line.color, 0x80FFA501U);
   EXPECT_EQ(line.width, 30);
-  ASSERT_EQ(line.points.size(), 2U);
-  EXPECT_EQ(line.points[1].x, 1919.5);
-  EXPECT_EQ(line.points[1].y, -7.0);
-  EXPECT_EQ(MarkAt(board, 1).kind, MarkKind::kPath);
-  EXPECT_EQ(MarkAt(board, 1).color, 1U);
-  EXPECT_EQ(MarkAt(board, 1).width, 1);
-  EXPECT_EQ(MarkAt(board, 2).kind, MarkKind::kRectangle);
-  EXPECT_EQ(MarkAt(board, 3).kind, MarkKind::kEllipse);
-  EXPECT_EQ(board.PointCount(), 7U);
-}
-
-TEST(BoardTest, GesturesAreReadWithTheirPointsAndLines) {
-  const Board board = Read(R"({"erase":[[1,2]]})"
-                           "\n\n"
-                           R"({"select":[[0,1080],[-5.5,3000]]})"
-                           "\n"
-                           R"({"move":[[1,2],[3,4],[5,6]]})"
-                           "\n"
-                           R"({"clear":"mine"})"
-                           "\n"
-                           R"({"clear":"all"})");
-  ASSERT_EQ(board.steps.size(), 5U);
-  EXPECT_EQ(std::get<Erasure>(board.steps[0].action).points.size(), 1U);
-  EXPECT_EQ(std::get<Selection>(board.steps[1].action).points.back().x, -5.5);
-  EXPECT_EQ(board.steps[1].line, 3U);
-  EXPECT_EQ(std::get<Drag>(board.steps[2].action).points.back().y, 6.0);
-  EXPECT_EQ(std::get<Clearing>(board.steps[3].action), Clearing::kMine);
-  EXPECT_EQ(std::get<Clearing>(board.steps[4].action), Clearing::kAll);
-  EXPECT_EQ(board.PointCount(), 6U);
+  EXPECT_EQ(line.points.at(1).x, 1919.5);
+  EXPECT_EQ(std::get<Mark>(board.steps[1].action).color, 1U);
+  EXPECT_EQ(std::get<Erasure>(board.steps[2].action).points.size(), 1U);
+  EXPECT_EQ(std::get<Selection>(board.steps[3].action).points.back().x, -5.5);
+  EXPECT_EQ(board.steps[3].line, 6U);
+  EXPECT_EQ(std::get<Drag>(board.steps[4].action).points.back().y, 6.0);
+  EXPECT_EQ(std::get<Clearing>(board.steps[5].action), Clearing::kMine);
+  EXPECT_EQ(board.PointCount(), 9U);
+  EXPECT_TRUE(Read("").steps.empty());
 }
 
 TEST(BoardTest, AuthorsAreNamedOnceInTheOrderTheyComeAndThereAreNotTooMany) {
@@ -95,16 +76,6 @@ TEST(BoardTest, AuthorsAreNamedOnceInTheOrderTheyComeAndThereAreNotTooMany) {
   EXPECT_THROW(authors(kMaxAuthors + 1), Failure);
 }
 
-TEST(BoardTest, AnEmptyFileIsAnEmptyBoard) {
-  EXPECT_TRUE(Read("").steps.empty());
-}
-
-TEST(BoardTest, AMessageNamesTheFileAndTheLine) {
-  EXPECT_THAT(MessageOf(std::string(kGoodLine) + "\n\n" + kGoodLine + "\noops\n" + kGoodLine),
-              StartsWith("a.jsonl:4: not valid JSON"));
-  EXPECT_THAT(MessageOf("{"), StartsWith("a.jsonl:1: "));
-}
-
 struct BadLine {
   std::string line;
   const char* reason;
@@ -113,82 +84,48 @@ struct BadLine {
 TEST(BoardTest, AnythingThatIsNotAStepIsRefusedWithItsReason) {
   const std::string deep(100'000, '[');
   const BadLine badLines[] = {
-      {"{\"kind\":\"path\"} x", "not valid JSON"},
       {"{\"kind\":\"\xFF\"}", "not valid JSON"},
       {std::string("{\"kind\"\0:1}", 11), "not valid JSON"},
       {deep, "not valid JSON"},
       {deep + std::string(deep.size(), ']'), "a line is one JSON object"},
-      {"[]", "a line is one JSON object"},
-      {"null", "a line is one JSON object"},
-      {"{}", "\"kind\" is missing"},
-      {R"({"kind":"path","color":"#FF000000","width":2})", "\"points\" is missing"},
-      {R"({"kind":"path","color":"#FF000000","width":2,"points":[[1,1]],"fill":1})", "no others"},
-      {R"({"kind":"Path","color":"#FF000000","width":2,"points":[[1,1]]})", "\"kind\" must be"},
+      {R"({"undo":1})", "\"kind\" is missing"},
+      {MarkWith("[[1,1]],\"fill\":1"), "no others"},
       {R"({"kind":10,"color":"#FF000000","width":2,"points":[[1,1]]})", "\"kind\" must be"},
-      {R"({"kind":"path","color":"#FF00000","width":2,"points":[[1,1]]})", "\"color\" must be"},
-      {R"({"kind":"path","color":"FF0000000","width":2,"points":[[1,1]]})", "\"color\" must be"},
-      {R"({"kind":"path","color":"#FF00000G","width":2,"points":[[1,1]]})", "\"color\" must be"},
       {R"({"kind":"path","color":"#-F000000","width":2,"points":[[1,1]]})", "\"color\" must be"},
+      {R"({"kind":"path","color":"#FF00000","width":2,"points":[[1,1]]})", "\"color\" must be"},
       {R"({"kind":"path","color":4278190080,"width":2,"points":[[1,1]]})", "\"color\" must be"},
-      {R"({"kind":"path","color":"#FF000000","width":0,"points":[[1,1]]})", "\"width\" must be"},
       {R"({"kind":"path","color":"#FF000000","width":31,"points":[[1,1]]})", "\"width\" must be"},
       {R"({"kind":"path","color":"#FF000000","width":1.5,"points":[[1,1]]})", "\"width\" must be"},
-      {R"({"kind":"path","color":"#FF000000","width":-2e300,"points":[[1,1]]})",
-       "\"width\" must be"},
-      {R"({"kind":"path","color":"#FF000000","width":"2","points":[[1,1]]})", "\"width\" must be"},
+      {R"({"kind":"path","color":"#FF000000","width":-2e300,"points":[[1,1]]})", "\"width\" must"},
       {MarkWith("{}"), "\"points\" must be a list"},
       {MarkWith("[]"), "at least one point"},
       {MarkWith("[[1,1],[2]]"), "point 2 must be"},
-      {MarkWith("[[1,1],[2,3,4]]"), "point 2 must be"},
       {MarkWith("[[1,1],[2,null]]"), "point 2 must be"},
-      {MarkWith("[[1,1],7]"), "point 2 must be"},
-      {MarkWith("[[1,NaN]]"), "not valid JSON"},
       {MarkWith("[[1,1e999]]"), "a number is out of every range"},
-      {MarkWith("[[1,1],[1000000.5,1]]"), "point 2 is more than 1000000 pixels away"},
       {MarkWith("[[1,1],[1,-1e308]]"), "point 2 is more than 1000000 pixels away"},
       {MarkWith("[[1920.5,1]]"), "the first point must lie on the page"},
-      {MarkWith("[[1,-1]]"), "the first point must lie on the page"},
       {R"({"kind":"line","color":"#FF000000","width":2,"points":[[1,1]]})", "two points, not 1"},
-      {R"({"kind":"ellipse","color":"#FF000000","width":2,"points":[[1,1],[2,2],[3,3]]})",
-       "two points, not 3"},
       {R"({"erase":[]})", "\"erase\" needs 1 point or more"},
-      {R"({"erase":{"x":1,"y":1}})", "\"erase\" must be a list of points"},
-      {R"({"erase":[[1,1],["2",3]]})", "point 2 must be"},
       {R"({"erase":[[-1,1],[2,3]]})", "the first point must lie on the page"},
       {R"({"erase":[[1,1]],"width":3})", "\"erase\" stands alone"},
-      {R"({"kind":"path","color":"#FF000000","width":2,"points":[[1,1]],"clear":"all"})",
-       "\"clear\" stands alone"},
-      {R"({"select":[[1,1]]})", "\"select\" needs 2 points or more"},
       {R"({"select":[[1,1],[2,2],[3,3]]})", "\"select\" has two points, not 3"},
-      {R"({"select":[[1,1081],[2,2]]})", "the first point must lie on the page"},
       {R"({"move":[[1,1]]})", "\"move\" needs 2 points or more"},
-      {R"({"move":[[1921,1],[2,2]]})", "the first point must lie on the page"},
-      {R"({"move":"right"})", "\"move\" must be a list of points"},
       {R"({"clear":"theirs"})", "\"clear\" must be mine or all"},
-      {R"({"clear":true})", "\"clear\" must be mine or all"},
-      {R"({"pause":0})", "\"pause\" must be a number of seconds above 0"},
       {R"({"pause":61})", "\"pause\" must be a number of seconds above 0"},
-      {R"({"pause":"1"})", "\"pause\" must be a number of seconds above 0"},
-      {R"({"undo":1})", "\"kind\" is missing"},
-      {MarkWith("[[1,1]],\"author\":7"), "\"author\" must be a name"},
-      {MarkWith("[[1,1]],\"author\":\"\""), "\"author\" must be a name"},
       {MarkWith("[[1,1]],\"author\":\"A\\u0000\""), "\"author\" must be a name"},
       {MarkWith("[[1,1]],\"author\":\"" + std::string(65, 'A') + "\""), "\"author\" must be"},
-      {R"({"erase":[[1,1]],"author":"Ada"})", "\"erase\" stands alone"},
-      {R"({"picture":7})", "\"picture\" must be the name of a picture file"},
       {R"({"picture":""})", "\"picture\" must be the name of a picture file"},
       {R"({"picture":"a.png","points":[[1,1]]})", "a picture has two points, not 1"},
-      {R"({"picture":"a.png","points":[[1,1],[2,2e6]]})", "point 2 is more than 1000000"},
       {R"({"picture":"a.png","size":3})", "and no others"},
-      {R"({"picture":"a.png","background":"a.png"})", "\"background\" stands alone"},
-      {R"({"background":{}})", "\"background\" must be the name of a picture file"},
       {R"({"background":"no-such.png"})", "no-such.png: cannot be opened: No such file"},
       {R"({"picture":"/dev/null"})", "/dev/null: is no PNG, JPEG, BMP or GIF picture"},
       {R"({"picture":"/dev/zero"})", "/dev/zero: is larger than 67108864 bytes"},
       {R"({"picture":"/"})", "/: cannot be read: Is a directory"},
   };
   for (const BadLine& bad : badLines) {
-    EXPECT_THAT(MessageOf(bad.line), HasSubstr(bad.reason)) << bad.line.substr(0, 100);
+    EXPECT_THAT(MessageOf(std::string(kGoodLine) + "\n\n" + bad.line + "\n" + kGoodLine),
+                testing::AllOf(StartsWith("a.jsonl:3: "), HasSubstr(bad.reason)))
+        << bad.line.substr(0, 100);
   }
 }
 
@@ -201,13 +138,8 @@ TEST(BoardTest, TheLongestLineIsReadAndALongerOneIsNot) {
 }
 
 TEST(BoardTest, AFileThatCannotBeReadIsNamed) {
-  const auto messageFor = [](const std::string& path) -> std::string {
-    try {
-      ReadBoard(path);
-    } catch (const Failure& failure) {
-      return failure.what();
-    }
-    return {};
+  const auto messageFor = [](const char* path) {
+    return MessageOf([path] { ReadBoard(std::string(path)); });
   };
   EXPECT_EQ(messageFor("no-such.jsonl"),
             "no-such.jsonl: cannot be opened: No such file or directory");

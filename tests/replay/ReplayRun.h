@@ -2,11 +2,11 @@
 #pragma once
 
 #include <cstdint>
-#include <filesystem>
 #include <string>
 #include <vector>
 
-#include "platform/image/Picture.h"
+#include "support/PictureFile.h"
+#include "support/TemporaryFolder.h"
 
 inline constexpr std::uint32_t kWhite = 0xFFFFFFFF;
 inline constexpr std::uint32_t kRed = 0xFFFF0000;
@@ -27,29 +27,21 @@ struct RunResult {
 // it, so plain file names name files of it.
 class ReplayFolder {
  public:
-  ReplayFolder();
-  ~ReplayFolder();
-  ReplayFolder(const ReplayFolder&) = delete;
-  ReplayFolder& operator=(const ReplayFolder&) = delete;
-
   void Write(const std::string& name, const std::string& content) const;
   std::string Read(const std::string& name) const;
   void MakeFolder(const std::string& name) const;
-  // A PNG file of one colour, 0xAARRGGBB.
-  void WritePicture(const std::string& name, int width, int height, std::uint32_t color) const;
-  Picture ReadPicture(const std::string& name) const;
+  void WritePicture(const std::string& name, int width, int height, std::uint32_t color) const {
+    ::WritePicture(folder.File(name), width, height, color);
+  }
+  Picture ReadPicture(const std::string& name) const { return ::ReadPicture(folder.File(name)); }
 
   // The names of what is in the folder, or in a folder of it, sorted.
   std::vector<std::string> List(const std::string& name = {}) const;
 
-  // Runs the tool with these arguments, which hold no quotes.
-  RunResult Run(const std::string& arguments) const;
-  // The same with files limited to so many kilobytes.
-  RunResult RunLimited(int kilobytes, const std::string& arguments) const;
+  // Runs the tool with these arguments, which hold no quotes, after a command of the shell's.
+  RunResult Run(const std::string& arguments, const std::string& preparation = "true") const;
 
  private:
-  RunResult RunAfter(const std::string& preparation, const std::string& arguments) const;
-
-  std::filesystem::path folder;   // the test's files
-  std::filesystem::path streams;  // what the tool printed
+  TemporaryFolder folder;   // the test's files
+  TemporaryFolder streams;  // what the tool printed
 };

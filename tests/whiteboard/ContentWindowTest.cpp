@@ -36,16 +36,13 @@ whiteboard::Raster Content(std::uint32_t color) {
 TEST(ContentWindow, BlendsFramesOverTheContentAndOverPaperWithoutOne) {
   Screen screen;
   whiteboard::ContentWindow window(screen);
-  const TestFrame half(kWidth, kHeight, 0x80800000);
-  ASSERT_TRUE(window.Present(half.Get()));
+  ASSERT_TRUE(window.Present(TestFrame(kWidth, kHeight, 0x80800000).Get()));
   EXPECT_EQ(screen.pixels.front(), 0xFFFF7F7FU);
   window.SetContent(Content(0xFF0000FF));
   EXPECT_EQ(screen.count, 2) << "shown without another frame";
   EXPECT_EQ(screen.pixels.back(), 0xFF80007FU);
   window.SetContent({1, 1, {0xFF000000}});
   EXPECT_EQ(screen.count, 2) << "of another size";
-  ASSERT_TRUE(window.Present(TestFrame(kWidth, kHeight, 0xFF00FF00).Get()));
-  EXPECT_EQ(screen.pixels.front(), 0xFF00FF00U);
 }
 
 TEST(ContentWindow, PassesOnWhatDiffersAlone) {

@@ -33,7 +33,7 @@ TEST(WhiteboardOverDesktop, InkLiesOverOtherWindowsAndClicksPassThroughOnWish) {
 }
 
 TEST(WhiteboardOverDesktop, WithoutACompositorItRefusesInsteadOfHidingTheDesktop) {
-  XServer server({"-screen", "0", "640x480x24"});
+  XServer server(ScreenOptions("640x480"));
   NEEDS_X_SERVER(server);
   EXPECT_EQ(server.Run({WHITEBOARD_BINARY, "--overlay"}), 2);
 }

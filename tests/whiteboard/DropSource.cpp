@@ -1,41 +1,22 @@
 #include "whiteboard/DropSource.h"
 
-#include <cstdlib>
-#include <memory>
-
 #include "x11/XServer.h"
 
-namespace {
-
-struct FreeAll {
-  void operator()(void* reply) const { std::free(reply); }
-};
-template <class T>
-using Owned = std::unique_ptr<T, FreeAll>;
-
-}  // namespace
-
 DropSource::DropSource(const std::string& display)
-    : connection(xcb_connect(display.c_str(), nullptr)),
-      root(xcb_setup_roots_iterator(xcb_get_setup(connection)).data->root),
-      window(xcb_generate_id(connection)) {
-  xcb_create_window(connection, XCB_COPY_FROM_PARENT, window, root, 0, 0, 1, 1, 0,
+    : client(display), connection(client.Get()), window(xcb_generate_id(connection)) {
+  xcb_create_window(connection, XCB_COPY_FROM_PARENT, window, client.Root(), 0, 0, 1, 1, 0,
                     XCB_WINDOW_CLASS_INPUT_ONLY, XCB_COPY_FROM_PARENT, 0, nullptr);
-}
-
-DropSource::~DropSource() {
-  xcb_disconnect(connection);
 }
 
 bool DropSource::Drop(const std::string& uris) {
   const xcb_window_t target = FindTarget();
-  xcb_set_selection_owner(connection, window, Atom("XdndSelection"), XCB_CURRENT_TIME);
-  Send(target, "XdndEnter", 5U << 24, Atom("text/uri-list"));
+  xcb_set_selection_owner(connection, window, client.Atom("XdndSelection"), XCB_CURRENT_TIME);
+  Send(target, "XdndEnter", 5U << 24, client.Atom("text/uri-list"));
   Send(target, "XdndPosition", 0, 0);
   bool isAccepted = false;
   bool isTaken = false;
-  const xcb_atom_t finished = Atom("XdndFinished");
-  const xcb_atom_t status = Atom("XdndStatus");
+  const xcb_atom_t finished = client.Atom("XdndFinished");
+  const xcb_atom_t status = client.Atom("XdndStatus");
   Eventually([&] {
     while (const Owned<xcb_generic_event_t> event{xcb_poll_for_event(connection)}) {
       const int type = event->response_type & 0x7F;
@@ -58,22 +39,14 @@ bool DropSource::Drop(const std::string& uris) {
   return isTaken;
 }
 
-xcb_atom_t DropSource::Atom(const std::string& name) const {
-  const Owned<xcb_intern_atom_reply_t> reply(xcb_intern_atom_reply(
-      connection,
-      xcb_intern_atom(connection, 0, static_cast<std::uint16_t>(name.size()), name.c_str()),
-      nullptr));
-  return reply->atom;
-}
-
 xcb_window_t DropSource::FindTarget() const {
   const Owned<xcb_query_tree_reply_t> tree(
-      xcb_query_tree_reply(connection, xcb_query_tree(connection, root), nullptr));
+      xcb_query_tree_reply(connection, xcb_query_tree(connection, client.Root()), nullptr));
   const xcb_window_t* children = xcb_query_tree_children(tree.get());
   for (int i = 0; i < xcb_query_tree_children_length(tree.get()); ++i) {
     const Owned<xcb_get_property_reply_t> aware(xcb_get_property_reply(
         connection,
-        xcb_get_property(connection, 0, children[i], Atom("XdndAware"), XCB_ATOM_ATOM, 0, 1),
+        xcb_get_property(connection, 0, children[i], client.Atom("XdndAware"), XCB_ATOM_ATOM, 0, 1),
         nullptr));
     if (aware != nullptr && aware->type != XCB_ATOM_NONE) {
       return children[i];
@@ -88,7 +61,7 @@ void DropSource::Send(xcb_window_t target, const char* type, std::uint32_t word1
   message.response_type = XCB_CLIENT_MESSAGE;
   message.format = 32;
   message.window = target;
-  message.type = Atom(type);
+  message.type = client.Atom(type);
   message.data.data32[0] = window;
   message.data.data32[1] = word1;
   message.data.data32[2] = word2;

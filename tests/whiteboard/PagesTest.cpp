@@ -1,12 +1,9 @@
 #include <gtest/gtest.h>
 
 #include <filesystem>
-#include <fstream>
-#include <iterator>
-#include <span>
 #include <vector>
 
-#include "platform/image/Picture.h"
+#include "support/PictureFile.h"
 #include "whiteboard/DropSource.h"
 #include "whiteboard/Person.h"
 
@@ -19,18 +16,9 @@ POINT OnPage(double x, double y) {
 }
 
 // A picture of one colour, of a blank page's proportions.
-std::string WritePicture(const TemporaryFolder& folder, const std::string& name,
-                         std::uint32_t color) {
-  const std::vector<std::uint32_t> pixels(std::size_t{320} * 200, color);
-  const std::string path = folder.File(name);
-  EXPECT_TRUE(SavePicture({pixels.data(), 320, 200, 1280}, PictureEncoder::kPng, path));
-  return path;
-}
-
-Picture ReadPicture(const std::filesystem::path& path) {
-  std::ifstream file(path, std::ios::binary);
-  const std::vector<char> bytes{std::istreambuf_iterator<char>(file), {}};
-  return DecodePicture(std::as_bytes(std::span(bytes)));
+std::string MakeSky(const TemporaryFolder& folder, const std::string& name) {
+  WritePicture(folder.File(name), 320, 200, kSky);
+  return folder.File(name);
 }
 
 // The one picture that was exported; of size 0 x 0 when there is none.
@@ -72,7 +60,7 @@ TEST(WhiteboardPages, PagesAndDocumentsKeepTheirMarks) {
 TEST(WhiteboardPages, InkLiesOverThePagesPictureAndTheExportIsWhatTheScreenShows) {
   Person ada;
   NEEDS_X_SERVER(ada);
-  ASSERT_TRUE(ada.Start({WritePicture(ada.Folder(), "天空.png", kSky)}));
+  ASSERT_TRUE(ada.Start({MakeSky(ada.Folder(), "天空.png")}));
   // A transparent page is a touch darker than what lies below.
   ASSERT_TRUE(ada.Sees(OnPage(0.5, 0.5), 0x7BA9E7));
   ASSERT_TRUE(ada.PressKeys(OnPage(0.5, 0.5), {"2"}));
@@ -95,32 +83,24 @@ TEST(WhiteboardPages, InkLiesOverThePagesPictureAndTheExportIsWhatTheScreenShows
   EXPECT_EQ(ada.Quit(), 0);
 }
 
-TEST(WhiteboardPages, PicturesComeByTheirPathAndCanBeDragged) {
+TEST(WhiteboardPages, PicturesComeByTheirPathOrDroppedAndCanBeDragged) {
   Person ada;
   NEEDS_X_SERVER(ada);
-  const std::string path = WritePicture(ada.Folder(), "sky.png", kSky);
+  const std::string path = MakeSky(ada.Folder(), "a sky.png");
   ASSERT_TRUE(ada.Start({"--peer"}));
   const POINT corner = OnPage(0.1, 0.1);
-  ASSERT_TRUE(ada.PressKeys(corner, {"i"}) && ada.Type(path) && ada.PressKeys(corner, {"Return"}));
+  DropSource files(ada.Server().Display());
+  EXPECT_FALSE(files.Drop("")) << "nothing is taken that is not there";
+  const std::string uri = "file://" + ada.Folder().Path().string() + "/a%20sky.png";
+  EXPECT_TRUE(files.Drop("# of a file manager\r\n" + uri + "\r\n"));
   EXPECT_TRUE(ada.Sees(corner, kSky & 0xFFFFFF));
   ASSERT_TRUE(ada.Drag({corner, OnPage(0.4, 0.3), OnPage(0.7, 0.6)}));
   EXPECT_TRUE(ada.Sees(corner, kPaper));
   EXPECT_TRUE(ada.Sees(OnPage(0.7, 0.7), kSky & 0xFFFFFF));
   EXPECT_TRUE(ada.Sees(Person::At(Person::PeerPage(), 0.7, 0.7), kSky & 0xFFFFFF));
+  ASSERT_TRUE(ada.PressKeys(corner, {"i"}) && ada.Type(path) && ada.PressKeys(corner, {"Return"}));
+  EXPECT_TRUE(ada.Sees(corner, kSky & 0xFFFFFF));
   ASSERT_TRUE(ada.PressKeys(corner, {"b"}) && ada.Type(path) && ada.PressKeys(corner, {"Return"}));
   EXPECT_TRUE(ada.Sees(OnPage(0.5, 0.02), kSky & 0xFFFFFF)) << "in the page's middle";
-  EXPECT_EQ(ada.Quit(), 0);
-}
-
-TEST(WhiteboardPages, FilesDroppedOnTheWindowArePlaced) {
-  Person ada;
-  NEEDS_X_SERVER(ada);
-  const std::string path = WritePicture(ada.Folder(), "a sky.png", kSky);
-  ASSERT_TRUE(ada.Start());
-  DropSource files(ada.Server().Display());
-  const std::string uri = "file://" + ada.Folder().Path().string() + "/a%20sky.png";
-  EXPECT_TRUE(files.Drop("# of a file manager\r\n" + uri + "\r\n"));
-  EXPECT_TRUE(ada.Sees(OnPage(0.1, 0.1), kSky & 0xFFFFFF));
-  EXPECT_FALSE(files.Drop("")) << "nothing is taken that is not there";
   EXPECT_EQ(ada.Quit(), 0);
 }

@@ -10,24 +10,15 @@
 #include <xkbcommon/xkbcommon-keysyms.h>
 
 #include <algorithm>
-#include <array>
 #include <fstream>
 
 #include "support/TemporaryFolder.h"
 
 namespace {
 
-template <std::size_t N>
-std::optional<whiteboard::Options> Parse(const std::array<const char*, N>& words) {
-  std::vector<const char*> command = {"parchlet-whiteboard"};
-  command.insert(command.end(), words.begin(), words.end());
-  return whiteboard::ParseOptions(static_cast<int>(command.size()), command.data());
-}
-
-whiteboard::Key Typed(const std::string& text) {
-  whiteboard::Key key;
-  key.text = text;
-  return key;
+std::optional<whiteboard::Options> Parse(std::vector<const char*> words) {
+  words.insert(words.begin(), "parchlet-whiteboard");
+  return whiteboard::ParseOptions(static_cast<int>(words.size()), words.data());
 }
 
 }  // namespace
@@ -50,10 +41,11 @@ TEST(WhiteboardLayout, ThePageKeepsItsProportionsBetweenTheBars) {
 }
 
 TEST(WhiteboardLayout, ButtonsNeitherOverlapNorLeaveTheSmallestWindow) {
-  const whiteboard::Layout layout = whiteboard::MakeLayout(1080, 320, 1.6);
+  const whiteboard::Layout layout =
+      whiteboard::MakeLayout(whiteboard::kSmallestWidth, whiteboard::kSmallestHeight, 1.6);
   const std::vector<whiteboard::Button> buttons = whiteboard::MakeButtons(layout, true);
   for (auto one = buttons.begin(); one != buttons.end(); ++one) {
-    EXPECT_LE(one->area.right, 1080) << one->hint;
+    EXPECT_LE(one->area.right, whiteboard::kSmallestWidth) << one->hint;
     for (auto other = buttons.begin(); other != one; ++other) {
       EXPECT_TRUE(one->area.left >= other->area.right || one->area.right <= other->area.left ||
                   one->area.top >= other->area.bottom || one->area.bottom <= other->area.top)
@@ -65,15 +57,13 @@ TEST(WhiteboardLayout, ButtonsNeitherOverlapNorLeaveTheSmallestWindow) {
 TEST(WhiteboardPrompt, TakesTextAwayByWholeCharacters) {
   whiteboard::Prompt prompt;
   for (const char* text : {"a", "张", "三", "\x1b"}) {
-    EXPECT_EQ(whiteboard::TypeInto(prompt, Typed(text)), whiteboard::Answer::kGoesOn);
+    EXPECT_EQ(whiteboard::TypeInto(prompt, {0, text, false, false}), whiteboard::Answer::kGoesOn);
   }
   EXPECT_EQ(prompt.answer, "a张三");
-  whiteboard::Key key;
-  key.symbol = XKB_KEY_BackSpace;
-  whiteboard::TypeInto(prompt, key);
+  whiteboard::TypeInto(prompt, {XKB_KEY_BackSpace, "", false, false});
   EXPECT_EQ(prompt.answer, "a张");
-  key.symbol = XKB_KEY_Return;
-  EXPECT_EQ(whiteboard::TypeInto(prompt, key), whiteboard::Answer::kGiven);
+  EXPECT_EQ(whiteboard::TypeInto(prompt, {XKB_KEY_Return, "\r", false, false}),
+            whiteboard::Answer::kGiven);
 }
 
 TEST(WhiteboardContent, UnderstandsPathsAsTheyAreTypedPastedAndDropped) {
@@ -87,21 +77,21 @@ TEST(WhiteboardContent, UnderstandsPathsAsTheyAreTypedPastedAndDropped) {
 TEST(WhiteboardContent, FilesThatAreNoPicturesAreRefusedByName) {
   const TemporaryFolder folder;
   std::ofstream(folder.File("text.png")) << "no picture";
-  for (const std::string& path :
-       {folder.File("text.png"), folder.File("nothing.png"), folder.Path().string() + "/."}) {
+  for (const std::string& path : {folder.File("text.png"), folder.File("nothing.png"),
+                                  folder.Path().string() + "/.", std::string("/dev/zero")}) {
     EXPECT_THROW(whiteboard::LoadContent(path), whiteboard::Failure) << path;
   }
   EXPECT_THROW(whiteboard::OpenContents({folder.Path().string()}), whiteboard::Failure);
 }
 
 TEST(WhiteboardOptions, AnOrderThatIsNotWholeIsRefused) {
-  EXPECT_EQ(Parse<2>({"--size", "1100x700"})->height, 700);
-  EXPECT_FALSE(Parse<0>({})->peer.has_value());
-  EXPECT_EQ(Parse<3>({"--peer", "--peer-name", "张三"})->peer, "张三");
-  EXPECT_THROW(Parse<1>({"--what"}), whiteboard::Failure);
-  EXPECT_THROW(Parse<2>({"--monitor", "LEFT"}), whiteboard::Failure);
-  EXPECT_THROW(Parse<2>({"--export-folder", "/no/such/folder"}), whiteboard::Failure);
+  EXPECT_EQ(Parse({"--size", "1100x700"})->height, 700);
+  EXPECT_FALSE(Parse({})->peer.has_value());
+  EXPECT_EQ(Parse({"--peer", "--peer-name", "张三"})->peer, "张三");
+  EXPECT_THROW(Parse({"--what"}), whiteboard::Failure);
+  EXPECT_THROW(Parse({"--monitor", "LEFT"}), whiteboard::Failure);
+  EXPECT_THROW(Parse({"--export-folder", "/no/such/folder"}), whiteboard::Failure);
   for (const char* size : {"10x10", "1280", "1280x", "x860", "1280x860x2", "99999x860"}) {
-    EXPECT_THROW(Parse<2>({"--size", size}), whiteboard::Failure) << size;
+    EXPECT_THROW(Parse({"--size", size}), whiteboard::Failure) << size;
   }
 }

@@ -3,7 +3,20 @@
 #include <whiteboard/Brush.h>
 #include <whiteboard/Layout.h>
 
-Person::Person() : server({"-screen", "0", "2160x620x24"}) {
+namespace {
+
+// Words for xdotool.
+std::vector<std::string> MovesTo(const std::vector<POINT>& way) {
+  std::vector<std::string> words;
+  for (const POINT& to : way) {
+    words.insert(words.end(), {"mousemove", std::to_string(to.x), std::to_string(to.y)});
+  }
+  return words;
+}
+
+}  // namespace
+
+Person::Person() : server(ScreenOptions("2160x620")) {
   if (server.Missing().empty()) {
     desk = std::make_unique<XClient>(server.Display());
   }
@@ -23,40 +36,40 @@ bool Person::Start(const std::vector<std::string>& options, POINT bar) {
 }
 
 bool Person::Drag(const std::vector<POINT>& way, const std::string& button) {
-  std::vector<std::string> command = {"xdotool"};
-  const auto go = [&command](POINT to) {
-    command.insert(command.end(), {"mousemove", std::to_string(to.x), std::to_string(to.y)});
-  };
-  go(way.front());
+  std::vector<std::string> command = MovesTo({way.front()});
   command.insert(command.end(), {"mousedown", button});
-  for (const POINT& to : way) {
-    go(to);
-  }
+  const std::vector<std::string> moves = MovesTo(way);
+  command.insert(command.end(), moves.begin(), moves.end());
   command.insert(command.end(), {"mouseup", button});
-  return server.Run(command) == 0;
+  return Point(command);
 }
 
 bool Person::Press(POINT at) {
-  return Go(at) && server.Run({"xdotool", "mousedown", "1"}) == 0;
+  return Go({at}) && Point({"mousedown", "1"});
 }
 
-bool Person::Go(POINT to) {
-  return server.Run({"xdotool", "mousemove", std::to_string(to.x), std::to_string(to.y)}) == 0;
+bool Person::Go(const std::vector<POINT>& way) {
+  return Point(MovesTo(way));
+}
+
+bool Person::Point(std::vector<std::string> words) {
+  words.insert(words.begin(), "xdotool");
+  return server.Run(words) == 0;
 }
 
 bool Person::Release() {
-  return server.Run({"xdotool", "mouseup", "1"}) == 0;
+  return Point({"mouseup", "1"});
 }
 
 bool Person::PressKeys(POINT at, const std::vector<std::string>& keys) {
-  std::vector<std::string> command = {"xdotool", "mousemove", std::to_string(at.x),
-                                      std::to_string(at.y), "key"};
+  std::vector<std::string> command = MovesTo({at});
+  command.emplace_back("key");
   command.insert(command.end(), keys.begin(), keys.end());
-  return server.Run(command) == 0;
+  return Point(command);
 }
 
 bool Person::Type(const std::string& text) {
-  return server.Run({"xdotool", "type", "--delay", "1", text}) == 0;
+  return Point({"type", "--delay", "1", text});
 }
 
 int Person::Quit() {

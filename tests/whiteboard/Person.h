@@ -34,7 +34,7 @@ class Person {
   // Drags the pointer, the first button held, along places of the screen.
   bool Drag(const std::vector<POINT>& way, const std::string& button = "1");
   bool Press(POINT at);
-  bool Go(POINT to);
+  bool Go(const std::vector<POINT>& way);
   bool Release();
   // Presses keys, by the names that xdotool knows, with the pointer at that place.
   bool PressKeys(POINT at, const std::vector<std::string>& keys);
@@ -60,6 +60,9 @@ class Person {
   const TemporaryFolder& Folder() const { return folder; }
 
  private:
+  // Has xdotool do what these words say.
+  bool Point(std::vector<std::string> words);
+
   TemporaryFolder folder;
   XServer server;
   std::unique_ptr<XClient> desk;  // none without a server

@@ -3,15 +3,12 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
-#include <cstring>
-#include <filesystem>
-#include <fstream>
-#include <iterator>
 #include <string>
 
 #include <parchlet/x11/X11Overlay.h>
 #include <parchlet/x11/X11Window.h>
 
+#include "support/PictureFile.h"
 #include "support/TemporaryFolder.h"
 #include "x11/Board.h"
 #include "x11/XClient.h"
@@ -30,37 +27,11 @@ class UsedDisplay {
   UsedDisplay& operator=(const UsedDisplay&) = delete;
 };
 
-// The pixels of a picture of 24 bits as the engine writes it, as a screenshot of that place.
-Screenshot ReadBmp(const std::string& path, POINT origin) {
-  std::ifstream file(path, std::ios::binary);
-  const std::string bytes{std::istreambuf_iterator<char>(file), {}};
-  const auto word = [&bytes](std::size_t at) {
-    std::int32_t value = 0;
-    std::memcpy(&value, bytes.data() + at, sizeof(value));
-    return value;
-  };
-  if (bytes.size() < 54) {
-    return {};
-  }
-  const int width = word(18);
-  const int height = word(22);
-  Screenshot shot{{origin.x, origin.y, origin.x + width, origin.y + height}, {}};
-  const std::size_t stride = (static_cast<std::size_t>(width) * 3 + 3) / 4 * 4;
-  for (int y = height - 1; y >= 0; --y) {
-    for (int x = 0; x < width; ++x) {
-      const auto* pixel = reinterpret_cast<const unsigned char*>(bytes.data()) + word(10) +
-                          static_cast<std::size_t>(y) * stride + static_cast<std::size_t>(x) * 3;
-      shot.pixels.push_back(pixel[0] | pixel[1] << 8U | pixel[2] << 16U);
-    }
-  }
-  return shot;
-}
-
-Screenshot WithoutAlpha(Screenshot shot) {
-  for (std::uint32_t& pixel : shot.pixels) {
+std::vector<std::uint32_t> WithoutAlpha(std::vector<std::uint32_t> pixels) {
+  for (std::uint32_t& pixel : pixels) {
     pixel &= 0xFFFFFF;
   }
-  return shot;
+  return pixels;
 }
 
 // A few windows, one of which is drawn on.
@@ -83,43 +54,36 @@ class Desktop {
 class X11DisplayWays : public testing::TestWithParam<bool> {};
 
 TEST_P(X11DisplayWays, CaptureAndExportsEqualAScreenshot) {
-  std::vector<std::string> options = {"-screen", "0", "640x480x24"};
-  if (!GetParam()) {
-    options.insert(options.end(), {"-extension", "MIT-SHM"});
-  }
-  XServer server(options);
+  XServer server(ScreenOptions("640x480", GetParam()));
   NEEDS_X_SERVER(server);
   ASSERT_TRUE(server.StartCompositor());
   Desktop desktop(server.Display());
   ASSERT_TRUE(desktop.client.WaitForColor(310, 235, 0xF5314E)) << "the ink over the upper window";
+  const RECT part = {200, 100, 451, 300};
   const Screenshot whole = desktop.client.Look({0, 0, 640, 480});
+  const Screenshot shot = desktop.client.Look(part);
 
   X11Display display(server.Display());
-  const RECT part = {200, 100, 451, 300};
-  std::vector<std::uint32_t> captured(std::size_t{251} * 200);
+  std::vector<std::uint32_t> captured(shot.pixels.size());
   ASSERT_TRUE(display.Capture(part, captured.data())) << display.GetError();
-  const Screenshot capture = WithoutAlpha({part, captured});
-  EXPECT_EQ(capture.pixels, WithoutAlpha(desktop.client.Look(part)).pixels);
+  EXPECT_EQ(WithoutAlpha(captured), shot.pixels);
 
   const UsedDisplay used(display);
   const TemporaryFolder folder;
-  const std::string path = (folder.Path() / "screen.bmp").string();
+  const std::string path = folder.File("screen.bmp");
   ASSERT_EQ(desktop.board.Engine().SavePage("doc", "page", path, std::wstring(L"screen")), 1);
-  EXPECT_EQ(ReadBmp(path, {0, 0}).pixels, WithoutAlpha(whole).pixels);
-
-  const xcb_window_t inner = desktop.client.ShowAlphaWindow({200, 100, 451, 300});
-  X11Window target(server.Display(), inner);
+  EXPECT_EQ(WithoutAlpha(ReadPicture(path).pixels), whole.pixels);
+  X11Window target(server.Display(), desktop.client.ShowAlphaWindow(part));
   ASSERT_TRUE(desktop.client.WaitForColor(310, 235, 0xF5314E));
   ASSERT_EQ(desktop.board.Engine().SavePage("doc", "page", path, target.Handle()), 1);
-  const Screenshot exported = ReadBmp(path, {200, 100});
-  EXPECT_EQ(exported.pixels, WithoutAlpha(desktop.client.Look(part)).pixels);
+  EXPECT_EQ(WithoutAlpha(ReadPicture(path).pixels), desktop.client.Look(part).pixels);
 }
 
 INSTANTIATE_TEST_SUITE_P(SharedMemory, X11DisplayWays, testing::Values(true));
 INSTANTIATE_TEST_SUITE_P(Connection, X11DisplayWays, testing::Values(false));
 
 TEST(X11Display, TellsTheMonitorsByTheirNames) {
-  XServer server({"-screen", "0", "640x480x24"});
+  XServer server(ScreenOptions("640x480"));
   NEEDS_X_SERVER(server);
   X11Display display(server.Display());
   std::vector<DisplayMonitor> monitors = display.GetMonitors();
@@ -143,7 +107,7 @@ TEST(X11Display, TellsTheMonitorsByTheirNames) {
 }
 
 TEST(X11Display, SaysWhatItCannotCapture) {
-  XServer server({"-screen", "0", "640x480x24"});
+  XServer server(ScreenOptions("640x480"));
   XServer shallow({"-screen", "0", "640x480x16"});
   NEEDS_X_SERVER(server);
   NEEDS_X_SERVER(shallow);

@@ -23,7 +23,7 @@ bool Covers(const X11Overlay& overlay, const RECT& area) {
 }  // namespace
 
 TEST(X11Overlay, InkLiesOverAllWindowsThoseThatComeUpLaterIncluded) {
-  XServer server({"-screen", "0", "640x480x24"});
+  XServer server(ScreenOptions("640x480"));
   NEEDS_X_SERVER(server);
   ASSERT_TRUE(server.StartCompositor());
   XClient desk(server.Display());
@@ -44,7 +44,7 @@ TEST(X11Overlay, InkLiesOverAllWindowsThoseThatComeUpLaterIncluded) {
 }
 
 TEST(X11Overlay, CoversTheExactPlaceOverAFullScreenWindowUnderAWindowManager) {
-  XServer server({"-screen", "0", "640x480x24"});
+  XServer server(ScreenOptions("640x480"));
   NEEDS_X_SERVER(server);
   ASSERT_TRUE(server.StartWindowManager());
   XClient desk(server.Display());
@@ -63,7 +63,7 @@ TEST(X11Overlay, CoversTheExactPlaceOverAFullScreenWindowUnderAWindowManager) {
 }
 
 TEST(X11Overlay, ClickThroughLetsTheWindowBelowHaveTheClick) {
-  XServer server({"-screen", "0", "640x480x24"});
+  XServer server(ScreenOptions("640x480"));
   NEEDS_X_SERVER(server);
   XClient desk(server.Display());
   XClient host(server.Display());
@@ -83,7 +83,7 @@ TEST(X11Overlay, ClickThroughLetsTheWindowBelowHaveTheClick) {
 }
 
 TEST(X11Overlay, FollowsItsMonitorHidesWithItAndComesBack) {
-  XServer server({"-screen", "0", "640x480x24"});
+  XServer server(ScreenOptions("640x480"));
   NEEDS_X_SERVER(server);
   XClient desk(server.Display());
   desk.ShowWindow({0, 0, 640, 480}, kDesk);
@@ -114,7 +114,7 @@ TEST(X11Overlay, FollowsItsMonitorHidesWithItAndComesBack) {
 }
 
 TEST(X11Overlay, FollowsTheModeOfTheMainMonitor) {
-  XServer server({"-screen", "0", "640x480x24"});
+  XServer server(ScreenOptions("640x480"));
   NEEDS_X_SERVER(server);
   X11Overlay overlay(server.Display(), RECT{});
   ASSERT_TRUE(overlay.FollowMonitor("")) << overlay.GetError();
@@ -126,8 +126,8 @@ TEST(X11Overlay, FollowsTheModeOfTheMainMonitor) {
   EXPECT_TRUE(Eventually([&] { return Covers(overlay, {0, 0, 320, 240}); }));
 }
 
-TEST(X11Overlay, GoesWhereItIsToldAndRefusesWhereNoWindowCanBe) {
-  XServer server({"-screen", "0", "640x480x24"});
+TEST(X11Overlay, GoesWhereItIsToldWhereAWindowCanBeUntilItIsDestroyed) {
+  XServer server(ScreenOptions("640x480"));
   NEEDS_X_SERVER(server);
   X11Overlay overlay(server.Display(), {10, 10, 60, 60});
   EXPECT_FALSE(overlay.SetScreenRect({0, 0, 70'000, 10}));
@@ -140,10 +140,16 @@ TEST(X11Overlay, GoesWhereItIsToldAndRefusesWhereNoWindowCanBe) {
   EXPECT_EQ(overlay.GetError(), "there is nothing to cover");
   const X11Overlay tooLarge(server.Display(), {0, 0, 70'000, 10});
   EXPECT_EQ(tooLarge.Handle(), nullptr);
+
+  XClient stranger(server.Display());
+  stranger.DestroyWindow(overlay.WindowId());
+  EXPECT_FALSE(overlay.SetScreenRect({0, 0, 10, 10}));
+  EXPECT_NE(overlay.GetError().find("was destroyed"), std::string::npos) << overlay.GetError();
+  EXPECT_FALSE(overlay.Present(TestFrame(10, 10, kGreen).Get()));
 }
 
 TEST(X11Overlay, StaysBelowTheHostsToolbarAndRaisesIt) {
-  XServer server({"-screen", "0", "640x480x24"});
+  XServer server(ScreenOptions("640x480"));
   NEEDS_X_SERVER(server);
   XClient host(server.Display());
   const xcb_window_t toolbar = host.ShowWindow({0, 0, 640, 40}, 0xFFFF00);
@@ -160,18 +166,7 @@ TEST(X11Overlay, StaysBelowTheHostsToolbarAndRaisesIt) {
   EXPECT_EQ(shot.At(50, 70), 0x00C000U);
   ASSERT_TRUE(server.Click(50, 20));
   EXPECT_EQ(host.WaitForPress(), toolbar);
-}
-
-// As a window manager does that takes the tool into a frame of its own.
-TEST(X11Overlay, GoesBelowItsToolAgainWhenThatCameBelow) {
-  XServer server({"-screen", "0", "640x480x24"});
-  NEEDS_X_SERVER(server);
-  XClient host(server.Display());
-  const xcb_window_t toolbar = host.ShowWindow({0, 0, 640, 40}, 0xFFFF00);
-  X11Overlay overlay(server.Display(), {0, 0, 640, 480});
-  ASSERT_TRUE(overlay.KeepBelow(toolbar)) << overlay.GetError();
-  const TestFrame frame(640, 480, kGreen);
-  ASSERT_TRUE(overlay.Present(frame.Get()));
+  // As a window manager does that takes the tool into a frame of its own.
   host.LowerWindow(toolbar);
   EXPECT_TRUE(Eventually([&] {
     return overlay.Present(frame.Get()) && host.Look({50, 20, 51, 21}).At(50, 20) == 0xFFFF00;
@@ -179,7 +174,7 @@ TEST(X11Overlay, GoesBelowItsToolAgainWhenThatCameBelow) {
 }
 
 TEST(X11Overlay, TwoOverlaysLeaveEachOtherInPeace) {
-  XServer server({"-screen", "0", "640x480x24"});
+  XServer server(ScreenOptions("640x480"));
   NEEDS_X_SERVER(server);
   XClient desk(server.Display());
   X11Overlay first(server.Display(), {0, 0, 640, 480});
@@ -202,16 +197,4 @@ TEST(X11Overlay, ADisplayWithout32BitVisualsIsRefusedInWords) {
   EXPECT_EQ(overlay.GetError(), "the X display has no 32-bit visual for windows with alpha");
   EXPECT_FALSE(overlay.SetClickThrough(true));
   EXPECT_FALSE(overlay.FollowMonitor(""));
-}
-
-TEST(X11Overlay, AnOverlayDestroyedByAnotherClientTakesNoMoreFrames) {
-  XServer server({"-screen", "0", "640x480x24"});
-  NEEDS_X_SERVER(server);
-  XClient stranger(server.Display());
-  X11Overlay overlay(server.Display(), {0, 0, 640, 480});
-  Board board(overlay.Handle(), 640, 480);
-  stranger.DestroyWindow(overlay.WindowId());
-  EXPECT_FALSE(overlay.Present(TestFrame(640, 480, kGreen).Get()));
-  EXPECT_NE(overlay.GetError().find("was destroyed"), std::string::npos) << overlay.GetError();
-  EXPECT_FALSE(overlay.SetScreenRect({0, 0, 10, 10}));
 }

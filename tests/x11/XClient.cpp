@@ -1,19 +1,11 @@
 #include "x11/XClient.h"
 
-#include <cstdlib>
 #include <cstring>
 #include <stdexcept>
 
 #include "x11/XServer.h"
 
 namespace {
-
-template <class T>
-struct FreeAll {
-  void operator()(T* reply) const { std::free(reply); }
-};
-template <class T>
-using Owned = std::unique_ptr<T, FreeAll<T>>;
 
 std::uint16_t Side(LONG low, LONG high) {
   return static_cast<std::uint16_t>(high - low);
@@ -33,8 +25,7 @@ xcb_visualid_t AlphaVisual(const xcb_screen_t& screen) {
 
 std::uint32_t Screenshot::At(int x, int y) const {
   return pixels.at(std::size_t{Side(area.top, y)} * Side(area.left, area.right) +
-                   Side(area.left, x)) &
-         0xFFFFFF;
+                   Side(area.left, x));
 }
 
 XClient::XClient(const std::string& display)
@@ -192,6 +183,9 @@ Screenshot XClient::Look(const RECT& area) const {
   Screenshot shot{area, std::vector<std::uint32_t>(reply->length)};
   std::memcpy(shot.pixels.data(), xcb_get_image_data(reply.get()),
               shot.pixels.size() * sizeof(std::uint32_t));
+  for (std::uint32_t& pixel : shot.pixels) {
+    pixel &= 0xFFFFFF;  // the rest may be anything
+  }
   return shot;
 }
 

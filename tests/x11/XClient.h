@@ -2,12 +2,20 @@
 #pragma once
 
 #include <cstdint>
+#include <cstdlib>
 #include <memory>
 #include <string>
 #include <vector>
 
 #include <parchlet/Platform.h>
 #include <xcb/xcb.h>
+
+// A reply or event of the X server.
+struct FreeReply {
+  void operator()(void* reply) const { std::free(reply); }
+};
+template <class T>
+using Owned = std::unique_ptr<T, FreeReply>;
 
 // What the screen shows in an area: 0x00RRGGBB, row by row.
 struct Screenshot {
@@ -45,6 +53,9 @@ class XClient {
   // Empties an area of a window, as any client may and the server does with what was covered.
   void LoseContent(xcb_window_t window, const RECT& area);
 
+  xcb_connection_t* Get() const { return connection; }
+  xcb_window_t Root() const { return screen->root; }
+  xcb_atom_t Atom(const std::string& name) const;
   xcb_window_t OwnerOf(const std::string& selection) const;
   bool HasRootProperty(const std::string& name) const;
 
@@ -54,7 +65,6 @@ class XClient {
 
  private:
   xcb_window_t CreateWindow(const RECT& area, std::uint32_t color, bool isManaged);
-  xcb_atom_t Atom(const std::string& name) const;
   xcb_window_t NextPress();
   void Stack(xcb_window_t window, std::uint32_t mode);
   void Settle() const;

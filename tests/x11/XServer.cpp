@@ -7,12 +7,15 @@
 #include <chrono>
 #include <csignal>
 #include <cstdlib>
+#include <filesystem>
 #include <thread>
 
 #include "x11/XClient.h"
 
 namespace {
 
+const std::string kWindowManagerSettings =
+    std::filesystem::path(__FILE__).replace_filename("openbox.xml").string();
 constexpr int kPatienceMs = 30'000;
 
 // What the server says on that pipe: its display number. Empty when it says nothing.
@@ -71,7 +74,8 @@ bool XServer::StartCompositor() {
 bool XServer::StartWindowManager() {
   // It announces itself before it is ready for windows; this it runs when it is.
   windowManager = std::make_unique<Process>(
-      OnDisplay({"openbox", "--sm-disable", "--startup", "xsetroot -name ready"}));
+      OnDisplay({"openbox", "--sm-disable", "--config-file", kWindowManagerSettings, "--startup",
+                 "xsetroot -name ready"}));
   const XClient client(display);
   return Eventually([&client] { return client.HasRootProperty("WM_NAME"); });
 }
@@ -102,6 +106,14 @@ void XServer::Kill() {
   const std::string number = display.substr(1);
   unlink(("/tmp/.X" + number + "-lock").c_str());
   unlink(("/tmp/.X11-unix/X" + number).c_str());
+}
+
+std::vector<std::string> ScreenOptions(const std::string& size, bool sharesMemory) {
+  std::vector<std::string> options = {"-screen", "0", size + "x24"};
+  if (!sharesMemory) {
+    options.insert(options.end(), {"-extension", "MIT-SHM"});
+  }
+  return options;
 }
 
 bool Eventually(const std::function<bool()>& holds) {

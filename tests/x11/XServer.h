@@ -20,6 +20,8 @@ class XServer {
   // Why there is none; empty when it runs.
   const std::string& Missing() const { return missing; }
   const std::string& Display() const { return display; }
+  // The same as another machine would name it; for a server that was told to listen to TCP.
+  std::string RemoteDisplay() const { return "127.0.0.1" + display; }
 
   // Runs a compositor on it; false when none came up.
   bool StartCompositor();
@@ -43,6 +45,9 @@ class XServer {
   std::string missing;
   std::string display;
 };
+
+// What starts a server with a screen of that size, which shares no memory unless asked to.
+std::vector<std::string> ScreenOptions(const std::string& size, bool sharesMemory = true);
 
 // Waits for something that another process is about to do; false when it does not come.
 bool Eventually(const std::function<bool()>& holds);

@@ -1,28 +1,88 @@
-// Draws a line and looks whether the window shows it.
+// Draws and looks: a line, a name beside another's mark, and the page in every picture format, from
+// file and back. What this needs besides the library itself, fonts and decoders, is used that way.
+// Takes a folder for its files.
+#include <algorithm>
 #include <cstdio>
+#include <cstdlib>
+#include <string>
 
 #include <parchlet/MemoryWindow.h>
 #include <parchlet/Parchlet.h>
 
-int main() {
+// Says where an expectation failed and ends the program.
+#define EXPECT(condition)                                                 \
+  do {                                                                    \
+    if (!(condition)) {                                                   \
+      std::printf("%s:%d: not so: %s\n", __FILE__, __LINE__, #condition); \
+      std::exit(1);                                                       \
+    }                                                                     \
+  } while (false)
+
+namespace {
+
+constexpr std::uint32_t kWhite = 0xFFFFFFFF;
+constexpr std::uint32_t kBlue = 0xFF0000FF;
+constexpr std::uint32_t kGreen = 0xFF00FF00;
+constexpr std::uint32_t kBlack = 0xFF000000;
+
+MemoryFrame Show(const MemoryWindow& window) {
+  // The frame under way may be older than the last call; the one after it is not.
+  EXPECT(window.WaitForPresent(window.PresentCount() + 2, 60'000));
+  return window.CopyFrame();
+}
+
+// JPEG is a little off.
+bool IsNear(std::uint32_t color, std::uint32_t wanted) {
+  for (int shift = 0; shift < 32; shift += 8) {
+    const int off =
+        static_cast<int>(color >> shift & 0xFF) - static_cast<int>(wanted >> shift & 0xFF);
+    if (std::abs(off) > 40) {
+      return false;
+    }
+  }
+  return true;
+}
+
+void OpenPage(Parchlet& engine, const MemoryWindow& window, const std::string& id) {
+  EXPECT(engine.NewPage("doc", id, "ada", window.Handle(),
+                        {0, 0, 100, 50, false, {0, 0, 100, 50}, kWhite}) == 1);
+}
+
+}  // namespace
+
+int main(int argc, char** argv) {
+  const std::string folder = argc > 1 ? argv[1] : ".";
   MemoryWindow window({0, 0, 100, 50});
   Parchlet engine;
-  engine.Init();
-  engine.NewDoc("ada", "doc");
-  engine.NewPage("doc", "page", "ada", window.Handle(),
-                 {0, 0, 100, 50, false, {0, 0, 100, 50}, 0xFFFFFFFF});
-  engine.SetPen(0xFF0000FF, 6);
-  engine.StartDrawing("doc", "page", {10, 25});
-  engine.MoveDrawing({90, 25});
+  EXPECT(engine.Init() == 1 && engine.NewDoc("ada", "doc") == 1);
+  OpenPage(engine, window, "page");
+  engine.SetPen(kBlue, 10);
+  engine.StartDrawing("doc", "page", {10, 40});
+  engine.MoveDrawing({90, 40});
   engine.EndDrawing();
-  // The frame under way may be older than the line; the one after it is not.
-  if (!window.WaitForPresent(window.PresentCount() + 2, 60'000)) {
-    std::puts("no frame came");
-    return 1;
+  const auto showsLine = [&] {
+    const MemoryFrame frame = Show(window);
+    return frame.width == 100 && IsNear(frame.pixels[40 * 100 + 50], kBlue) &&
+           IsNear(frame.pixels[10 * 100 + 50], kWhite);
+  };
+  EXPECT(showsLine());
+  for (const char* extension : {"png", "bmp", "jpg"}) {
+    const std::string file = folder + "/page." + extension;
+    EXPECT(engine.SavePage("doc", "page", file, std::wstring()) == 1);
+    OpenPage(engine, window, extension);
+    EXPECT(engine.AddPictureFromFile("doc", extension, file, "", true) != nullptr && showsLine());
   }
-  const MemoryFrame frame = window.CopyFrame();
-  const bool isDrawn = frame.width == 100 && frame.pixels[25 * 100 + 50] == 0xFF0000FF &&
-                       frame.pixels[10 * 100 + 50] == 0xFFFFFFFF;
-  std::puts(isDrawn ? "the line is there" : "the line is missing");
-  return isDrawn ? 0 : 1;
+
+  engine.SetNicknameTip(kBlack, 18, "", kGreen);
+  Annotation named;
+  named.Init({kBlue, 1, 0}, AnnotationTypeDrawing, AnnotationSubTypeLine, "grace", "", "Grace");
+  named.SetAnnotationId("mark");
+  named.subModelIndex = 0;
+  named.InsertPoints(0, {{5, 5, 0.05, 0.1}, {6, 5, 0.06, 0.1}});
+  EXPECT(engine.AddAnnotationFromRemote("doc", "jpg", new Annotation(named)) == 1);
+  const MemoryFrame tip = Show(window);
+  EXPECT(std::count(tip.pixels.begin(), tip.pixels.end(), kGreen) > 500);
+  EXPECT(std::count(tip.pixels.begin(), tip.pixels.end(), kBlack) > 0);  // letters
+  std::puts("the line, the files and the name are there");
+  return 0;
 }

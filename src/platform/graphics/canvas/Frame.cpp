@@ -36,6 +36,12 @@ std::uint64_t HashOf(const Box& box) {
   return Mix(Mix(1, Pair(box.x, box.y)), Pair(box.width, box.height));
 }
 
+// Of everything but lines; the style, which tells the shapes apart, is hashed besides.
+std::uint64_t HashOf(const Command& command) {
+  const auto picture = reinterpret_cast<std::uintptr_t>(command.picture.get());
+  return Mix(Mix(HashOf(command.box), picture), HashOf(command.part));
+}
+
 Command CommandOf(Shape shape, std::uint32_t argb, float penWidth, const Box& box) {
   Command command;
   command.shape = shape;
@@ -64,9 +70,21 @@ void Frame::Restart() {
 
 void Frame::Clear(std::uint32_t argb) {
   Restart();
+  repeating = repeating && argb == clearColor;
   cleared = true;
   clearColor = argb;
-  tiles.StartOver(canvas::Finish(Mix(1, argb)));
+  if (!repeating) {
+    tiles.StartOver(canvas::Finish(Mix(1, argb)));
+  }
+}
+
+// A command after a finished frame lies on top of it.
+void Frame::BeginCommand() {
+  if (finished) {
+    Restart();
+    cleared = false;
+    repeating = false;
+  }
 }
 
 // Whether the frame before went on like this.
@@ -82,6 +100,15 @@ bool Frame::Repeats(const Command& next, std::span<const raster::GridPoint> line
           std::memcmp(line.data(), points.data() + usedPoints, line.size_bytes()) == 0);
 }
 
+// This frame goes another way than the one shown: the tiles hear of what they had in common.
+void Frame::Depart() {
+  if (repeating) {
+    repeating = false;
+    tiles.StartOver(canvas::Finish(Mix(1, clearColor)));
+    std::for_each_n(commands.begin(), used, [this](const Command& command) { Note(command); });
+  }
+}
+
 // Forgets what is left of the frame before.
 void Frame::Truncate() {
   for (std::size_t i = used; i < commands.size(); ++i) {
@@ -95,17 +122,28 @@ void Frame::Truncate() {
   partHashes.resize(usedParts);
 }
 
-// Records a command without points.
-Command& Frame::Add(Command next) {
-  if (finished) {
-    Restart();
-    cleared = false;
+// Goes on behind the command, the first one that was not used yet.
+void Frame::Take(const Command& command) {
+  if (!repeating) {
+    Note(command);
   }
+  ++used;
+  usedPoints += command.pointCount;
+  usedParts += command.partCount;
+}
+
+// Records a command without points.
+void Frame::AddBox(Command next, int margin) {
+  BeginCommand();
   if (!Repeats(next, {})) {
+    Depart();
     Truncate();
+    const Box& box = next.box;
+    next.reach = Reach(box.x, box.y, std::int64_t{box.x} + box.width,
+                       std::int64_t{box.y} + box.height, margin);
     commands.push_back(std::move(next));
   }
-  return commands[used++];
+  Take(commands[used]);
 }
 
 raster::PixelRect Frame::Reach(std::int64_t left, std::int64_t top, std::int64_t right,
@@ -117,25 +155,15 @@ raster::PixelRect Frame::Reach(std::int64_t left, std::int64_t top, std::int64_t
           limit(right + margin + 1, surface.width), limit(bottom + margin + 1, surface.height)};
 }
 
-void Frame::NoteBox(Command& command, std::uint64_t hash, int margin) {
-  const Box& box = command.box;
-  command.reach = Reach(box.x, box.y, std::int64_t{box.x} + box.width,
-                        std::int64_t{box.y} + box.height, margin);
-  tiles.BeginMark(StyleOf(command));
-  tiles.AddPart(command.reach, Mix(hash, HashOf(box)));
-}
-
 void Frame::Stroke(std::span<const raster::GridPoint> line, bool closed, float penWidth,
                    std::uint32_t argb) {
   if (line.empty()) {
     return;
   }
-  if (finished) {
-    Restart();
-    cleared = false;
-  }
+  BeginCommand();
   Command next = CommandOf(closed ? Shape::kPolygon : Shape::kPolyline, argb, penWidth, {});
   if (!Repeats(next, line)) {
+    Depart();
     Truncate();
     next.firstPoint = usedPoints;
     next.pointCount = line.size();
@@ -143,10 +171,7 @@ void Frame::Stroke(std::span<const raster::GridPoint> line, bool closed, float p
     MeasureLine(next);
     commands.push_back(std::move(next));
   }
-  NoteLine(commands[used]);
-  ++used;
-  usedPoints += line.size();
-  usedParts += commands[used - 1].partCount;
+  Take(commands[used]);
 }
 
 // A long line is noted part by part, so that a point added to its end changes the tiles around that
@@ -171,32 +196,35 @@ void Frame::MeasureLine(Command& command) {
   }
 }
 
-void Frame::NoteLine(const Command& command) {
+void Frame::Note(const Command& command) {
   tiles.BeginMark(StyleOf(command));
+  if (command.partCount == 0) {
+    tiles.AddPart(command.reach, HashOf(command));
+  }
   for (std::size_t i = command.firstPart; i < command.firstPart + command.partCount; ++i) {
     tiles.AddPart(parts[i], partHashes[i]);
   }
 }
 
 void Frame::StrokeEllipse(const Box& box, float penWidth, std::uint32_t argb) {
-  Command& command = Add(CommandOf(Shape::kEllipse, argb, penWidth, box));
+  Command next = CommandOf(Shape::kEllipse, argb, penWidth, box);
   // Where the outline bends tighter than the pen is wide, its joints may be as sharp as any.
   const double wide = std::max(box.width, box.height) / 2.0;
   const double narrow = std::min(box.width, box.height) / 2.0;
-  const bool sharp = narrow * narrow < 2 * command.penWidth * wide;
-  NoteBox(command, 1, MarginOf(command.penWidth, sharp));
+  const bool sharp = narrow * narrow < 2 * next.penWidth * wide;
+  const int margin = MarginOf(next.penWidth, sharp);
+  AddBox(std::move(next), margin);
 }
 
 void Frame::Fill(const Box& box, std::uint32_t argb) {
-  NoteBox(Add(CommandOf(Shape::kFill, argb, 1, box)), 2, 0);
+  AddBox(CommandOf(Shape::kFill, argb, 1, box), 0);
 }
 
 void Frame::DrawPicture(std::shared_ptr<const Picture> picture, const Box& part, const Box& box) {
-  const auto address = reinterpret_cast<std::uintptr_t>(picture.get());
   Command next = CommandOf(Shape::kPicture, 0, 1, box);
   next.part = part;
   next.picture = std::move(picture);
-  NoteBox(Add(std::move(next)), Mix(Mix(3, address), HashOf(part)), 0);
+  AddBox(std::move(next), 0);
 }
 
 void Frame::Paint(raster::Rasterizer& painter, const raster::PixelRect& area) const {
@@ -276,10 +304,16 @@ void Frame::PaintBands() {
 
 std::span<const raster::PixelRect> Frame::Finish() {
   changed.clear();
-  Truncate();
+  if (used < commands.size()) {
+    Depart();
+    Truncate();
+  }
   finished = true;
   if (cleared) {
     pictures.clear();
+  }
+  if (repeating) {
+    return changed;
   }
   try {
     tiles.TakeChanged(changed);
@@ -288,6 +322,7 @@ std::span<const raster::PixelRect> Frame::Finish() {
     tiles.ForgetShown();  // the tiles that were not reached are none the less taken for painted
     throw;
   }
+  repeating = cleared;
   return changed;
 }
 

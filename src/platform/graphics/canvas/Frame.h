@@ -3,7 +3,8 @@
 //
 // Drawing calls are recorded; Finish paints them. A Clear drops what came before it. Every tile of
 // the page knows the hash of the commands that touched it, in order; a tile whose hash is that of
-// the pixels shown keeps them.
+// the pixels shown keeps them. As long as a frame goes like the one before, not even the tiles are
+// told of it.
 #pragma once
 
 #include <memory>
@@ -41,14 +42,16 @@ class Frame {
 
  private:
   void Restart();
+  void BeginCommand();
   bool Repeats(const Command& next, std::span<const raster::GridPoint> line) const;
+  void Depart();
   void Truncate();
-  Command& Add(Command next);
+  void Take(const Command& command);
+  void AddBox(Command next, int margin);
   raster::PixelRect Reach(std::int64_t left, std::int64_t top, std::int64_t right,
                           std::int64_t bottom, int margin) const;
-  void NoteBox(Command& command, std::uint64_t hash, int margin);
   void MeasureLine(Command& command);
-  void NoteLine(const Command& command);
+  void Note(const Command& command);
   void Paint(raster::Rasterizer& painter, const raster::PixelRect& area) const;
   void PaintPicture(const Command& command, const raster::PixelRect& area) const;
   void PaintBands();
@@ -71,6 +74,9 @@ class Frame {
   std::vector<std::shared_ptr<const Picture>> pictures;
   bool cleared = false;   // the commands start from a Clear
   bool finished = false;  // the commands are painted; the next one starts a new list
+  // All commands, those behind the used ones included, are the frame that is shown, which started
+  // from a Clear to clearColor; the tiles are as that frame left them.
+  bool repeating = false;
   std::uint32_t clearColor = 0;
   std::vector<raster::PixelRect> changed;
   std::vector<raster::PixelRect> bands;

@@ -299,6 +299,9 @@ TEST(FrameTest, WhatIsDrawnAfterAFinishLiesOnTopOfIt) {
   Screen whole(kWidth, kHeight, 1);
   whole.Show({0xFFFFFFFF, {below, above}});
   EXPECT_EQ(screen.Pixels(), whole.Pixels());
+  // The same call after a Clear is a frame of its own.
+  screen.Show({0xFFFFFFFF, {above}});
+  EXPECT_EQ(screen.Pixels()[15 * kWidth + 15], 0xFFFFFFFFU);
 }
 
 }  // namespace
