@@ -13,7 +13,8 @@
 // any system table, so nothing is left of it whichever side dies first.
 class SharedImage {
  public:
-  // Whether the server has the extension. Create tells whether its memory is this machine's as well.
+  // Whether the server has the extension. Create tells whether its memory is this machine's as
+  // well.
   static bool CanShare(const Connection& connection);
 
   // Null when there is no memory, or the server cannot have it: the connection of a remote one does

@@ -7,15 +7,28 @@
 #include <chrono>
 #include <csignal>
 #include <cstdlib>
-#include <filesystem>
+#include <fstream>
 #include <thread>
 
 #include "x11/XClient.h"
 
 namespace {
 
-const std::string kWindowManagerSettings =
-    std::filesystem::path(__FILE__).replace_filename("openbox.xml").string();
+// Windows without frames, the whiteboard's in the corner; a press hands over the focus, for which
+// the window manager holds the pointer back for a moment.
+constexpr const char* kWindowManagerSettings = R"(<?xml version="1.0"?>
+<openbox_config xmlns="http://openbox.org/3.4/rc">
+  <applications>
+    <application class="*"><decor>no</decor></application>
+    <application class="Parchlet-whiteboard">
+      <position force="yes"><x>0</x><y>0</y></position>
+    </application>
+  </applications>
+  <mouse><context name="Client"><mousebind button="Left" action="Press">
+    <action name="Focus"/><action name="Raise"/>
+  </mousebind></context></mouse>
+</openbox_config>
+)";
 constexpr int kPatienceMs = 30'000;
 
 // What the server says on that pipe: its display number. Empty when it says nothing.
@@ -72,10 +85,11 @@ bool XServer::StartCompositor() {
 }
 
 bool XServer::StartWindowManager() {
+  const std::string settings = folder.File("openbox.xml");
+  std::ofstream(settings) << kWindowManagerSettings;
   // It announces itself before it is ready for windows; this it runs when it is.
-  windowManager = std::make_unique<Process>(
-      OnDisplay({"openbox", "--sm-disable", "--config-file", kWindowManagerSettings, "--startup",
-                 "xsetroot -name ready"}));
+  windowManager = std::make_unique<Process>(OnDisplay(
+      {"openbox", "--sm-disable", "--config-file", settings, "--startup", "xsetroot -name ready"}));
   const XClient client(display);
   return Eventually([&client] { return client.HasRootProperty("WM_NAME"); });
 }

@@ -6,6 +6,7 @@
 #include <string>
 #include <vector>
 
+#include "support/TemporaryFolder.h"
 #include "x11/Process.h"
 
 // An Xvfb under a free display number, which it finds itself. It dies with this object.
@@ -42,6 +43,7 @@ class XServer {
   std::unique_ptr<Process> server;
   std::unique_ptr<Process> compositor;
   std::unique_ptr<Process> windowManager;
+  TemporaryFolder folder;  // for settings
   std::string missing;
   std::string display;
 };
