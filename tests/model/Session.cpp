@@ -78,6 +78,7 @@ void Session::MakeOneCall() {
                 {&Session::AskForDrawing, 4},
                 {&Session::AskForDot, 4},
                 {&Session::PlacePicture, 4},
+                {&Session::SavePage, 1},
                 {&Session::SetTip, 1},
                 {&Session::StartSelecting, 14},
                 {static_cast<void (Session::*)()>(&Session::MoveSelecting), 16},
@@ -99,6 +100,8 @@ void Session::MakeOneCall() {
                 {&Session::Navigate, 5},
                 {&Session::AskForCurrentPage, 2},
                 {&Session::MakeIdleCalls, 1},
+                {&Session::MoveAWindow, 3},
+                {&Session::ReplaceAWindow, 1},
                 {&Session::Refresh, 14},
                 {&Session::PassTime, 4}};
   const int kinds = static_cast<int>(std::size(kCalls));
@@ -134,14 +137,15 @@ void Session::Settle() {
   }
 }
 
-std::string Session::PictureFile(std::size_t which) {
+// With the picture files in it, each named by its number.
+TemporaryFolder& Session::Folder() {
   if (!folder) {
     folder.emplace();
     for (std::size_t i = 0; i < pictures.size(); ++i) {
       std::ofstream(folder->File(std::to_string(i)), std::ios::binary) << pictures[i];
     }
   }
-  return folder->File(which < pictures.size() ? std::to_string(which) : "no");
+  return *folder;
 }
 
 void Session::PaintModel() {
@@ -153,7 +157,8 @@ void Session::PaintModel() {
 void Session::Refresh() {
   Trace("refresh");
   const int pushed = ParchletTestAccess::Refresh(*engine);
-  Same("a push", pushed != 0, plain.CurrentPage() != nullptr);
+  // The window may have gone where windows go; see ReplaceAWindow.
+  Same("a push", pushed != 0 || isPaintedAtOnce, plain.CurrentPage() != nullptr || isPaintedAtOnce);
   PaintModel();
 }
 
@@ -226,6 +231,23 @@ std::string Session::AnyAuthorOn(const PlainPage* page) {
   }
   const auto skipped = any.Below(static_cast<int>(page->confirmed.size()));
   return std::next(page->confirmed.begin(), skipped)->first;
+}
+
+POINT Session::AnyPointNearMarksOf(const PlainPage* page) {
+  const std::vector<PlainMarkPtr> marks =
+      page != nullptr ? MarksOf(*page) : std::vector<PlainMarkPtr>();
+  const PlainMarkPtr mark = marks.empty() || any.OneIn(4) ? nullptr : any.OneOf(marks);
+  if (mark == nullptr || !mark->HasTwoPoints()) {
+    return any.Point();
+  }
+  const int count = static_cast<int>(mark->points.at(0).size());
+  const auto second = mark->points.at(0).begin() + 1 + any.Below(count - 1);
+  const auto between = [this](LONG a, LONG b) {
+    const std::int64_t value = (any.OneIn(2) ? a : (std::int64_t{a} + b) / 2) + any.Below(17) - 8;
+    return static_cast<LONG>(std::clamp<std::int64_t>(value, INT32_MIN, INT32_MAX));
+  };
+  const LONG x = between(std::prev(second)->x, second->x);
+  return {x, between(std::prev(second)->y, second->y)};
 }
 
 MemoryWindow& Session::AnyWindow() {

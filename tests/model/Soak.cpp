@@ -5,40 +5,14 @@
 #include <cstdio>
 #include <cstdlib>
 #include <random>
-#include <thread>
 
 #include "model/Session.h"
 #include "support/TestAccess.h"
+#include "support/Tireless.h"
 
 namespace {
 
 constexpr int kCallsASession = 20'000;
-
-// Paints and pushes without a rest, as many refresh threads would.
-class Pushes {
- public:
-  explicit Pushes(Parchlet& engine)
-      : thread([this, &engine] {
-          while (!stopped) {
-            frames += ParchletTestAccess::Refresh(engine) != 0 ? 1 : 0;
-            // A lock taken again at once would keep the host out.
-            std::this_thread::sleep_for(std::chrono::microseconds(50));
-          }
-        }) {}
-  ~Pushes() {
-    stopped = true;
-    thread.join();
-  }
-  Pushes(const Pushes&) = delete;
-  Pushes& operator=(const Pushes&) = delete;
-
-  std::uint64_t Frames() const { return frames; }
-
- private:
-  std::atomic<bool> stopped{false};
-  std::atomic<std::uint64_t> frames{0};
-  std::thread thread;
-};
 
 struct Totals {
   std::uint64_t sessions = 0;
@@ -52,13 +26,16 @@ void RunSession(unsigned seed, Clock::time_point end, Totals& totals) {
   std::mt19937 random(seed);
   Session session([&random] { return static_cast<std::uint8_t>(random()); }, true);
   session.Start();
-  Pushes pushes(session.Engine());
+  std::atomic<std::uint64_t> frames{0};
+  const Tireless pushes([&] {
+    frames += ParchletTestAccess::Refresh(session.Engine()) != 0 ? 1 : 0;
+  });
   for (int i = 0; i < kCallsASession && Clock::now() < end; ++i) {
     session.MakeOneCall();
   }
   ++totals.sessions;
   totals.calls += session.CallCount();
-  totals.frames += pushes.Frames();
+  totals.frames += frames;
 }
 
 }  // namespace

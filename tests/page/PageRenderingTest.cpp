@@ -78,7 +78,7 @@ TEST_F(PageRenderingTest, ASelectionFrameLiesRightAboveItsMark) {
   EXPECT_THAT(frame, Shows(60, 30, kGreen)) << "under the mark above";
 }
 
-TEST_F(PageRenderingTest, TemporaryInkGoesAfterEightSecondsUnlessItIsConfirmed) {
+TEST_F(PageRenderingTest, TemporaryInkGoesAfterEightSeconds) {
   const struct {
     ULONGLONG start, now;
     bool isShown;
@@ -93,20 +93,6 @@ TEST_F(PageRenderingTest, TemporaryInkGoesAfterEightSecondsUnlessItIsConfirmed) 
     EXPECT_EQ(isShown ? 0 : 1, mark->IsErased());
     painted.page.CancelAnnotation(mark->annotationId);
   }
-  const ReplacedClock clock(100'000);
-  Annotation* drawn = AddPending(10, 10, 20, kRed);
-  drawn->tempStartTick = 1;
-  const auto echo = Mark(drawn->annotationId).By("ada").Box(kSize, 10, 10, 20, kRed).Make();
-  painted.page.AddAnnotation(echo.get(), true);
-  EXPECT_THAT(painted.Paint(), Shows(15, 15, kRed));
-}
-
-TEST_F(PageRenderingTest, PaintingStoresThePixelsOfThePageSize) {
-  const Annotation* mark = AddRemote(0, 10, 10, 20, kRed);
-  painted.page.UpdatePage(PageOf(200, 50), true);
-  painted.Paint();
-  EXPECT_THAT(mark->GetPoints().at(0), testing::ElementsAre(AnnotationPoint{20, 5, 0.1, 0.1},
-                                                            AnnotationPoint{60, 15, 0.3, 0.3}));
 }
 
 }  // namespace

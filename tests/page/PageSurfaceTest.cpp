@@ -56,40 +56,6 @@ TEST_F(PageSurfaceTest, AnEmptyViewMakesASurfaceOfOnePixelUntilTheFirstResize) {
   }
 }
 
-TEST_F(PageSurfaceTest, OnlyTheFirstViewThatIsNotEmptyStaysTheInitialOne) {
-  AnnotationPageInfo info = PageOf(60, 40);
-  info.viewRect = {3, 3, 3, 9};
-  Init(info);
-  for (const RECT& view : {RECT{5, 5, 9, 5}, RECT{1, 2, 3, 4}, RECT{5, 6, 7, 8}}) {
-    info.viewRect = view;
-    EXPECT_EQ(1, page.UpdatePage(info, false));
-    EXPECT_EQ(view, page.GetCurrentInfo().viewRect);
-  }
-  EXPECT_EQ((RECT{1, 2, 3, 4}), page.GetInitialInfo().viewRect);
-}
-
-TEST_F(PageSurfaceTest, AnUpdateTakesOverWhatIsTheHostsWhateverItsResult) {
-  Init(PageOf(60, 40));
-  const struct {
-    int width, height;
-    bool resize;
-    int result;
-  } cases[] = {{60, 40, true, 0}, {0, 40, true, 0}, {60, -1, true, 0}, {0, -5, false, 1}};
-  for (const auto& [width, height, resize, result] : cases) {
-    AnnotationPageInfo info = {width + 1, height + 2, width, height, true, {1, 2, 9, height}, kRed};
-    EXPECT_EQ(result, page.UpdatePage(info, resize));
-    const AnnotationPageInfo& now = page.GetCurrentInfo();
-    EXPECT_EQ(info.userValue1, now.userValue1);
-    EXPECT_EQ(info.userValue2, now.userValue2);
-    EXPECT_EQ(info.viewRect, now.viewRect);
-    EXPECT_EQ(60, now.width);
-    EXPECT_EQ(40, now.height);
-    EXPECT_FALSE(now.transparent);
-    EXPECT_EQ(0, page.GetInitialInfo().userValue1);
-  }
-  EXPECT_EQ((RECT{0, 0, 60, 40}), Covered());
-}
-
 TEST_F(PageSurfaceTest, MarksKeepTheirFractionsWhenThePageIsResized) {
   Init(PageOf(60, 40));
   page.AddAnnotation(Mark("m").Box(kSize, 30, 20, 10, kRed).Release(), true);

@@ -1,11 +1,9 @@
 // What the host may do to one mark while a page paints it.
-#include <atomic>
-#include <chrono>
 #include <functional>
-#include <thread>
 
 #include "support/Mark.h"
 #include "support/ReplacedClock.h"
+#include "support/Tireless.h"
 #include "support/Whiteboard.h"
 
 namespace {
@@ -15,18 +13,10 @@ constexpr int kRounds = 300;
 
 // Runs `act` again and again while another thread paints the page as often.
 void WhilePainting(PaintedPage& painted, const std::function<void()>& act) {
-  std::atomic<bool> stopped{false};
-  std::thread painter([&] {
-    while (!stopped) {
-      painted.page.UpdateLayeredContent();
-      std::this_thread::sleep_for(std::chrono::microseconds(20));  // lets the other one in
-    }
-  });
+  const Tireless painter([&painted] { painted.page.UpdateLayeredContent(); });
   for (int round = 0; round < kRounds; ++round) {
     act();
   }
-  stopped = true;
-  painter.join();
 }
 
 TEST(SharedMarkTest, PointsMayComeWhileAPathIsPainted) {

@@ -8,8 +8,8 @@
 #include <numbers>
 #include <vector>
 
-#include "ExactCoverage.h"
 #include "platform/graphics/raster/Rasterizer.h"
+#include "support/ExactCoverage.h"
 #include "workload/Workload.h"
 
 namespace {
@@ -38,34 +38,35 @@ std::vector<std::uint32_t> Paint(const Workload& page) {
   return pixels;
 }
 
+std::vector<exact::Polygon> Meant(const std::vector<GridPoint>& line, int pen) {
+  std::vector<exact::Corner> corners;
+  for (const GridPoint& point : line) {
+    corners.push_back({static_cast<double>(point.x), static_cast<double>(point.y)});
+  }
+  return exact::StrokePolygons(corners, false, pen);
+}
+
 exact::Error ErrorOf(const Workload& page) {
   exact::Canvas truth(page.width, page.height, 0xFFFFFFFF);
   for (const BenchMark& mark : page.marks) {
-    const auto polygons = exact::StrokePolygons(PointsOf(mark), false, mark.width);
-    truth.Blend(exact::Coverage(polygons, page.width, page.height), mark.color);
+    truth.Blend(exact::Coverage(Meant(PointsOf(mark), mark.width), page.width, page.height),
+                mark.color);
   }
   std::vector<std::uint32_t> pixels = Paint(page);
   return exact::Compare(truth, {pixels.data(), page.width, page.height, page.width});
 }
 
-constexpr double kMostFar = 0.006;
-
-TEST(QualityTest, FreehandInkIsWithinHalfALevelOfTheTruth) {
-  const exact::Error error = ErrorOf(MakePaths("", 640, 400, {120, 200, 6, 0xFF}));
-  EXPECT_LE(error.mean, 0.5);
-  EXPECT_LE(error.farShare, kMostFar);
-}
-
-TEST(QualityTest, ThinInkIsWithinALevelOrSoOfTheTruth) {
-  const exact::Error error = ErrorOf(MakePaths("", 640, 400, {120, 200, 2, 0xFF}));
-  EXPECT_LE(error.mean, 1.2);
-  EXPECT_LE(error.farShare, kMostFar);
-}
-
-TEST(QualityTest, ZigzagsAndUTurnsStayNearTheTruth) {
-  const exact::Error error = ErrorOf(MakeTorture("", 960, 540, 120));
-  EXPECT_LE(error.mean, 0.8);
-  EXPECT_LE(error.farShare, kMostFar);
+// Means in levels a colour channel.
+TEST(QualityTest, InkIsWithinALevelOrSoOfTheTruth) {
+  const std::pair<Workload, double> cases[] = {
+      {MakePaths("freehand", 640, 400, {120, 200, 6, 0xFF}), 0.5},
+      {MakePaths("thin", 640, 400, {120, 200, 2, 0xFF}), 1.2},
+      {MakeTorture("zigzags and U-turns", 960, 540, 120), 0.8}};
+  for (const auto& [page, mean] : cases) {
+    const exact::Error error = ErrorOf(page);
+    EXPECT_LE(error.mean, mean) << page.name;
+    EXPECT_LE(error.farShare, 0.006) << page.name;
+  }
 }
 
 // A stroke blends over itself nowhere: a translucent one shows two colours and what lies between.
@@ -101,7 +102,7 @@ JointError ErrorAt(int pen, int degrees) {
   rasterizer.SetTarget({pixels.data(), kSide, kSide, kSide}, {0, 0, kSide, kSide});
   rasterizer.Clear(0xFF000000);
   rasterizer.Stroke(line, false, static_cast<float>(pen), 0xFFFFFFFF);
-  const auto truth = exact::Coverage(exact::StrokePolygons(line, false, pen), kSide, kSide);
+  const auto truth = exact::Coverage(Meant(line, pen), kSide, kSide);
   JointError error;
   for (std::size_t i = 0; i < pixels.size(); ++i) {
     const double painted = pixels[i] & 0xFF;

@@ -1,4 +1,4 @@
-#include "ExactCoverage.h"
+#include "support/ExactCoverage.h"
 
 #include <algorithm>
 #include <bit>
@@ -53,17 +53,9 @@ void AddJoint(Corner at, Corner before, Corner after, double half, std::vector<P
   }
 }
 
-std::vector<Corner> Distinct(std::span<const raster::GridPoint> points, bool closed) {
-  std::vector<Corner> line;
-  raster::GridPoint last{};
-  for (const raster::GridPoint& point : points) {
-    if (line.empty() || point != last) {
-      line.push_back({static_cast<double>(point.x), static_cast<double>(point.y)});
-    }
-    last = point;
-  }
-  while (closed && line.size() > 1 && line.back().x == line.front().x &&
-         line.back().y == line.front().y) {
+std::vector<Corner> Distinct(std::vector<Corner> line, bool closed) {
+  line.erase(std::unique(line.begin(), line.end()), line.end());
+  while (closed && line.size() > 1 && line.back() == line.front()) {
     line.pop_back();
   }
   return line;
@@ -137,8 +129,7 @@ std::vector<std::vector<const Polygon*>> ByRow(std::span<const Polygon> polygons
 
 }  // namespace
 
-std::vector<Polygon> StrokePolygons(std::span<const raster::GridPoint> points, bool closed,
-                                    double width) {
+std::vector<Polygon> StrokePolygons(const std::vector<Corner>& points, bool closed, double width) {
   std::vector<Polygon> polygons;
   const std::vector<Corner> line = Distinct(points, closed);
   const std::size_t count = line.size();
