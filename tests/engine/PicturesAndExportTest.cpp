@@ -1,41 +1,19 @@
 // Pictures on pages and behind them, and pages as image files.
 #include <gtest/gtest.h>
 
-#include <csignal>
 #include <fstream>
 #include <iterator>
 #include <memory>
 #include <set>
 
-#include <sys/resource.h>
-
 #include <parchlet/Utils.h>
 
 #include "platform/image/Picture.h"
+#include "support/SmallDisk.h"
 #include "support/TemporaryFolder.h"
 #include "support/Whiteboard.h"
 
 namespace {
-
-// Files end at so many bytes, as on a disk that is full, for as long as this lives.
-class SmallDisk {
- public:
-  explicit SmallDisk(rlim_t bytes) : previousHandler(std::signal(SIGXFSZ, SIG_IGN)) {
-    getrlimit(RLIMIT_FSIZE, &previous);
-    const rlimit small = {bytes, previous.rlim_max};
-    EXPECT_EQ(0, setrlimit(RLIMIT_FSIZE, &small));
-  }
-  ~SmallDisk() {
-    setrlimit(RLIMIT_FSIZE, &previous);
-    std::signal(SIGXFSZ, previousHandler);
-  }
-  SmallDisk(const SmallDisk&) = delete;
-  SmallDisk& operator=(const SmallDisk&) = delete;
-
- private:
-  void (*previousHandler)(int);
-  rlimit previous{};
-};
 
 std::string ReadFile(const std::string& path) {
   std::ifstream file(path, std::ios::binary);

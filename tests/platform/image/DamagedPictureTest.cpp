@@ -65,53 +65,27 @@ TEST(PictureLimits, AllowSixtyFourMegapixelsInAnyShape) {
 constexpr int kSide = 8192;
 
 TEST(PictureLimits, AWholeFileOfOneRowTooManyFails) {
-  PngFile png;
-  png.width = kSide;
-  png.height = kSide + 1;
-  png.colorType = PNG_COLOR_TYPE_GRAY;
-  png.bitDepth = 1;
-  png.rows.resize(static_cast<std::size_t>(png.width) / 8 * png.height);
+  PngFile png{kSide, kSide + 1, PNG_COLOR_TYPE_GRAY, 1, false, {}, {}, {}, {}};
+  png.rows.resize(Product(png.width / 8, png.height));
   EXPECT_EQ(DecodePicture(MakePng(png)).width, 0);
 
-  JpegFile jpeg;
-  jpeg.width = kSide;
-  jpeg.height = kSide + 1;
-  jpeg.components = 1;
-  jpeg.samples.resize(static_cast<std::size_t>(jpeg.width) * jpeg.height);
+  const JpegFile jpeg{kSide, kSide + 1, 1, Samples(Product(kSide, kSide + 1))};
   EXPECT_EQ(DecodePicture(MakeJpeg(jpeg)).width, 0);
 
-  BmpFile bmp;
-  bmp.width = kSide;
-  bmp.height = kSide + 1;
-  bmp.bits = 8;
-  bmp.compression = 1;
-  bmp.stored = {0, 1};
+  const BmpFile bmp{40, kSide, kSide + 1, 8, 1, {}, {}, 0, {0, 1}};
   EXPECT_EQ(DecodePicture(MakeBmp(bmp)).width, 0);
 
-  GifFile gif;
-  gif.screenWidth = kSide;
-  gif.screenHeight = kSide + 1;
-  gif.width = gif.height = 1;
-  gif.indexes = {0};
-  gif.palette = {{}, {}};
+  const GifFile gif{kSide, kSide + 1, 0, 0, 1, 1, {0}, {{}, {}}};
   EXPECT_EQ(DecodePicture(MakeGif(gif)).width, 0);
 }
 
 TEST(PictureLimits, AGifFrameLargerThanAnyPictureFailsOnASmallScreen) {
-  GifFile gif;
-  gif.screenWidth = gif.screenHeight = 1;
-  gif.width = kSide + 1;
-  gif.height = kSide;
-  gif.palette = {{}, {}};
-  gif.indexes.resize(static_cast<std::size_t>(gif.width) * gif.height);
+  const GifFile gif{1, 1, 0, 0, kSide + 1, kSide, Samples(Product(kSide + 1, kSide)), {{}, {}}};
   EXPECT_EQ(DecodePicture(MakeGif(gif)).width, 0);
 }
 
 TEST(PictureLimits, APngHeaderThatPromisesMoreThanItsBytesCanHoldFails) {
-  PngFile png;
-  png.width = png.height = 1;
-  png.colorType = PNG_COLOR_TYPE_GRAY;
-  png.rows = {0};
+  PngFile png{1, 1, PNG_COLOR_TYPE_GRAY, 8, false, {0}, {}, {}, {}};
   Bytes lying = MakePng(png);
   png.width = png.height = 4096;
   png.rows.resize(std::size_t{4096} * 4096);

@@ -135,21 +135,6 @@ TEST(QualityTest, EveryInstructionSetPaintsTheSame) {
   hwy::SetSupportedTargetsForTest(0);
 }
 
-TEST(QualityTest, AFilledBoxIsCrisp) {
-  constexpr int kSide = 40;
-  std::vector<std::uint32_t> pixels(kSide * kSide);
-  Rasterizer rasterizer;
-  rasterizer.SetTarget({pixels.data(), kSide, kSide, kSide}, {0, 0, kSide, kSide});
-  rasterizer.Clear(0xFFFFFFFF);
-  rasterizer.Fill(7, 9, 13, 5, 0xFF123456);
-  for (int y = 0; y < kSide; ++y) {
-    for (int x = 0; x < kSide; ++x) {
-      const bool inside = x >= 7 && x < 20 && y >= 9 && y < 14;
-      EXPECT_EQ(pixels[static_cast<std::size_t>(y) * kSide + x], inside ? 0xFF123456 : 0xFFFFFFFF);
-    }
-  }
-}
-
 // The pixels around the surface stand in for whoever owns the memory there.
 TEST(QualityTest, HostileGeometryNeverLeavesTheSurface) {
   constexpr int kSide = 64;
