@@ -139,12 +139,4 @@ TEST_F(AnnotationPictureTest, CopiesShareOneImageUntilTheLastLetsGo) {
   ExpectFourColours(Show(std::move(copy)));
 }
 
-TEST_F(AnnotationPictureTest, APictureWithoutABoxDrawsNothing) {
-  for (const std::vector<POINT>& box : {std::vector<POINT>{{20, 20}}, {{20, 20}, {20, 80}}}) {
-    auto mark = Placed(box);
-    mark->SetPicture(Path("four.png"), "p");
-    EXPECT_THAT(Show(std::move(mark)), IsAll(kWhite));
-  }
-}
-
 }  // namespace

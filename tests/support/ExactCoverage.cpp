@@ -1,13 +1,12 @@
 #include "support/ExactCoverage.h"
 
 #include <algorithm>
-#include <bit>
 #include <cmath>
 
 namespace exact {
 namespace {
 
-constexpr int kSamples = 16;
+constexpr int kLines = 16;  // a pixel
 constexpr double kMitreLimit = 10;
 
 Corner operator+(Corner a, Corner b) {
@@ -81,50 +80,21 @@ Range Across(const Polygon& polygon, double y) {
   return range;
 }
 
-// One line of sample points over the page, a bit each.
-class SampleLine {
- public:
-  explicit SampleLine(int width) : bits(static_cast<std::size_t>(width)) {}
-
-  void Clear() { std::fill(bits.begin(), bits.end(), std::uint16_t{0}); }
-  // Sets the points between the two places; pixel p reaches from p - 1/2 to p + 1/2.
-  void Set(const Range& range) {
-    const double count = static_cast<double>(bits.size()) * kSamples;
-    const auto index = [&](double x) {
-      return static_cast<long>(std::clamp(std::ceil((x + 0.5) * kSamples - 0.5), 0.0, count));
-    };
-    for (long i = index(range.low), end = index(range.high); i < end;) {
-      if (i % kSamples == 0 && i + kSamples <= end) {
-        bits[static_cast<std::size_t>(i / kSamples)] = 0xFFFF;
-        i += kSamples;
-      } else {
-        bits[static_cast<std::size_t>(i / kSamples)] |=
-            static_cast<std::uint16_t>(1U << (i % kSamples));
-        ++i;
-      }
+// Adds the share of each pixel of a row that the union of the ranges covers, `weight` for a whole
+// one. Pixel p reaches from p - 1/2 to p + 1/2.
+void AddUnion(std::vector<Range>& ranges, double weight, std::span<double> row) {
+  std::sort(ranges.begin(), ranges.end(),
+            [](const Range& a, const Range& b) { return a.low < b.low; });
+  double done = 0;
+  for (const Range& range : ranges) {
+    const double end = std::min(range.high + 0.5, static_cast<double>(row.size()));
+    for (double at = std::max(range.low + 0.5, done); at < end;) {
+      const double next = std::min(std::floor(at) + 1, end);
+      row[static_cast<std::size_t>(at)] += weight * (next - at);
+      at = next;
     }
+    done = std::max(done, end);
   }
-  int Count(int pixel) const { return std::popcount(bits[static_cast<std::size_t>(pixel)]); }
-
- private:
-  std::vector<std::uint16_t> bits;
-};
-
-// The polygons by the rows of pixels that they reach into.
-std::vector<std::vector<const Polygon*>> ByRow(std::span<const Polygon> polygons, int height) {
-  std::vector<std::vector<const Polygon*>> rows(static_cast<std::size_t>(height));
-  for (const Polygon& polygon : polygons) {
-    Range range;
-    for (const Corner& corner : polygon) {
-      range = {std::min(range.low, corner.y), std::max(range.high, corner.y)};
-    }
-    const double top = std::clamp(std::floor(range.low), 0.0, static_cast<double>(height));
-    const double bottom = std::clamp(std::ceil(range.high) + 1, 0.0, static_cast<double>(height));
-    for (auto row = static_cast<std::size_t>(top); row < static_cast<std::size_t>(bottom); ++row) {
-      rows[row].push_back(&polygon);
-    }
-  }
-  return rows;
 }
 
 }  // namespace
@@ -149,20 +119,23 @@ std::vector<Polygon> StrokePolygons(const std::vector<Corner>& points, bool clos
 
 std::vector<double> Coverage(std::span<const Polygon> polygons, int width, int height) {
   std::vector<double> coverage(static_cast<std::size_t>(width) * height);
-  const auto rows = ByRow(polygons, height);
-  SampleLine line(width);
-  for (int y = 0; y < height; ++y) {
-    const auto& here = rows[static_cast<std::size_t>(y)];
-    for (int sample = 0; sample < kSamples && !here.empty(); ++sample) {
-      line.Clear();
-      for (const Polygon* polygon : here) {
-        line.Set(Across(*polygon, y - 0.5 + (sample + 0.5) / kSamples));
-      }
-      for (int x = 0; x < width; ++x) {
-        coverage[static_cast<std::size_t>(y) * width + x] +=
-            line.Count(x) / static_cast<double>(kSamples * kSamples);
+  std::vector<Range> heights;
+  for (const Polygon& polygon : polygons) {
+    const auto [top, bottom] = std::minmax_element(
+        polygon.begin(), polygon.end(), [](Corner a, Corner b) { return a.y < b.y; });
+    heights.push_back({top->y, bottom->y});
+  }
+  std::vector<Range> ranges;
+  for (int line = 0; line < height * kLines; ++line) {
+    const double y = (line + 0.5) / kLines - 0.5;
+    ranges.clear();
+    for (std::size_t i = 0; i < polygons.size(); ++i) {
+      if (heights[i].low <= y && y <= heights[i].high) {
+        ranges.push_back(Across(polygons[i], y));
       }
     }
+    AddUnion(ranges, 1.0 / kLines,
+             std::span(coverage).subspan(static_cast<std::size_t>(line / kLines) * width, width));
   }
   return coverage;
 }

@@ -1,5 +1,5 @@
 // The truth that painted strokes are measured against: the union of every segment's rectangle and
-// every joint's mitre or bevel, counted at 16 x 16 points a pixel. Slow and obvious.
+// every joint's mitre or bevel, measured along 16 lines a pixel. Slow and obvious.
 #pragma once
 
 #include <array>

@@ -1,6 +1,5 @@
 #include "platform/text/Unicode.h"
 
-#include <random>
 #include <vector>
 
 #include <gtest/gtest.h>
@@ -69,19 +68,6 @@ TEST(UnicodeTest, HalfASurrogatePairIsReplaced) {
   EXPECT_EQ(bad + bad, EncodeText(Units({0xDE00, 0xD83D}), {}));
   EXPECT_EQ(bad + "\xF0\x9F\x98\x80", EncodeText(Units({0xD83D, 0xD83D, 0xDE00}), {}));
   EXPECT_EQ(bad + bad + bad, EncodeText(Units({0x110000, 0x80000000, 0xFFFFFFFF}), {}));
-}
-
-TEST(UnicodeTest, AnyBytesBecomeTextThatGoesAround) {
-  std::mt19937 random(1);
-  for (int round = 0; round < 20'000; ++round) {
-    std::string bytes(random() % 8, '\0');
-    for (char& byte : bytes) {
-      byte = static_cast<char>(random() % 4 == 0 ? random() % 256 : 0x80 + random() % 128);
-    }
-    const std::wstring text = Decode(bytes);
-    ASSERT_LE(text.size(), bytes.size());
-    ASSERT_EQ(text, Decode(EncodeText(text, {})));
-  }
 }
 
 TEST(CodePageTest, OtherCharacterSetsAreConvertedOrCountAsUtf8) {
