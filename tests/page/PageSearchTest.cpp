@@ -66,7 +66,7 @@ TEST(FarMarkTest, EveryCoordinateGetsAnAnswer) {
   }
   page.EraseSelectedAnnotations();
   page.SelectAnnotations("bob", {INT32_MAX, INT32_MAX, INT32_MIN, INT32_MIN});
-  EXPECT_EQ(PageTestAccess::PaintOrder(page).size(), page.GetSelectedAnnotations().size())
+  EXPECT_EQ(PageTestAccess::PaintPlaces(page).size(), page.GetSelectedAnnotations().size())
       << "nothing lies outside of everything";
 }
 

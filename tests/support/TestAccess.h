@@ -15,9 +15,6 @@
 struct ParchletTestAccess {
   // Paints and pushes the current page, as the refresh thread does.
   static int Refresh(Parchlet& engine) { return engine.UpdateLayeredContent(); }
-  static Annotation* GetCurrentAnnotation(Parchlet& engine) {
-    return engine.GetCurrentAnnotation();
-  }
   static AnnotationPage* GetPageById(Parchlet& engine, const std::string& docId,
                                      const std::string& pageId) {
     return engine.GetPageById(docId, pageId);
@@ -34,14 +31,6 @@ struct PageTestAccess {
       const AnnotationPage& page) {
     return page.userAnnotations;
   }
-  // The ids of the paint order's entries, in that order.
-  PARCHLET_UNCHECKED static std::vector<std::string> PaintOrder(const AnnotationPage& page) {
-    std::vector<std::string> ids;
-    for (const PaintOrderEntry& entry : page.paintOrder) {
-      ids.push_back(entry.annotationId);
-    }
-    return ids;
-  }
   // The authors and ids of the paint order's entries, in that order.
   PARCHLET_UNCHECKED static std::vector<std::pair<std::string, std::string>> PaintPlaces(
       const AnnotationPage& page) {
@@ -54,24 +43,15 @@ struct PageTestAccess {
   PARCHLET_UNCHECKED static void Select(AnnotationPage& page, Annotation* annotation) {
     page.selectedAnnotations[annotation->annotationId] = annotation;
   }
-  PARCHLET_UNCHECKED static std::size_t SelectedCount(const AnnotationPage& page) {
-    return page.selectedAnnotations.size();
-  }
   PARCHLET_UNCHECKED static Annotation& RubberBand(AnnotationPage& page) { return page.selectRect; }
   // The page owns the picture from then on.
   PARCHLET_UNCHECKED static void SetBackgroundPicture(AnnotationPage& page, Annotation* picture) {
     page.backgroundPicture = picture;
   }
-  PARCHLET_UNCHECKED static void AddStrayPaintEntry(AnnotationPage& page, PaintOrderEntry entry) {
-    page.paintOrder.push_back(std::move(entry));
-  }
 };
 
 struct AnnotationTestAccess {
   PARCHLET_UNCHECKED static RECT FrameOf(const Annotation& annotation) { return annotation.frame; }
-  PARCHLET_UNCHECKED static const Gdiplus::Image* PictureOf(const Annotation& annotation) {
-    return annotation.picture.get();
-  }
   PARCHLET_UNCHECKED static long PictureUses(const Annotation& annotation) {
     return annotation.picture.use_count();
   }

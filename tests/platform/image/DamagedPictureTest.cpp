@@ -6,16 +6,21 @@
 #include "ImageFiles.h"
 #include "platform/image/Limits.h"
 #include "platform/image/Picture.h"
-#include "SampleFiles.h"
 
 namespace {
 
-class DamagedPictureTest : public testing::TestWithParam<SampleFile> {};
+// Each is one of the fuzzers' first files.
+class DamagedPictureTest : public testing::TestWithParam<const char*> {
+ protected:
+  const std::string path = std::string(PARCHLET_CORPUS "/") + GetParam();
+  const Bytes bytes = ReadWholeFile(path);
+};
 
 TEST_P(DamagedPictureTest, AFileCutAnywhereFails) {
-  const Bytes bytes = GetParam().bytes;
   ASSERT_NE(DecodePicture(bytes).width, 0);
-  for (std::size_t size = 0; size + GetParam().unusedTail < bytes.size(); ++size) {
+  // A reader of the first frame never needs the byte that ends a GIF file.
+  const std::size_t unusedTail = path.find("gif") != std::string::npos ? 1 : 0;
+  for (std::size_t size = 0; size + unusedTail < bytes.size(); ++size) {
     const Picture picture = DecodePicture(std::span(bytes).first(size));
     ASSERT_EQ(picture.width, 0) << "cut to " << size << " of " << bytes.size() << " bytes";
     ASSERT_EQ(picture.height, 0);
@@ -25,7 +30,6 @@ TEST_P(DamagedPictureTest, AFileCutAnywhereFails) {
 }
 
 TEST_P(DamagedPictureTest, AChangedFileGivesAWholePictureOrNoneAndSaysNothing) {
-  const Bytes bytes = GetParam().bytes;
   testing::internal::CaptureStdout();
   testing::internal::CaptureStderr();
   bool consistent = true;
@@ -47,10 +51,13 @@ TEST_P(DamagedPictureTest, AChangedFileGivesAWholePictureOrNoneAndSaysNothing) {
   EXPECT_TRUE(consistent);
 }
 
-INSTANTIATE_TEST_SUITE_P(AllFormats, DamagedPictureTest, testing::ValuesIn(MakeSampleFiles()),
-                         [](const testing::TestParamInfo<SampleFile>& info) {
-                           return info.param.name;
-                         });
+INSTANTIATE_TEST_SUITE_P(AllFormats, DamagedPictureTest,
+                         testing::Values("png/PngColorAlpha", "png/PngGrey16Interlaced",
+                                         "png/PngPalette", "jpeg/JpegColor",
+                                         "jpeg/JpegGreyProgressive", "jpeg/JpegInks",
+                                         "gif/GifPlain", "gif/GifInterlaced", "bmp/Bmp1",
+                                         "bmp/Bmp8", "bmp/Bmp16", "bmp/Bmp24", "bmp/BmpRle4",
+                                         "bmp/BmpRle8"));
 
 TEST(PictureLimits, AllowSixtyFourMegapixelsInAnyShape) {
   EXPECT_TRUE(IsPictureSizeAllowed(8192, 8192));

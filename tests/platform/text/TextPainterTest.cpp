@@ -11,7 +11,6 @@
 
 namespace {
 
-constexpr std::uint32_t kBlack = 0xFF000000;
 // Of the em square, in the family that these tests draw with.
 constexpr double kCapitalHeight = 0.729;
 
