@@ -1,5 +1,4 @@
 #include <cmath>
-#include <limits>
 #include <numbers>
 
 #include "support/ExactCoverage.h"
@@ -167,9 +166,10 @@ TEST(AnnotationDrawingTest, ConnectedSubModelsAreOneLine) {
   shown.mark->InsertPoints(5, PointsOn(kSize, {{20, 50}, {180, 50}}));
   std::vector<exact::Polygon> meant;
   // After an empty one not joined; after a missing one not drawn.
-  for (const std::vector<Corner>& line :
-       {std::vector<Corner>{{20, 20}, {60, 20}}, {{60, 20}, {100, 60}}, {{100, 60}, {100, 70}},
-        {{120, 90}, {180, 90}}}) {
+  for (const std::vector<Corner>& line : {std::vector<Corner>{{20, 20}, {60, 20}},
+                                          {{60, 20}, {100, 60}},
+                                          {{100, 60}, {100, 70}},
+                                          {{120, 90}, {180, 90}}}) {
     const auto polygons = exact::StrokePolygons(line, false, kPen);
     meant.insert(meant.end(), polygons.begin(), polygons.end());
   }
@@ -197,20 +197,6 @@ TEST(AnnotationDrawingTest, OnlyTheFrameNeedsAMarkThatIsNotErased) {
   graphics.Flush();
   EXPECT_EQ(kBlack, GetPixels(dc).pixels[10 * 20 + 10]);
   DeleteDC(dc);
-}
-
-TEST(AnnotationDrawingTest, FarAwayPointsPaintWhatCrossesThePage) {
-  constexpr double kFar = std::numeric_limits<double>::max();
-  for (const AnnotationSubType subType :
-       {kPath, kLine, kEllipse, kRectangle, kTriangle, kRightTriangle}) {
-    ShownMark shown(Mark("m").Shape(subType).Pen(kRed, kPen));
-    shown.mark->InsertPoints(0, {{0, 0, -kFar, 0.5}, {0, 0, kFar, 0.5}});
-    PageTestAccess::Select(shown.painted.page, shown.mark);
-    EXPECT_THAT(shown.Paint(),
-                AllOf(Shows(0, 48, kRed), Shows(199, 52, kRed), Shows(100, 40, kWhite)))
-        << subType;
-    EXPECT_EQ((RECT{INT32_MIN, 49, INT32_MAX, 51}), AnnotationTestAccess::FrameOf(*shown.mark));
-  }
 }
 
 }  // namespace

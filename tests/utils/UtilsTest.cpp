@@ -1,6 +1,6 @@
 #include <parchlet/Utils.h>
 
-#include <algorithm>
+#include <cstring>
 #include <memory>
 #include <set>
 
@@ -41,9 +41,9 @@ TEST(UtilsTest, AnIdentifierHasItsFormAndIsNeverRepeated) {
 
 using Block = std::unique_ptr<MemoryBlock, decltype(&GlobalFree)>;
 
-Block Allocate(const std::string& bytes) {
-  Block block(GlobalAlloc(0, bytes.size()), &GlobalFree);
-  std::copy(bytes.begin(), bytes.end(), static_cast<char*>(GlobalLock(block.get())));
+Block Allocate(std::size_t size) {
+  Block block(GlobalAlloc(0, size), &GlobalFree);
+  std::memset(GlobalLock(block.get()), '#', size);
   return block;
 }
 
@@ -52,7 +52,7 @@ std::string BytesOf(const Block& block, std::size_t size) {
 }
 
 TEST(PictureStreamTest, NoStreamIsMadeOfNothingOrOfTooMuch) {
-  const Block block = Allocate("############");
+  const Block block = Allocate(12);
   EXPECT_EQ(nullptr, Utils::GetPictureStream("data", nullptr, 4));
   EXPECT_EQ(nullptr, Utils::GetPictureStream("", block.get(), 4));
   EXPECT_EQ(nullptr, Utils::GetPictureStream("data", block.get(), 0));
@@ -62,11 +62,8 @@ TEST(PictureStreamTest, NoStreamIsMadeOfNothingOrOfTooMuch) {
 }
 
 TEST(PictureStreamTest, TheStreamGivesTheDataAndLeavesTheBlockToTheCaller) {
-  const std::string data(
-      "0123\0"
-      "56789",
-      10);
-  const Block block = Allocate("##########");
+  const std::string data("0123\0abcde", 10);
+  const Block block = Allocate(10);
   IStream* stream = Utils::GetPictureStream(data, block.get(), 10);
   ASSERT_NE(nullptr, stream);
   char buffer[16] = {};

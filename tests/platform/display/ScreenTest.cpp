@@ -113,7 +113,7 @@ TEST_F(ScreenTest, TheMonitorWithTheLargestPartOfAnAreaOrTheClosestToItIsNearest
       {{-5, 0, 10, 10}, L"\x4E3B\x5C4F"},
       {{-900, 0, -800, 10}, L"LEFT"},
       {{-50, 150, -40, 160}, L"\x4E3B\x5C4F"},  // 40 to the right, 50 upwards
-      {{-60, 150, -55, 160}, L"LEFT"},           // 55 to the right, 50 upwards
+      {{-60, 150, -55, 160}, L"LEFT"},          // 55 to the right, 50 upwards
       {{kMax, kMax, kMax, kMax}, L"\x4E3B\x5C4F"},
       {{kMin, kMin, kMin, kMin}, L"LEFT"}};
   for (const auto& [area, nearest] : cases) {
@@ -162,7 +162,6 @@ TEST_F(ScreenTest, ACopyIsBlackWhereTheDisplayEndsAndCutWhereTheBitmapEnds) {
   EXPECT_EQ(target.At(19, 19), kBlack);
   ASSERT_EQ(BitBlt(target.context.get(), 0, 0, 20, 20, left.get(), kMin, kMax, kCapture), 1);
   EXPECT_EQ(target.At(0, 0), kBlack);
-  ASSERT_EQ(BitBlt(target.context.get(), kMax, kMin, 20, 20, left.get(), 0, 0, kCapture), 1);
 }
 
 TEST_F(ScreenTest, ACopyIsANewVersionOfTheBitmapAndSaysWhatItWrote) {
@@ -189,17 +188,11 @@ TEST_F(ScreenTest, OnlyADisplayIsCopiedFromAndItsFailureIsTold) {
   EXPECT_EQ(BitBlt(to, 0, 0, 5, 5, nullptr, 0, 0, kCapture), 0);
   EXPECT_EQ(BitBlt(left.get(), 0, 0, 5, 5, left.get(), 0, 0, kCapture), 0);
   EXPECT_EQ(BitBlt(nullptr, 0, 0, 5, 5, left.get(), 0, 0, kCapture), 0);
+  EXPECT_EQ(CreateCompatibleBitmap(left.get(), 32768, 1), nullptr);
+  EXPECT_EQ(CreateCompatibleBitmap(nullptr, 5, 5), nullptr);
   EXPECT_EQ(target.At(0, 0), Target::kUntouched);
   display.fails = true;
   EXPECT_EQ(BitBlt(to, 0, 0, 5, 5, left.get(), 0, 0, kCapture), 0);
-}
-
-TEST_F(ScreenTest, ABitmapOfASizeThatCannotBeHadIsNone) {
-  const Context left = Open(L"LEFT");
-  EXPECT_EQ(CreateCompatibleBitmap(left.get(), 0, 5), nullptr);
-  EXPECT_EQ(CreateCompatibleBitmap(left.get(), 5, -5), nullptr);
-  EXPECT_EQ(CreateCompatibleBitmap(left.get(), 32768, 1), nullptr);
-  EXPECT_EQ(CreateCompatibleBitmap(nullptr, 5, 5), nullptr);
 }
 
 }  // namespace
