@@ -137,25 +137,9 @@ TEST_F(PicturesAndExportTest, ADiskThatRefusesKeepsTheFileThatWasThereAndGetsNoO
     }
     EXPECT_EQ(0, board.engine.SaveDocument("doc", out.Path().string(), "", source));
   }
+  EXPECT_EQ(0, board.engine.SaveDocument("doc", out.File("none"), "", HWND{nullptr}));
   EXPECT_EQ(1U, out.FileCount());
   EXPECT_EQ("an older file", ReadFile(out.File("page.png")));
-}
-
-TEST_F(PicturesAndExportTest, AFolderThatTakesNoFilesOrIsNoneGetsNone) {
-  board.Paint();
-  const TemporaryFolder out;
-  std::ofstream(out.File("file")) << "no folder";
-  // /proc is a folder that takes no files, not even root's.
-  for (const std::string& place : {std::string("/proc/page.png"), out.File("file/page.png"),
-                                   out.File("gone/page.png"), out.Path().string()}) {
-    EXPECT_EQ(0, board.engine.SavePage("doc", "page", place, HWND{nullptr})) << place;
-    EXPECT_EQ(0, board.engine.SavePage("doc", "page", place, L"MEMORY-1")) << place;
-  }
-  for (const std::string& none : {std::string("/proc"), out.File("file"), out.File("gone")}) {
-    EXPECT_EQ(0, board.engine.SaveDocument("doc", none, "", HWND{nullptr})) << none;
-  }
-  EXPECT_EQ(1U, out.FileCount());
-  EXPECT_EQ("no folder", ReadFile(out.File("file")));
 }
 
 TEST_F(PicturesAndExportTest, AWindowThatIsGoneLeavesThePagesOwnSurface) {

@@ -2,38 +2,28 @@
 
 #include <algorithm>
 #include <fstream>
+#include <iterator>
 
+#include "platform/image/Picture.h"
 #include "support/TestAccess.h"
 
 namespace {
 
 constexpr std::size_t kTraceLength = 40;
 
-void AppendNumber(std::string& bytes, std::uint32_t value, int count) {
-  for (int i = 0; i < count; ++i) {
-    bytes += static_cast<char>(value >> (8 * i));
-  }
-}
-
-// A black bitmap file of 24 bits a pixel.
-std::string MakeBitmapFile(std::uint32_t width, std::uint32_t height) {
-  const std::uint32_t size = (width * 3 + 3) / 4 * 4 * height;
-  std::string bytes = "BM";
-  AppendNumber(bytes, 54 + size, 4);
-  AppendNumber(bytes, 0, 4);
-  AppendNumber(bytes, 54, 4);
-  AppendNumber(bytes, 40, 4);
-  AppendNumber(bytes, width, 4);
-  AppendNumber(bytes, height, 4);
-  AppendNumber(bytes, 1, 2);
-  AppendNumber(bytes, 24, 2);
-  AppendNumber(bytes, 0, 4);
-  AppendNumber(bytes, size, 4);
-  bytes.append(16 + size, '\0');
-  return bytes;
+// The bytes of a black bitmap file.
+std::string MakeBitmapFile(int width, int height) {
+  const TemporaryFolder folder;
+  const std::vector<std::uint32_t> pixels(static_cast<std::size_t>(width * height), 0xFF000000);
+  SavePicture({pixels.data(), width, height, width * 4L}, PictureEncoder::kBmp, folder.File("b"));
+  std::ifstream file(folder.File("b"), std::ios::binary);
+  return {std::istreambuf_iterator<char>(file), {}};
 }
 
 }  // namespace
+
+const std::vector<std::string> Session::pictures = {MakeBitmapFile(2, 3), MakeBitmapFile(70, 2),
+                                                    "no picture"};
 
 void Records::Write(int level, const std::string& line) {
   const std::size_t blank = line.find(' ');
@@ -43,9 +33,7 @@ void Records::Write(int level, const std::string& line) {
 }
 
 Session::Session(std::function<std::uint8_t()> decisions, bool isPaintedAtOnce)
-    : any(std::move(decisions)),
-      isPaintedAtOnce(isPaintedAtOnce),
-      pictures{MakeBitmapFile(2, 3), MakeBitmapFile(70, 2), "no picture"} {
+    : any(std::move(decisions)), isPaintedAtOnce(isPaintedAtOnce) {
   windows.emplace_back(RECT{0, 0, 64, 48});
   windows.emplace_back(RECT{-20, 10, 60, 40});
   deadWindow = MemoryWindow({0, 0, 9, 9}).Handle();

@@ -160,8 +160,8 @@ class Session {
   bool isPaintedAtOnce;
   ReplacedClock clock{1'000'000};
   std::uint64_t tick = 1'000'000;
-  std::optional<TemporaryFolder> folder;  // made for the first file
-  std::vector<std::string> pictures;      // the bytes of files; the last is no picture
+  std::optional<TemporaryFolder> folder;           // made for the first file
+  static const std::vector<std::string> pictures;  // the bytes of files; the last is no picture
   Records records;
   std::deque<MemoryWindow> windows;
   HWND deadWindow = nullptr;

@@ -121,8 +121,8 @@ std::vector<double> Coverage(std::span<const Polygon> polygons, int width, int h
   std::vector<double> coverage(static_cast<std::size_t>(width) * height);
   std::vector<Range> heights;
   for (const Polygon& polygon : polygons) {
-    const auto [top, bottom] = std::minmax_element(
-        polygon.begin(), polygon.end(), [](Corner a, Corner b) { return a.y < b.y; });
+    const auto [top, bottom] = std::minmax_element(polygon.begin(), polygon.end(),
+                                                   [](Corner a, Corner b) { return a.y < b.y; });
     heights.push_back({top->y, bottom->y});
   }
   std::vector<Range> ranges;
@@ -138,57 +138,6 @@ std::vector<double> Coverage(std::span<const Polygon> polygons, int width, int h
              std::span(coverage).subspan(static_cast<std::size_t>(line / kLines) * width, width));
   }
   return coverage;
-}
-
-Canvas::Canvas(int width, int height, std::uint32_t argb)
-    : width(width),
-      height(height),
-      pixels(static_cast<std::size_t>(width) * height),
-      touched(pixels.size()) {
-  Blend(std::vector<double>(pixels.size(), 1.0), argb);
-  std::fill(touched.begin(), touched.end(), char{0});
-}
-
-void Canvas::Blend(std::span<const double> coverage, std::uint32_t argb) {
-  const double alpha = (argb >> 24) / 255.0;
-  for (std::size_t i = 0; i < pixels.size(); ++i) {
-    if (coverage[i] == 0) {
-      continue;
-    }
-    touched[i] = 1;
-    for (std::size_t channel = 0; channel < 4; ++channel) {
-      const double value = channel == 3 ? 255 : argb >> (8 * channel) & 0xFF;
-      pixels[i][channel] += coverage[i] * alpha * (value - pixels[i][channel]);
-    }
-  }
-}
-
-Error Compare(const Canvas& truth, const raster::PixelSurface& painted) {
-  Error error;
-  double pixels = 0;
-  double far = 0;
-  for (int y = 0; y < truth.Height(); ++y) {
-    for (int x = 0; x < truth.Width(); ++x) {
-      if (!truth.IsTouched(x, y)) {
-        continue;
-      }
-      double most = 0;
-      for (unsigned channel = 0; channel < 3; ++channel) {
-        const double value = painted.Row(y)[x] >> (8 * channel) & 0xFF;
-        const double off = std::abs(value - truth.At(x, y)[channel]);
-        error.mean += off;
-        most = std::max(most, off);
-      }
-      pixels += 1;
-      far += most > 32 ? 1 : 0;
-      error.worst = std::max(error.worst, most);
-    }
-  }
-  if (pixels > 0) {
-    error.mean /= 3 * pixels;
-    error.farShare = far / pixels;
-  }
-  return error;
 }
 
 }  // namespace exact

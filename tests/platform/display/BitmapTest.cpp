@@ -44,28 +44,6 @@ class BitmapTest : public testing::Test {
   PixelSection section = MakeSection();
 };
 
-TEST_F(BitmapTest, ASectionIsSavedInTheFormatOfTheEncoder) {
-  Bitmap bitmap(&section, nullptr);
-  section.pixels[0] = 0;  // it has a copy
-  ASSERT_EQ(bitmap.GetLastStatus(), Gdiplus::Ok);
-  const std::unique_ptr<Image> copy(bitmap.GetThumbnailImage(2, 2, nullptr, nullptr));
-  ASSERT_NE(copy, nullptr);
-  const CLSID png = EncoderFor(L"image/png");
-  const CLSID bmp = EncoderFor(L"image/bmp");
-  const CLSID jpeg = EncoderFor(L"image/jpeg");
-  using Pixels = std::vector<std::uint32_t>;
-  ASSERT_EQ(copy->Save(Path("a").c_str(), &png), Gdiplus::Ok);
-  const Image a(Path("a").c_str());
-  EXPECT_EQ(a.Pixels().format, PictureFormat::kPng);
-  EXPECT_EQ(a.Pixels().pixels, (Pixels{0xFFFF0000, 0xFF00FF00, 0x80008000, 0}));
-  ASSERT_EQ(copy->Save(Path("b").c_str(), &bmp), Gdiplus::Ok);
-  const Image b(Path("b").c_str());
-  EXPECT_EQ(b.Pixels().format, PictureFormat::kBmp);
-  EXPECT_EQ(b.Pixels().pixels, (Pixels{0xFFFF0000, 0xFF00FF00, 0xFF7FFF7F, 0xFFFFFFFF}));
-  ASSERT_EQ(copy->Save(Path("c").c_str(), &jpeg), Gdiplus::Ok);
-  EXPECT_EQ(Image(Path("c").c_str()).Pixels().format, PictureFormat::kJpeg);
-}
-
 TEST_F(BitmapTest, AFailedSaveAndASectionWithoutPixelsAreTold) {
   Bitmap bitmap(&section, nullptr);
   const CLSID unknown = EncoderFor(L"image/tiff");

@@ -164,20 +164,6 @@ TEST_F(ScreenTest, ACopyIsBlackWhereTheDisplayEndsAndCutWhereTheBitmapEnds) {
   EXPECT_EQ(target.At(0, 0), kBlack);
 }
 
-TEST_F(ScreenTest, ACopyIsANewVersionOfTheBitmapAndSaysWhatItWrote) {
-  const Context left = Open(L"LEFT");
-  const Target target(left.get(), 20, 10);
-  const Target other(left.get(), 20, 10);
-  EXPECT_NE(target.bitmap->serial, other.bitmap->serial);
-  BitBlt(target.context.get(), 15, -3, 50, 7, left.get(), 0, 0, kCapture);
-  EXPECT_EQ(target.bitmap->version, 1U);
-  ASSERT_EQ(target.bitmap->changed.size(), 1U);
-  const RECT& area = target.bitmap->changed.front();
-  EXPECT_TRUE(area.left == 15 && area.top == 0 && area.right == 20 && area.bottom == 4);
-  BitBlt(target.context.get(), 20, 0, 5, 5, left.get(), 0, 0, kCapture);
-  EXPECT_TRUE(target.bitmap->changed.empty()) << "past the bitmap's edge";
-}
-
 TEST_F(ScreenTest, OnlyADisplayIsCopiedFromAndItsFailureIsTold) {
   const Context left = Open(L"LEFT");
   const Target target(left.get(), 20, 10);
