@@ -3,7 +3,6 @@
 import json
 import os
 import re
-import resource
 import subprocess
 import sys
 import tempfile
@@ -21,8 +20,10 @@ ROOMS = ["engine", "document", "page", "annotation", "utils", "platform/clock", 
 PROGRAMS = ["parchlet_tests", "parchlet_fault_tests", "parchlet-display-tests",
             "parchlet-text-tests", "parchlet-image-tests", "parchlet_model_tests",
             "parchlet_thread_tests"]
-LEAKS = f"suppressions={os.getcwd()}/tests/support/leaks.supp:print_suppressions=0"
-MEMORY_LIMIT = 6 << 30  # bytes of address space; a break may ask for anything
+MISSED = ("survived", "never reached")
+# A leak is a failure; a break may ask for any amount of memory.
+LEAKS = (f"suppressions={os.getcwd()}/tests/support/leaks.supp:print_suppressions=0"
+         ":hard_rss_limit_mb=3000")
 
 TREE = Path("build/mutation/tree")
 OUT = Path("build/mutation/out")
@@ -69,7 +70,7 @@ def configure():
     result = quiet(["cmake", "-S", TREE, "-B", OUT, "-G", "Ninja", "-D", "CMAKE_CXX_COMPILER=g++",
                     "-D", "CMAKE_BUILD_TYPE=Debug", "-D", "CMAKE_CXX_FLAGS_DEBUG=-O1 -w",
                     "-D", f"CMAKE_CXX_FLAGS=-include {TREE.resolve()}/scripts/mutation/mutation.h",
-                    "-D", "CMAKE_EXE_LINKER_FLAGS=-fsanitize=leak",  # a leak is a failure
+                    "-D", "CMAKE_EXE_LINKER_FLAGS=-fsanitize=leak",
                     "-D", "CMAKE_EXPORT_COMPILE_COMMANDS=ON", "-D", "PARCHLET_BUILD_X11=OFF",
                     "-D", "PARCHLET_BUILD_EXAMPLES=OFF"])
     if result.returncode:
@@ -108,7 +109,6 @@ def run_tests(program, tests, timeout, **environment):
                     [program.resolve(), "--gtest_fail_fast"], timeout=timeout, stdout=log, stderr=log,
                     env={**os.environ, **environment, "GTEST_FILTER": ":".join(tests),
                          "TMPDIR": folder, "LSAN_OPTIONS": LEAKS},
-                    preexec_fn=lambda: resource.setrlimit(resource.RLIMIT_AS, (MEMORY_LIMIT,) * 2),
                 ).returncode
             except subprocess.TimeoutExpired:
                 code = "hang"
@@ -143,7 +143,7 @@ def trace(name, program, test):
 
 
 def check(number, programs, traces):
-    """Who caught the break, "" for nobody."""
+    """Who caught the break, or why nobody did."""
     reached = [(name, test, seconds) for name, test, numbers, seconds in traces if number in numbers]
     for name, program in programs.items():
         tests = {test: seconds for owner, test, seconds in reached if owner == name}
@@ -151,7 +151,7 @@ def check(number, programs, traces):
             failed = run_tests(program, tests, 10 + 5 * sum(tests.values()), MUTANT=str(number))
             if failed:
                 return f"{name} {failed}"
-    return "" if reached else "(never reached)"
+    return MISSED[0] if reached else MISSED[1]
 
 
 def check_lock(site, files, commands):
@@ -165,16 +165,16 @@ def check_lock(site, files, commands):
         result = quiet(["clang++", "-fsyntax-only", "-Werror=thread-safety",
                         *" ".join(flags).split(), source.name])
     if result.returncode == 0:
-        return ""
+        return MISSED[0]
     return "clang -Wthread-safety" if "-Wthread-safety" in result.stderr else None
 
 
-def report(results, traced):
+def report(results):
     """Writes a line for each break, and prints the sums and the survivors."""
     with open(REPORT, "w") as file:
         for site, catcher in results:
-            file.write(f"{site.path}:{site.line}\t{site.kind}\t{catcher or 'SURVIVED'}\t{site.text}\n")
-    survivors = [(site, why) for site, why in results if why in ("", "(never reached)")]
+            file.write(f"{site.path}:{site.line}\t{site.kind}\t{catcher}\t{site.text}\n")
+    survivors = [(site, why) for site, why in results if why in MISSED]
     for title, key in (("room", lambda s: s.path.split("/")[1]), ("kind", lambda s: s.kind)):
         print(f"\nby {title}:")
         for value in sorted({key(site) for site, _ in results}):
@@ -186,14 +186,21 @@ def report(results, traced):
         print(f"  {name}: {sum(why.split(' ')[0] == name for _, why in results)}")
     print(f"\n{len(survivors)} survived:")
     for site, why in survivors:
-        print(f"  {site.path}:{site.line}: {site.kind} {why}: {site.text}")
+        print(f"  {site.path}:{site.line}: {site.kind}, {why}: {site.text}")
     caught = len(results) - len(survivors)
     print(f"\n{caught} of {len(results)} caught, {100 * caught / len(results):.1f} %")
 
 
+def read_survivors():
+    """The places that the last report says survived."""
+    lines = [line.split("\t") for line in REPORT.read_text().splitlines()]
+    return {(place, kind) for place, kind, catcher, _ in lines if catcher in MISSED}
+
+
 def main():
+    words = sys.argv[1:]
     files = read_tree()
-    sites = find_sites(files, sys.argv[1:])
+    sites = find_sites(files, [word for word in words if word != "--survivors"])
     locks = [site for site in sites if site.kind == "dropped lock"]
     mutants = dict(enumerate(site for site in sites if site.kind != "dropped lock"))
     print(f"{len(mutants)} breaks and {len(locks)} dropped locks; building", flush=True)
@@ -207,6 +214,10 @@ def main():
                                 for test in list_tests(program)]))
         commands = {str(Path(c["file"]).relative_to(TREE.resolve())): c["command"]
                     for c in json.loads((OUT / "compile_commands.json").read_text())}
+        if "--survivors" in words:
+            survived = read_survivors()
+            mutants = {n: s for n, s in mutants.items() if (f"{s.path}:{s.line}", s.kind) in survived}
+            locks = [s for s in locks if (f"{s.path}:{s.line}", s.kind) in survived]
         results = []
         for site, catcher in zip(locks, pool.map(lambda s: check_lock(s, files, commands), locks)):
             if catcher is not None:
@@ -215,8 +226,8 @@ def main():
                 zip(mutants, pool.map(lambda n: check(n, programs, traces), mutants)), 1):
             results.append((mutants[number], catcher))
             site = mutants[number]
-            print(f"{done}/{len(mutants)} {site.path}:{site.line}: {catcher or 'SURVIVED'}", flush=True)
-    report(sorted(results, key=lambda r: (r[0].path, r[0].line)), traces)
+            print(f"{done}/{len(mutants)} {site.path}:{site.line}: {catcher}", flush=True)
+    report(sorted(results, key=lambda r: (r[0].path, r[0].line)))
 
 
 if __name__ == "__main__":

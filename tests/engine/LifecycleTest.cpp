@@ -25,6 +25,16 @@ TEST(LifecycleTest, AnEnginePaintsFromInitToDestroy) {
   EXPECT_FALSE(window.WaitForPresent(window.PresentCount() + 1, 100)) << "gone while it painted";
 }
 
+TEST(LifecycleTest, WithoutAnyPageThereIsNothingToEraseOrToSave) {
+  Parchlet engine;
+  engine.NewDoc("ada", "doc");
+  EXPECT_EQ(0, engine.ClearAnnotations("doc", "page", "", ""));
+  EXPECT_EQ(0, engine.EraseAnnotation("doc", "page", "bob", "m"));
+  EXPECT_EQ(0, engine.EraseAnnotationFromRemote("doc", "page", "bob", "m"));
+  EXPECT_THAT(engine.EraseAnnotations("doc", "page", "", "", {{1, 1}}), testing::IsEmpty());
+  EXPECT_EQ(0, engine.SaveDocument("none", "/tmp", "", std::wstring()));
+}
+
 TEST(SettingsTest, ABackgroundGoesToTheCurrentPageAndToNewOnes) {
   MemoryWindow window({0, 0, 10, 10});
   Parchlet engine;

@@ -80,7 +80,11 @@ TEST(CodePageTest, OtherCharacterSetsAreConvertedOrCountAsUtf8) {
   EXPECT_EQ("\xE5\xBE\xAE", EncodeText(Units({0x5FAE}), "NO-SUCH-SET"));
 }
 
-TEST(CodePageTest, AResultThatDoesNotFitIsRefused) {
+TEST(CodePageTest, WhatIsNotKnownAndAResultThatDoesNotFitAreRefused) {
+  EXPECT_EQ(0, MultiByteToWideChar(CP_UTF8, 0, nullptr, -1, nullptr, 0));
+  EXPECT_EQ(0, MultiByteToWideChar(437, 0, "a", -1, nullptr, 0));
+  EXPECT_EQ(0, MultiByteToWideChar(CP_UTF8, 8, "a", -1, nullptr, 0));
+  EXPECT_EQ(0, WideCharToMultiByte(CP_UTF8, 0, L"a", 1, nullptr, 0, nullptr, nullptr));
   wchar_t wide[3] = {};
   EXPECT_EQ(3, MultiByteToWideChar(CP_UTF8, 0, "a\xC3\xA9", -1, nullptr, 0));
   EXPECT_EQ(3, MultiByteToWideChar(CP_UTF8, 0, "a\xC3\xA9", -1, wide, 3));
