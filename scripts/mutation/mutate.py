@@ -46,13 +46,12 @@ def read_tree():
     return {name: Path(name).read_bytes() for name in names if name and Path(name).is_file()}
 
 
-def find_sites(files, words):
+def find_sites(files):
     sites = []
     for name in sorted(files):
         room = name.removeprefix("src/").rpartition("/")[0]
         if name.startswith("src/") and room in ROOMS:
-            if not words or any(word in name for word in words):
-                sites += choose_sites(name, files[name].decode(), SEED)
+            sites += choose_sites(name, files[name].decode(), SEED)
     return sites
 
 
@@ -191,16 +190,24 @@ def report(results):
     print(f"\n{caught} of {len(results)} caught, {100 * caught / len(results):.1f} %")
 
 
-def read_survivors():
-    """The places that the last report says survived."""
-    lines = [line.split("\t") for line in REPORT.read_text().splitlines()]
-    return {(place, kind) for place, kind, catcher, _ in lines if catcher in MISSED}
+def make_filter(words):
+    """Whether a site is asked for."""
+    survived = None
+    if "--survivors" in words:
+        words.remove("--survivors")
+        lines = [line.split("\t") for line in REPORT.read_text().splitlines()]
+        survived = {(place, kind) for place, kind, catcher, _ in lines if catcher in MISSED}
+
+    def is_wanted(site):
+        return ((survived is None or (f"{site.path}:{site.line}", site.kind) in survived) and
+                (not words or any(word in site.path for word in words)))
+    return is_wanted
 
 
 def main():
-    words = sys.argv[1:]
+    is_wanted = make_filter(sys.argv[1:])
     files = read_tree()
-    sites = find_sites(files, [word for word in words if word != "--survivors"])
+    sites = find_sites(files)
     locks = [site for site in sites if site.kind == "dropped lock"]
     mutants = dict(enumerate(site for site in sites if site.kind != "dropped lock"))
     print(f"{len(mutants)} breaks and {len(locks)} dropped locks; building", flush=True)
@@ -214,10 +221,8 @@ def main():
                                 for test in list_tests(program)]))
         commands = {str(Path(c["file"]).relative_to(TREE.resolve())): c["command"]
                     for c in json.loads((OUT / "compile_commands.json").read_text())}
-        if "--survivors" in words:
-            survived = read_survivors()
-            mutants = {n: s for n, s in mutants.items() if (f"{s.path}:{s.line}", s.kind) in survived}
-            locks = [s for s in locks if (f"{s.path}:{s.line}", s.kind) in survived]
+        mutants = {n: site for n, site in mutants.items() if is_wanted(site)}
+        locks = [site for site in locks if is_wanted(site)]
         results = []
         for site, catcher in zip(locks, pool.map(lambda s: check_lock(s, files, commands), locks)):
             if catcher is not None:

@@ -1,5 +1,6 @@
 #include <parchlet/Annotation.h>
 
+#include "model/PlainMark.h"
 #include "support/Mark.h"
 #include "support/Whiteboard.h"
 
@@ -20,6 +21,25 @@ std::vector<double> Ratios(const Annotation& mark, unsigned subModel) {
     ratios.push_back(point.xRatio);
   }
   return ratios;
+}
+
+TEST(AnnotationTest, EveryPixelAroundAMarkIsHitAsTheFormulasSay) {
+  for (const int subType : {0, 10, 14, 15, 19, 20}) {
+    for (int width = 1; width < 14; ++width) {
+      PlainMark plain;
+      plain.subType = static_cast<AnnotationSubType>(subType);
+      plain.pen = {kRed, width, 0};
+      plain.points[0] = PointsOn({100, 100}, {{40 - width, 20}, {15, 30 + 2 * width}});
+      Annotation mark;
+      mark.Init(plain.pen, plain.type, plain.subType, "", "", "");
+      mark.InsertPoints(0, plain.points[0]);
+      for (int i = 0; i < 80 * 80; ++i) {
+        const POINT at = {i % 80, i / 80};
+        ASSERT_EQ(plain.IsHit(at, false) ? 1 : 0, mark.FindAnnotation({at.x, at.y, 0, 0}, false))
+            << subType << " of width " << width << " at " << at.x << ", " << at.y;
+      }
+    }
+  }
 }
 
 void FillIn(Annotation& mark) {
