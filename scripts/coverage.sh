@@ -15,9 +15,8 @@ objects=()
 for program in "${programs[@]}"; do
   LLVM_PROFILE_FILE=build/coverage/$program.profraw "build/coverage/tests/$program" \
     --gtest_brief=1 >build/coverage.log 2>&1 || { tail -40 build/coverage.log >&2; exit 1; }
-  objects+=(-object "build/coverage/tests/$program")
+  objects+=(${objects[0]+-object} "build/coverage/tests/$program")
 done
 llvm-profdata-14 merge -o build/coverage/profile build/coverage/*.profraw
-rooms=(src/engine src/document src/page src/annotation src/utils)
-llvm-cov-14 export -instr-profile build/coverage/profile "${objects[@]}" "${rooms[@]/#/$PWD/}" |
+llvm-cov-14 export -instr-profile build/coverage/profile "${objects[@]}" 2>build/coverage.log |
   python3 scripts/coverage_report.py

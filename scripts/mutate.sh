@@ -9,4 +9,4 @@ cd "$(dirname "$0")/.."
 
 scripts/install-deps.sh test
 mkdir -p build
-exec nice python3 scripts/mutation/mutate.py "$@"
+exec nice python3 -B scripts/mutation/mutate.py "$@"

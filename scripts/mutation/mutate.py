@@ -20,6 +20,7 @@ ROOMS = ["engine", "document", "page", "annotation", "utils", "platform/clock", 
 PROGRAMS = ["parchlet_tests", "parchlet_fault_tests", "parchlet-display-tests",
             "parchlet-text-tests", "parchlet-image-tests", "parchlet_model_tests",
             "parchlet_thread_tests"]
+LEAK = "leak"
 MISSED = ("survived", "never reached")
 # A leak is a failure; a break may ask for any amount of memory.
 LEAKS = (f"suppressions={os.getcwd()}/tests/support/leaks.supp:print_suppressions=0"
@@ -105,17 +106,21 @@ def run_tests(program, tests, timeout, **environment):
         with open(Path(folder) / "log", "w+", errors="replace") as log:
             try:
                 code = subprocess.run(
-                    [program.resolve(), "--gtest_fail_fast"], timeout=timeout, stdout=log, stderr=log,
+                    [program.resolve(), "--gtest_fail_fast"], timeout=timeout, stdout=log,
+                    stderr=log,
                     env={**os.environ, **environment, "GTEST_FILTER": ":".join(tests),
                          "TMPDIR": folder, "LSAN_OPTIONS": LEAKS},
                 ).returncode
             except subprocess.TimeoutExpired:
                 code = "hang"
             log.seek(0)
-            started = re.findall(r"^\[ RUN      \] (.*)$", log.read(), re.MULTILINE)
+            output = log.read()
     if code == 0:
         return ""
-    return (started[-1] if started else program.name) + (f" ({code})" if code != 1 else "")
+    if failed := re.search(r"^\[  FAILED  \] ([^ ,]+)", output, re.MULTILINE):
+        return failed[1]
+    started = re.findall(r"^\[ RUN      \] (.*)$", output, re.MULTILINE)
+    return f"{started[-1] if started else ''} ({LEAK if code == 23 else code})"
 
 
 def list_tests(program):
@@ -143,7 +148,8 @@ def trace(name, program, test):
 
 def check(number, programs, traces):
     """Who caught the break, or why nobody did."""
-    reached = [(name, test, seconds) for name, test, numbers, seconds in traces if number in numbers]
+    reached = [(name, test, seconds) for name, test, numbers, seconds in traces
+               if number in numbers]
     for name, program in programs.items():
         tests = {test: seconds for owner, test, seconds in reached if owner == name}
         if tests:

@@ -1,7 +1,8 @@
 """The places of a source file that can be broken, and how a line reads with its break in.
 
 Every break is a switch in the line, `MUTANT(number)`, so that one build holds all of them. A lock
-cannot be switched off without changing its scope: it is taken out for the compiler's analysis alone.
+cannot be switched off without changing its scope: it is taken out for the compiler's analysis
+alone.
 """
 
 import random
@@ -44,7 +45,8 @@ def _sites_of_line(path, number, line):
         return
 
     def site(kind, match, broken):
-        return Site(path, number, kind, match.start("whole"), match.end("whole"), broken, line.strip())
+        return Site(path, number, kind, match.start("whole"), match.end("whole"), broken,
+                    line.strip())
 
     if match := _CONDITION.match(line):
         yield site("negated condition", match, f"@ != static_cast<bool>({match['whole']})")

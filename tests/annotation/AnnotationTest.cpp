@@ -97,6 +97,7 @@ TEST(AnnotationCopyTest, AssigningAMarkToItselfChangesNothing) {
   Annotation mark;
   mark.InsertPoints(0, {});
   mark.InsertPoints(3, {P(0.1)});
+  EXPECT_EQ(1, mark.IsSubModelExist(3));
   const Annotation& same = mark;
   mark = same;
   EXPECT_THAT(mark.GetPoints(), ElementsAre(Pair(0, IsEmpty()), Pair(3, ElementsAre(P(0.1)))));

@@ -26,6 +26,7 @@ TEST(AnnotationDocTest, APageThatIsAddedAgainOrReplacedKeepsItsPlace) {
   EXPECT_EQ(1, doc.AddPage(another));
   EXPECT_EQ(another, doc.GetPageAt(1));
   EXPECT_EQ(another, doc.GetCurrentPage());
+  EXPECT_EQ(0, doc.DeletePage("c"));
   EXPECT_EQ(2, doc.GetPageCount());
 }
 

@@ -25,9 +25,25 @@ TEST(LifecycleTest, AnEnginePaintsFromInitToDestroy) {
   EXPECT_FALSE(window.WaitForPresent(window.PresentCount() + 1, 100)) << "gone while it painted";
 }
 
-TEST(LifecycleTest, WithoutAnyPageThereIsNothingToEraseOrToSave) {
+TEST(LifecycleTest, WithoutAnyPageThereIsNothingToDo) {
   Parchlet engine;
-  engine.NewDoc("ada", "doc");
+  engine.Destroy();
+  for (int hasDocument = 0; hasDocument < 2; ++hasDocument) {
+    EXPECT_EQ("", engine.GotoFirstPage("doc") + engine.GotoLastPage("doc") +
+                      engine.GotoNextPage("doc") + engine.GotoPreviousPage("doc") +
+                      engine.GotoPage("doc", 1));
+    EXPECT_EQ(0, engine.GotoPage("doc", std::string("page")));
+    EXPECT_EQ(0, engine.EndSelecting());
+    engine.NewDoc("ada", "doc");
+  }
+  std::string doc = "?";
+  std::string page = "?";
+  Parchlet().GetCurrentPageInfo(doc, page);
+  EXPECT_EQ("??", doc + page);
+  Annotation mark;
+  EXPECT_EQ(0, engine.IsPointAnnotation(&mark));
+  mark.InsertPoints(1, {{}});
+  EXPECT_EQ(0, engine.IsPointAnnotation(&mark));
   EXPECT_EQ(0, engine.ClearAnnotations("doc", "page", "", ""));
   EXPECT_EQ(0, engine.EraseAnnotation("doc", "page", "bob", "m"));
   EXPECT_EQ(0, engine.EraseAnnotationFromRemote("doc", "page", "bob", "m"));

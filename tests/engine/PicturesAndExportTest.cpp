@@ -103,6 +103,8 @@ TEST_F(PicturesAndExportTest, APageIsWrittenAsItsLastRenderingInTheFormatOfItsNa
     EXPECT_GT(written.pixels.at(0) & 0x00FF0000, 0x00F00000U) << name;
   }
   EXPECT_EQ(0, board.engine.SavePage("doc", "page", "no-folder.png", HWND{nullptr}));
+  EXPECT_EQ(0, board.engine.SavePage("doc", "page", folder.File("none/p.png"), HWND{nullptr}));
+  EXPECT_EQ(1, board.engine.SavePage("doc", "page", folder.Path().string() + "\\back.png", L""));
   EXPECT_EQ(0, board.engine.SavePage("doc", "page", folder.File("d.png"), L"NO SUCH DISPLAY"));
   EXPECT_EQ(0, board.engine.SavePage("doc", "none", folder.File("n.png"), HWND{nullptr}));
 }

@@ -77,6 +77,7 @@ TEST(ShortenNickname, CutsBeforeTheCharacterThatReachesTheWidth) {
       {"\xE5\xBE\xAE\xE8\xBD\xAF\xE9\x9B\x85\xE9\xBB\x91\xE5\xAD\x97\xE5\xAD\x97",
        "\xE5\xBE\xAE\xE8\xBD\xAF\xE9\x9B\x85\xE9\xBB\x91...", 0, 4},
       {"12345678\xE5\xBE\xAE", "12345678...", 8, 0},
+      {"123456789\xE5\xBE\xAE", "123456789...", 9, 0},
       {"1\xE5\xBE", "1\xE5\xBE", 1, 1},  // cut in the middle of a character
   };
   for (const auto& expected : cases) {
@@ -85,6 +86,8 @@ TEST(ShortenNickname, CutsBeforeTheCharacterThatReachesTheWidth) {
     EXPECT_EQ(expected.shortened, ShortenNickname(expected.text, 10, narrow, wide));
     EXPECT_EQ(expected.narrow, narrow) << expected.text;
     EXPECT_EQ(expected.wide, wide) << expected.text;
+    EXPECT_EQ("", ShortenNickname(expected.text, 0, narrow, wide));
+    EXPECT_EQ(0, narrow + wide);
   }
 }
 

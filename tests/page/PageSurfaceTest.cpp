@@ -1,4 +1,6 @@
 #include "page/AnnotationPage.h"
+#include "page/DibSection.h"
+#include "page/ImageFile.h"
 #include "support/Mark.h"
 #include "support/Whiteboard.h"
 
@@ -114,6 +116,27 @@ TEST_F(PageSurfaceTest, ADeadWindowIsLeftAlone) {
   EXPECT_EQ(0, late.UpdateLayeredContent());
 }
 
+TEST_F(PageSurfaceTest, APageWithoutASurfaceOrWithoutAnObjectRefuses) {
+  Annotation mark;
+  for (int isInitialised = 0; isInitialised < 2; ++isInitialised) {
+    EXPECT_EQ(0, page.AddPictureFromFile(L"", "", &mark, false));
+    EXPECT_EQ(0, page.AddPictureFromFile(L"/dev/null", "", &mark, true));
+    EXPECT_EQ(0, page.AddPictureFromFile(L"/dev/null", "", nullptr, true));
+    EXPECT_EQ(0, page.AddPictureFromStream("data", "", nullptr, false));
+    EXPECT_EQ(isInitialised, page.AddPictureFromStream("data", "", &mark, false));
+    EXPECT_EQ(0, page.SavePage(L"", std::wstring()));
+    EXPECT_EQ(0, page.SavePage(L"", window.Handle()));
+    EXPECT_EQ(isInitialised, page.SavePage(L"/dev/null/none.png", std::wstring()) + isInitialised);
+    EXPECT_EQ(0, page.SetNicknameTip(nullptr));
+    EXPECT_EQ(0, page.GetAllAnnotations(nullptr) + page.GetUserAnnotations("bob", nullptr));
+    page.AddAnnotation(nullptr, true);
+    EXPECT_EQ(0, page.IsUserExist("bob"));
+    EXPECT_EQ(isInitialised == 0 ? 1 : 0, Init(PageOf(1, 1))) << "the smallest page there is";
+  }
+  page.AddAnnotation(Mark("m").By("bob").Release(), true);
+  EXPECT_EQ(1, page.IsUserExist("bob"));
+}
+
 TEST_F(PageSurfaceTest, AReleasedPageIsEmptyAndMayBeInitialisedAnew) {
   const NicknameTipStyle tips = {kBlack, 9, L"No Such Family", kBlue};
   EXPECT_EQ(1, page.InitPage(window.Handle(), PageOf(60, 40), &tips));
@@ -128,6 +151,30 @@ TEST_F(PageSurfaceTest, AReleasedPageIsEmptyAndMayBeInitialisedAnew) {
   named->nickname = "Grace";
   page.AddAnnotation(named.release(), true);
   EXPECT_EQ((RECT{0, 0, 10, 10}), Paint().InkBox()) << "and so did the style of names";
+}
+
+TEST(DibSectionTest, ASectionIsKeptWhenNoneIsAskedForAndGivenUpWhenNoneCanBeHad) {
+  DeviceContext proof;
+  HDC dc = CreateCompatibleDC(&proof);
+  DibSection section;
+  EXPECT_EQ(1, section.Create(dc, 30, 20, 32, false));
+  HBITMAP made = section.GetBitmap();
+  EXPECT_EQ(0, section.Create(dc, 0, 20, 32, false));
+  EXPECT_EQ(0, section.Create(dc, 30, 20, 0, false));
+  EXPECT_EQ(made, section.GetBitmap());
+  EXPECT_EQ(0, section.Create(dc, 30, 40'000, 32, false));
+  EXPECT_EQ(nullptr, section.GetBitmap());
+  DeleteDC(dc);
+}
+
+TEST(ImageFileTest, NoFormatAndNoPixelsAreNoFile) {
+  CLSID encoder{};
+  EXPECT_FALSE(GetEncoderClsid(L"image/none", &encoder));
+  EXPECT_TRUE(GetEncoderClsid(L"image/png", &encoder));
+  PixelSection empty;
+  for (const auto& [width, height] : {std::pair{0, 1}, {1, 0}, {1, 1}}) {
+    EXPECT_FALSE(SaveBitmap(&empty, width, height, L"/dev/null/none", encoder));
+  }
 }
 
 }  // namespace

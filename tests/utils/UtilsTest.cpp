@@ -7,6 +7,7 @@
 #include <gmock/gmock.h>
 
 #include "platform/com/Com.h"
+#include "utils/OwningStream.h"
 
 namespace {
 
@@ -55,6 +56,7 @@ TEST(PictureStreamTest, NoStreamIsMadeOfNothingOrOfTooMuch) {
   const Block block = Allocate(12);
   EXPECT_EQ(nullptr, Utils::GetPictureStream("data", nullptr, 4));
   EXPECT_EQ(nullptr, Utils::GetPictureStream("", block.get(), 4));
+  EXPECT_EQ(nullptr, MakeOwningStream(""));
   EXPECT_EQ(nullptr, Utils::GetPictureStream("data", block.get(), 0));
   EXPECT_EQ("############", BytesOf(block, 12)) << "untouched";
   EXPECT_EQ(nullptr, Utils::GetPictureStream("0123456789", block.get(), 9));
