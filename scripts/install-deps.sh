@@ -10,7 +10,7 @@ packages=(g++ cmake ninja-build pkg-config libcairo2-dev libpng-dev
   libxcb1-dev libxcb-shm0-dev libxcb-shape0-dev libxcb-xfixes0-dev libxcb-randr0-dev
   libxcb-xkb-dev libxkbcommon-dev libxkbcommon-x11-dev)
 if [[ $purpose == test ]]; then
-  packages+=(git python3 clang libclang-rt-14-dev clang-format clang-tidy libgtest-dev libgmock-dev
+  packages+=(git python3 clang libclang-rt-14-dev llvm-14 clang-format clang-tidy libgtest-dev libgmock-dev
     libbenchmark-dev fonts-dejavu-core xvfb picom xdotool x11-xserver-utils openbox)
 fi
 if [[ $purpose == package ]]; then

@@ -1,5 +1,6 @@
 #include <parchlet/Annotation.h>
 
+#include "model/PlainMark.h"
 #include "support/Mark.h"
 #include "support/Whiteboard.h"
 
@@ -22,61 +23,24 @@ std::vector<double> Ratios(const Annotation& mark, unsigned subModel) {
   return ratios;
 }
 
-TEST(AnnotationTest, MarksOfTwoPointsKeepTheFirstAndTheLatest) {
-  for (int type = 1; type <= 4; ++type) {
-    for (int subType = -1; subType <= 23; ++subType) {
+TEST(AnnotationTest, EveryPixelAroundAMarkIsHitAsTheFormulasSay) {
+  for (const int subType : {0, 10, 14, 15, 19, 20}) {
+    for (int width = 1; width < 14; ++width) {
+      PlainMark plain;
+      plain.subType = static_cast<AnnotationSubType>(subType);
+      plain.pen = {kRed, width, 0};
+      plain.points[0] = PointsOn({100, 100}, {{40 - width, 20}, {15, 30 + 2 * width}});
       Annotation mark;
-      mark.Init({kRed, 1, 0}, static_cast<AnnotationType>(type),
-                static_cast<AnnotationSubType>(subType), "u", "s", "n");
-      for (const double ratio : {0.1, 0.2, 0.3, 0.4}) {
-        mark.AddPoint(P(ratio));
+      mark.Init(plain.pen, plain.type, plain.subType, "", "", "");
+      mark.InsertPoints(0, plain.points[0]);
+      for (int i = 0; i < 80 * 80; ++i) {
+        const POINT at = {i % 80, i / 80};
+        ASSERT_EQ(plain.IsHit(at, false) ? 1 : 0, mark.FindAnnotation({at.x, at.y, 0, 0}, false))
+            << subType << " of width " << width << " at " << at.x << ", " << at.y;
       }
-      const bool keepsTwo = type == 3 || subType == 10 || subType == 14 || subType == 15 ||
-                            subType == 19 || subType == 20;
-      const std::vector<double> kept =
-          keepsTwo ? std::vector{0.1, 0.4} : std::vector{0.1, 0.2, 0.3, 0.4};
-      EXPECT_EQ(kept, Ratios(mark, 0)) << type << " " << subType;
     }
   }
 }
-
-TEST(AnnotationTest, SubModelsAreReplacedWholeAndEmptyOnesExist) {
-  Annotation mark;
-  EXPECT_EQ(0, mark.IsSubModelExist(0));
-  mark.InsertPoints(0, {});
-  EXPECT_EQ(1, mark.IsSubModelExist(0));
-  mark.InsertPoints(UINT32_MAX, {P(0.1), P(0.2)});
-  mark.InsertPoints(UINT32_MAX, {P(0.3)});
-  EXPECT_THAT(Ratios(mark, UINT32_MAX), ElementsAre(0.3));
-  mark.InsertPoints(0, {P(0.5)});
-  mark.AddPoint(P(0.6));
-  EXPECT_THAT(Ratios(mark, 0), ElementsAre(0.5, 0.6));
-  mark.ClearPoints();
-  EXPECT_EQ(0, mark.IsSubModelExist(0) + mark.IsSubModelExist(UINT32_MAX));
-}
-
-TEST(AnnotationTest, MovingShiftsTheUnbrokenRunOfSubModels) {
-  Annotation mark;
-  for (const unsigned number : {0U, 1U, 3U}) {
-    mark.InsertPoints(number, {{7, 8, 0.5, 0.5}});
-  }
-  mark.StartMoving({0, 0, 0.2, 0.2});
-  mark.Moving({0, 0, 0.3, 0.25});
-  mark.Moving({0, 0, 0.35, 0.25});
-  const Annotation::SubModels points = mark.GetPoints();
-  for (const unsigned number : {0U, 1U}) {
-    EXPECT_DOUBLE_EQ(0.65, points.at(number)[0].xRatio);
-    EXPECT_DOUBLE_EQ(0.55, points.at(number)[0].yRatio);
-    EXPECT_EQ(7, points.at(number)[0].x) << "pixels follow with the next drawing";
-  }
-  EXPECT_EQ((AnnotationPoint{7, 8, 0.5, 0.5}), points.at(3)[0]);
-  Annotation unstarted;
-  unstarted.AddPoint({0, 0, 0.5, 0.5});
-  unstarted.Moving({0, 0, 0.0, -1.0});
-  EXPECT_EQ((AnnotationPoint{0, 0, 1.5, 0.5}), unstarted.GetPoints().at(0)[0]) << "from (-1, -1)";
-}
-
-// --- Copies ---
 
 void FillIn(Annotation& mark) {
   mark.Init({kRed, 9, 1}, AnnotationTypePicture, AnnotationSubTypeLine, "u", "s", "n");
@@ -129,33 +93,11 @@ TEST(AnnotationCopyTest, CopiesHaveAllButPropertyAndStartTick) {
   EXPECT_THAT(Ratios(source, 0), ElementsAre(0.1, 0.2));
 }
 
-TEST(AnnotationCopyTest, TheUnbrokenRunIsCopiedWithoutItsEmptySubModels) {
-  const struct {
-    std::vector<unsigned> filled, empty, copied;
-  } cases[] = {{{0, 1, 3}, {}, {0, 1}}, {{0, 2}, {1}, {0, 2}}, {{1, 2}, {}, {}},
-               {{1, 2}, {0}, {1, 2}},   {{}, {0, 1}, {}},      {{0, 4}, {1, 2}, {0}}};
-  for (const auto& [filled, empty, copied] : cases) {
-    Annotation source;
-    for (const unsigned number : filled) {
-      source.InsertPoints(number, {P(number * 0.1)});
-    }
-    for (const unsigned number : empty) {
-      source.InsertPoints(number, {});
-    }
-    const Annotation copy(source);
-    std::vector<unsigned> numbers;
-    for (const auto& [number, list] : copy.GetPoints()) {
-      numbers.push_back(number);
-      EXPECT_EQ(source.GetPoints().at(number), list);
-    }
-    EXPECT_EQ(copied, numbers);
-  }
-}
-
 TEST(AnnotationCopyTest, AssigningAMarkToItselfChangesNothing) {
   Annotation mark;
   mark.InsertPoints(0, {});
   mark.InsertPoints(3, {P(0.1)});
+  EXPECT_EQ(1, mark.IsSubModelExist(3));
   const Annotation& same = mark;
   mark = same;
   EXPECT_THAT(mark.GetPoints(), ElementsAre(Pair(0, IsEmpty()), Pair(3, ElementsAre(P(0.1)))));

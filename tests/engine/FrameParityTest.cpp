@@ -14,17 +14,31 @@ constexpr int kHeight = 200;
 class RestlessHost {
  public:
   explicit RestlessHost(unsigned seed) : random(seed), board(kWidth, kHeight) {
-    engine.SetUserInfo("ada", "", "Ada");
     engine.NewPage("doc", "other", "ada", board.window.Handle(), PageOf(kWidth, kHeight));
   }
 
   void MakeOneCall() {
-    constexpr void (RestlessHost::*kCalls[])() = {
-        &RestlessHost::Draw,      &RestlessHost::Draw,   &RestlessHost::Receive,
-        &RestlessHost::Receive,   &RestlessHost::Extend, &RestlessHost::Erase,
-        &RestlessHost::Move,      &RestlessHost::Turn,   &RestlessHost::Recolor,
-        &RestlessHost::ResizePage};
-    (this->*kCalls[Any(10)])();
+    const int kind = Any(10);
+    if (kind < 4) {
+      Receive();
+    } else if (kind < 6) {
+      const std::string id = AnyMark();
+      Annotation* mark = engine.GetAnnotation("doc", page, "bob", id);
+      if (mark != nullptr && mark->IsErased() == 1) {
+        mark->Erase(0);
+      } else {
+        engine.EraseAnnotation("doc", page, "bob", id);
+      }
+    } else if (kind == 6) {
+      Select();
+    } else if (kind == 7) {
+      page = page == "page" ? "other" : "page";
+      engine.SetCurrentPage("doc", page);
+    } else if (kind == 8) {
+      engine.SetPageBackgroundColor(AnyColor());
+    } else {
+      Resize(kWidth - 20 + Any(40), kHeight - 20 + Any(40));
+    }
   }
 
   Frame Paint() { return board.Paint(); }
@@ -32,7 +46,7 @@ class RestlessHost {
   // What the window shows of a surface and a painter that never saw the page: another size of the
   // page comes between.
   Frame PaintFromScratch() {
-    const AnnotationPageInfo kept = board.engine.GetPagePtr("doc", page)->GetCurrentInfo();
+    const AnnotationPageInfo kept = engine.GetPagePtr("doc", page)->GetCurrentInfo();
     Resize(kept.width + 64, kept.height);
     board.Paint();
     Resize(kept.width, kept.height);
@@ -40,87 +54,49 @@ class RestlessHost {
   }
 
  private:
-  int Any(int count) { return std::uniform_int_distribution<int>(0, count - 1)(random); }
+  int Any(int count) { return static_cast<int>(random() % static_cast<unsigned>(count)); }
   POINT AnyPoint() { return {Any(kWidth), Any(kHeight)}; }
-  std::string AnyMark() { return "mark-" + std::to_string(Any(received + 1)); }
-  std::vector<POINT> AnyPath() {
+  std::string AnyMark() { return std::to_string(Any(received + 1)); }
+  std::uint32_t AnyColor() {
+    return (Any(2) == 0 ? 0xFF000000U : 0x70000000U) | static_cast<std::uint32_t>(Any(0x1000000));
+  }
+
+  // A new mark, or a fragment of one.
+  void Receive() {
+    static constexpr int kShapes[] = {0, 0, 10, 14, 15, 19, 20};
     std::vector<POINT> path = {AnyPoint()};
     for (int count = 1 + Any(50); count > 0; --count) {
       path.push_back({path.back().x + Any(21) - 10, path.back().y + Any(21) - 10});
     }
-    return path;
-  }
-  std::uint32_t AnyColor() {
-    return (Any(2) == 0 ? 0xFF000000U : 0x70000000U) | static_cast<std::uint32_t>(Any(0x1000000));
-  }
-  AnnotationSubType AnyShape() {
-    constexpr AnnotationSubType kShapes[] = {
-        AnnotationSubTypePath,         AnnotationSubTypePath,      AnnotationSubTypeLine,
-        AnnotationSubTypeEllipse,      AnnotationSubTypeRectangle, AnnotationSubTypeTriangle,
-        AnnotationSubTypeRightTriangle};
-    return kShapes[Any(7)];
-  }
-
-  void Draw() {
-    engine.SetPen(AnyColor(), static_cast<unsigned>(1 + Any(30)));
-    engine.SetAnnotationType(AnnotationTypeDrawing, AnyShape());
-    engine.StartDrawing("doc", page, AnyPoint());
-    for (const POINT& point : AnyPath()) {
-      engine.MoveDrawing(point);
-    }
-    if (Any(3) != 0) {
-      engine.EndDrawing();
+    const bool isNew = Any(4) != 0;
+    auto mark = Mark(isNew ? std::to_string(++received) : AnyMark())
+                    .By("bob")
+                    .Order(Any(50))
+                    .Fragment(isNew ? 0 : Any(3))
+                    .Shape(static_cast<AnnotationSubType>(kShapes[Any(7)]))
+                    .Pen(AnyColor(), 1 + Any(30), Any(2))
+                    .Points({kWidth, kHeight}, path)
+                    .Make();
+    engine.AddAnnotationFromRemote("doc", page, mark.get());
+    if (engine.GetAnnotation("doc", page, "bob", mark->annotationId) == mark.get()) {
+      static_cast<void>(mark.release());
     }
   }
-  void Receive() {
-    const std::string id = "mark-" + std::to_string(++received);
-    engine.AddAnnotationFromRemote("doc", page,
-                                   Mark(id)
-                                       .By("bob")
-                                       .Order(Any(50))
-                                       .Shape(AnyShape())
-                                       .Pen(AnyColor(), 1 + Any(30), Any(2))
-                                       .Points({kWidth, kHeight}, AnyPath())
-                                       .Release());
-  }
-  void Extend() {
-    if (Annotation* mark = engine.GetAnnotation("doc", page, "bob", AnyMark())) {
-      mark->AddPoint({Any(kWidth), Any(kHeight), Any(100) / 100.0, Any(100) / 100.0});
-    }
-  }
-  void Erase() {
-    const std::string id = AnyMark();
-    Annotation* mark = engine.GetAnnotation("doc", page, "bob", id);
-    if (mark != nullptr && mark->IsErased() == 1) {
-      mark->Erase(0);
-    } else {
-      engine.EraseAnnotation("doc", page, "bob", id);
-    }
-  }
-  void Move() {
+  // A band, and a drag of one mark that it caught.
+  void Select() {
     engine.StartSelecting("doc", page, "", "", AnyPoint());
     engine.MoveSelecting(AnyPoint());
     engine.EndSelecting();
-    if (Any(2) == 0) {
-      return;
-    }
-    for (const auto& [id, mark] : engine.GetSelectedAnnotations("doc", page)) {
-      const POINT at = {mark->GetPoints().at(0).front().x, mark->GetPoints().at(0).front().y};
-      engine.StartSelecting("doc", page, "", "", at);
+    const auto selected = engine.GetSelectedAnnotations("doc", page);
+    if (!selected.empty() && Any(2) == 0) {
+      const AnnotationPoint at = selected.begin()->second->GetPoints().at(0).front();
+      engine.StartSelecting("doc", page, "", "", {at.x, at.y});
       engine.MoveSelecting(AnyPoint());
       engine.EndSelecting();
-      return;
     }
   }
-  void Turn() {
-    page = page == "page" ? "other" : "page";
-    engine.SetCurrentPage("doc", page);
-  }
-  void Recolor() { engine.SetPageBackgroundColor(AnyColor()); }
-  void ResizePage() { Resize(kWidth - 20 + Any(40), kHeight - 20 + Any(40)); }
   void Resize(int width, int height) {
-    AnnotationPageInfo info = PageOf(width, height);
-    engine.UpdatePage("doc", page, info, true);
+    engine.UpdatePage("doc", page, PageOf(width, height), true);
   }
 
   std::mt19937 random;

@@ -1,4 +1,3 @@
-#include <limits>
 #include <system_error>
 
 #include <parchlet/Parchlet.h>
@@ -9,12 +8,6 @@
 namespace {
 
 constexpr int kPatienceMs = 60'000;  // nothing is decided by it: a frame comes or the test hangs
-
-// The mark that a press starts.
-const Annotation* PressedMark(Whiteboard& board) {
-  EXPECT_EQ(1, board.engine.StartDrawing("doc", "page", {5, 5}));
-  return ParchletTestAccess::GetCurrentAnnotation(board.engine);
-}
 
 TEST(LifecycleTest, AnEnginePaintsFromInitToDestroy) {
   MemoryWindow window({0, 0, 20, 10});
@@ -65,65 +58,30 @@ TEST(LifecycleTest, AnEngineWithoutAThreadStaysIdleUntilItGetsOne) {
   EXPECT_TRUE(board.window.WaitForPresent(2, kPatienceMs));
 }
 
-TEST(LifecycleTest, DestroyEmptiesTheEngineAndKeepsItsSettings) {
-  Whiteboard board;
-  board.engine.SetPen(kRed, 9);
-  board.engine.SetAnnotationType(AnnotationTypeDrawing, AnnotationSubTypeLine);
-  board.engine.SetUserInfo("u", "", "");
-  board.engine.SetUserInfo("", "s", "n");  // an empty id keeps the previous one
-  board.engine.SetPageBackgroundColor(kBlue);
-  board.engine.Destroy();
-  EXPECT_EQ(1, board.engine.GetDocCount()) << "it was idle";
-  board.engine.Init();
-  board.engine.StartDrawing("doc", "page", {1, 1});
-  board.engine.Destroy();
-  EXPECT_EQ(0, board.engine.GetDocCount());
-  EXPECT_EQ(0, board.engine.MoveDrawing({2, 2}));
-  EXPECT_EQ(0, ParchletTestAccess::Refresh(board.engine));
-
-  board.engine.NewDoc("ada", "doc");
-  board.engine.NewPage("doc", "page", "ada", board.window.Handle(), PageOf(200, 100));
-  const Annotation* mark = PressedMark(board);
-  EXPECT_EQ(kRed, mark->pen.color);
-  EXPECT_EQ(9, mark->pen.width);
-  EXPECT_EQ(AnnotationSubTypeLine, mark->subType);
-  EXPECT_EQ("u s n", mark->userId + " " + mark->userSubId + " " + mark->nickname);
-  EXPECT_THAT(board.Paint(), Shows(199, 99, kBlue));
-}
-
-TEST(SettingsTest, PenWidthsAreBroughtIntoRange) {
-  Whiteboard board;
-  for (const auto& [given, kept] : {std::pair{0U, 1},
-                                    {1U, 1},
-                                    {30U, 30},
-                                    {31U, 30},
-                                    {std::numeric_limits<unsigned>::max(), 30}}) {
-    board.engine.SetPen(0x12345678, given);
-    const AnnotationPen pen = PressedMark(board)->pen;
-    EXPECT_EQ(kept, pen.width);
-    EXPECT_EQ(0x12345678U, pen.color);
-    EXPECT_EQ(0, pen.fill);
+TEST(LifecycleTest, WithoutAnyPageThereIsNothingToDo) {
+  Parchlet engine;
+  engine.Destroy();
+  for (int hasDocument = 0; hasDocument < 2; ++hasDocument) {
+    EXPECT_EQ("", engine.GotoFirstPage("doc") + engine.GotoLastPage("doc") +
+                      engine.GotoNextPage("doc") + engine.GotoPreviousPage("doc") +
+                      engine.GotoPage("doc", 1));
+    EXPECT_EQ(0, engine.GotoPage("doc", std::string("page")));
+    EXPECT_EQ(0, engine.EndSelecting());
+    engine.NewDoc("ada", "doc");
   }
-}
-
-TEST(SettingsTest, TypeAndSubTypeAreCheckedEachByItself) {
-  const struct {
-    int type, subType, keptType, keptSubType;
-  } cases[] = {{5, 10, 1, 10}, {1, 24, 1, 10}, {0, 5, 1, 5},   {-1, -1, 1, 5},
-               {4, 24, 4, 5},  {3, -1, 3, 5},  {2, 23, 2, 23}, {1, 0, 1, 0}};
-  Whiteboard board;
-  const auto set = [&](int type, int subType) {
-    board.engine.SetAnnotationType(static_cast<AnnotationType>(type),
-                                   static_cast<AnnotationSubType>(subType));
-  };
-  for (const auto& [type, subType, keptType, keptSubType] : cases) {
-    SCOPED_TRACE(testing::Message() << type << ", " << subType);
-    set(type, subType);
-    EXPECT_EQ(keptType == 1 ? 1 : 0, board.engine.StartDrawing("doc", "page", {1, 1}));
-    set(AnnotationTypeDrawing, -1);
-    EXPECT_EQ(keptSubType, PressedMark(board)->subType);
-    set(keptType, -1);
-  }
+  std::string doc = "?";
+  std::string page = "?";
+  Parchlet().GetCurrentPageInfo(doc, page);
+  EXPECT_EQ("??", doc + page);
+  Annotation mark;
+  EXPECT_EQ(0, engine.IsPointAnnotation(&mark));
+  mark.InsertPoints(1, {{}});
+  EXPECT_EQ(0, engine.IsPointAnnotation(&mark));
+  EXPECT_EQ(0, engine.ClearAnnotations("doc", "page", "", ""));
+  EXPECT_EQ(0, engine.EraseAnnotation("doc", "page", "bob", "m"));
+  EXPECT_EQ(0, engine.EraseAnnotationFromRemote("doc", "page", "bob", "m"));
+  EXPECT_THAT(engine.EraseAnnotations("doc", "page", "", "", {{1, 1}}), testing::IsEmpty());
+  EXPECT_EQ(0, engine.SaveDocument("none", "/tmp", "", std::wstring()));
 }
 
 TEST(SettingsTest, ABackgroundGoesToTheCurrentPageAndToNewOnes) {

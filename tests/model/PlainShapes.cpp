@@ -7,9 +7,7 @@ namespace {
 
 using Wide = std::int64_t;
 
-struct Line {
-  POINT a, b;
-};
+using Line = PlainLine;
 
 // The box of a mark's first two points, widened; in 64 bits, as it may lie past all pixels.
 struct WideBox {
@@ -34,28 +32,6 @@ bool DoSlantedCross(const Line& p, const Line& q) {
   return IsBetween(x, p.a.x, p.b.x) && IsBetween(x, q.a.x, q.b.x);
 }
 
-bool DoCross(const Line& p, const Line& q) {
-  // Positions are compared as they are computed with: in single precision.
-  const auto isSame = [](LONG a, LONG b) { return static_cast<float>(a) == static_cast<float>(b); };
-  const bool isPUpright = isSame(p.a.x, p.b.x);
-  const bool isQUpright = isSame(q.a.x, q.b.x);
-  const bool isPLevel = isSame(p.a.y, p.b.y);
-  const bool isQLevel = isSame(q.a.y, q.b.y);
-  if ((isPUpright && isPLevel) || (isQUpright && isQLevel)) {
-    return false;
-  }
-  if (!isPUpright && !isQUpright) {
-    return DoSlantedCross(p, q);
-  }
-  if (!isPLevel && !isQLevel) {
-    return DoSlantedCross({Turned(p.a), Turned(p.b)}, {Turned(q.a), Turned(q.b)});
-  }
-  const Line& upright = isPUpright ? p : q;
-  const Line& level = isPUpright ? q : p;
-  return IsBetween(static_cast<float>(upright.a.x), level.a.x, level.b.x) &&
-         IsBetween(static_cast<float>(level.a.y), upright.a.y, upright.b.y);
-}
-
 double Distance(POINT a, POINT b) {
   const double dx = static_cast<double>(Wide{a.x} - b.x);
   const double dy = static_cast<double>(Wide{a.y} - b.y);
@@ -73,12 +49,6 @@ bool IsOn(POINT at, const WideBox& box) {
 WideBox Spanned(POINT a, POINT b, int half) {
   return {Wide{std::min(a.x, b.x)} - half, Wide{std::min(a.y, b.y)} - half,
           Wide{std::max(a.x, b.x)} + half, Wide{std::max(a.y, b.y)} + half};
-}
-
-bool IsOnLine(POINT at, const Line& line, int width) {
-  return IsOn(at, Spanned(line.a, line.b, width / 2)) &&
-         std::trunc(Distance(at, line.a) + Distance(at, line.b)) <=
-             std::trunc(Distance(line.a, line.b) + 0.5);
 }
 
 bool IsTriangle(const PlainMark& mark) {
@@ -177,6 +147,34 @@ bool IsInTriangle(POINT at, const WideBox& box, bool isRight) {
 
 POINT PixelAt(const AnnotationPoint& point) {
   return {point.x, point.y};
+}
+
+bool DoCross(const Line& p, const Line& q) {
+  // Positions are compared as they are computed with: in single precision.
+  const auto isSame = [](LONG a, LONG b) { return static_cast<float>(a) == static_cast<float>(b); };
+  const bool isPUpright = isSame(p.a.x, p.b.x);
+  const bool isQUpright = isSame(q.a.x, q.b.x);
+  const bool isPLevel = isSame(p.a.y, p.b.y);
+  const bool isQLevel = isSame(q.a.y, q.b.y);
+  if ((isPUpright && isPLevel) || (isQUpright && isQLevel)) {
+    return false;
+  }
+  if (!isPUpright && !isQUpright) {
+    return DoSlantedCross(p, q);
+  }
+  if (!isPLevel && !isQLevel) {
+    return DoSlantedCross({Turned(p.a), Turned(p.b)}, {Turned(q.a), Turned(q.b)});
+  }
+  const Line& upright = isPUpright ? p : q;
+  const Line& level = isPUpright ? q : p;
+  return IsBetween(static_cast<float>(upright.a.x), level.a.x, level.b.x) &&
+         IsBetween(static_cast<float>(level.a.y), upright.a.y, upright.b.y);
+}
+
+bool IsOnLine(POINT at, const Line& line, int width) {
+  return IsOn(at, Spanned(line.a, line.b, width / 2)) &&
+         std::trunc(Distance(at, line.a) + Distance(at, line.b)) <=
+             std::trunc(Distance(line.a, line.b) + 0.5);
 }
 
 bool IsWithinBox(POINT at, const RECT& box) {

@@ -3,6 +3,15 @@
 
 #include "model/PlainMark.h"
 
+struct PlainLine {
+  POINT a, b;
+};
+
+// By single-precision arithmetic on the lines y = k x + d, or x = m y + d when one is vertical.
+bool DoCross(const PlainLine& p, const PlainLine& q);
+// By the sum of the distances to both ends.
+bool IsOnLine(POINT at, const PlainLine& line, int width);
+
 POINT PixelAt(const AnnotationPoint& point);
 // Edges included.
 bool IsWithinBox(POINT at, const RECT& box);

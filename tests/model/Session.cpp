@@ -2,38 +2,28 @@
 
 #include <algorithm>
 #include <fstream>
+#include <iterator>
 
+#include "platform/image/Picture.h"
 #include "support/TestAccess.h"
 
 namespace {
 
 constexpr std::size_t kTraceLength = 40;
 
-void AppendNumber(std::string& bytes, std::uint32_t value, int count) {
-  for (int i = 0; i < count; ++i) {
-    bytes += static_cast<char>(value >> (8 * i));
-  }
-}
-
-// A black bitmap file of 24 bits a pixel.
-std::string MakeBitmapFile(std::uint32_t width, std::uint32_t height) {
-  const std::uint32_t size = (width * 3 + 3) / 4 * 4 * height;
-  std::string bytes = "BM";
-  AppendNumber(bytes, 54 + size, 4);
-  AppendNumber(bytes, 0, 4);
-  AppendNumber(bytes, 54, 4);
-  AppendNumber(bytes, 40, 4);
-  AppendNumber(bytes, width, 4);
-  AppendNumber(bytes, height, 4);
-  AppendNumber(bytes, 1, 2);
-  AppendNumber(bytes, 24, 2);
-  AppendNumber(bytes, 0, 4);
-  AppendNumber(bytes, size, 4);
-  bytes.append(16 + size, '\0');
-  return bytes;
+// The bytes of a black bitmap file.
+std::string MakeBitmapFile(int width, int height) {
+  const TemporaryFolder folder;
+  const std::vector<std::uint32_t> pixels(static_cast<std::size_t>(width * height), 0xFF000000);
+  SavePicture({pixels.data(), width, height, width * 4L}, PictureEncoder::kBmp, folder.File("b"));
+  std::ifstream file(folder.File("b"), std::ios::binary);
+  return {std::istreambuf_iterator<char>(file), {}};
 }
 
 }  // namespace
+
+const std::vector<std::string> Session::pictures = {MakeBitmapFile(2, 3), MakeBitmapFile(70, 2),
+                                                    "no picture"};
 
 void Records::Write(int level, const std::string& line) {
   const std::size_t blank = line.find(' ');
@@ -43,9 +33,7 @@ void Records::Write(int level, const std::string& line) {
 }
 
 Session::Session(std::function<std::uint8_t()> decisions, bool isPaintedAtOnce)
-    : any(std::move(decisions)),
-      isPaintedAtOnce(isPaintedAtOnce),
-      pictures{MakeBitmapFile(2, 3), MakeBitmapFile(70, 2), "no picture"} {
+    : any(std::move(decisions)), isPaintedAtOnce(isPaintedAtOnce) {
   windows.emplace_back(RECT{0, 0, 64, 48});
   windows.emplace_back(RECT{-20, 10, 60, 40});
   deadWindow = MemoryWindow({0, 0, 9, 9}).Handle();
@@ -78,6 +66,7 @@ void Session::MakeOneCall() {
                 {&Session::AskForDrawing, 4},
                 {&Session::AskForDot, 4},
                 {&Session::PlacePicture, 4},
+                {&Session::SavePage, 1},
                 {&Session::SetTip, 1},
                 {&Session::StartSelecting, 14},
                 {static_cast<void (Session::*)()>(&Session::MoveSelecting), 16},
@@ -99,6 +88,8 @@ void Session::MakeOneCall() {
                 {&Session::Navigate, 5},
                 {&Session::AskForCurrentPage, 2},
                 {&Session::MakeIdleCalls, 1},
+                {&Session::MoveAWindow, 3},
+                {&Session::ReplaceAWindow, 1},
                 {&Session::Refresh, 14},
                 {&Session::PassTime, 4}};
   const int kinds = static_cast<int>(std::size(kCalls));
@@ -134,14 +125,15 @@ void Session::Settle() {
   }
 }
 
-std::string Session::PictureFile(std::size_t which) {
+// With the picture files in it, each named by its number.
+TemporaryFolder& Session::Folder() {
   if (!folder) {
     folder.emplace();
     for (std::size_t i = 0; i < pictures.size(); ++i) {
       std::ofstream(folder->File(std::to_string(i)), std::ios::binary) << pictures[i];
     }
   }
-  return folder->File(which < pictures.size() ? std::to_string(which) : "no");
+  return *folder;
 }
 
 void Session::PaintModel() {
@@ -153,7 +145,8 @@ void Session::PaintModel() {
 void Session::Refresh() {
   Trace("refresh");
   const int pushed = ParchletTestAccess::Refresh(*engine);
-  Same("a push", pushed != 0, plain.CurrentPage() != nullptr);
+  // The window may have gone where windows go; see ReplaceAWindow.
+  Same("a push", pushed != 0 || isPaintedAtOnce, plain.CurrentPage() != nullptr || isPaintedAtOnce);
   PaintModel();
 }
 
@@ -226,6 +219,23 @@ std::string Session::AnyAuthorOn(const PlainPage* page) {
   }
   const auto skipped = any.Below(static_cast<int>(page->confirmed.size()));
   return std::next(page->confirmed.begin(), skipped)->first;
+}
+
+POINT Session::AnyPointNearMarksOf(const PlainPage* page) {
+  const std::vector<PlainMarkPtr> marks =
+      page != nullptr ? MarksOf(*page) : std::vector<PlainMarkPtr>();
+  const PlainMarkPtr mark = marks.empty() || any.OneIn(4) ? nullptr : any.OneOf(marks);
+  if (mark == nullptr || !mark->HasTwoPoints()) {
+    return any.Point();
+  }
+  const int count = static_cast<int>(mark->points.at(0).size());
+  const auto second = mark->points.at(0).begin() + 1 + any.Below(count - 1);
+  const auto between = [this](LONG a, LONG b) {
+    const std::int64_t value = (any.OneIn(2) ? a : (std::int64_t{a} + b) / 2) + any.Below(17) - 8;
+    return static_cast<LONG>(std::clamp<std::int64_t>(value, INT32_MIN, INT32_MAX));
+  };
+  const LONG x = between(std::prev(second)->x, second->x);
+  return {x, between(std::prev(second)->y, second->y)};
 }
 
 MemoryWindow& Session::AnyWindow() {

@@ -81,6 +81,8 @@ class Session {
   void Navigate();
   void AskForCurrentPage();
   void MakeIdleCalls();
+  void MoveAWindow();
+  void ReplaceAWindow();
 
   void StartDrawing();
   void MoveDrawing();
@@ -88,6 +90,7 @@ class Session {
   void AskForDrawing();
   void AskForDot();
   void PlacePicture();
+  void SavePage();
   void SetTip();
 
   void ReceiveMark();
@@ -121,6 +124,8 @@ class Session {
   std::vector<PlainMarkPtr> MarksOf(const PlainPage& page) const;
   PlainMarkPtr AnyMark();
   MemoryWindow& AnyWindow();
+  // Mostly a few pixels off a line of some mark.
+  POINT AnyPointNearMarksOf(const PlainPage* page);
   // Keeps the object when the page does not take it.
   void HandOver(const Known& to, Held given);
   Held MakePeersMark(const Known& to);
@@ -149,14 +154,14 @@ class Session {
   void PaintModel();
   // After each call to the engine, where several make one call here.
   void Settle();
-  std::string PictureFile(std::size_t which);
+  TemporaryFolder& Folder();
 
   Decisions any;
   bool isPaintedAtOnce;
   ReplacedClock clock{1'000'000};
   std::uint64_t tick = 1'000'000;
-  std::optional<TemporaryFolder> folder;  // made for the first picture file
-  std::vector<std::string> pictures;      // the bytes of files; the last is no picture
+  std::optional<TemporaryFolder> folder;           // made for the first file
+  static const std::vector<std::string> pictures;  // the bytes of files; the last is no picture
   Records records;
   std::deque<MemoryWindow> windows;
   HWND deadWindow = nullptr;

@@ -126,11 +126,16 @@ void Session::SamePage(const std::string& doc, PlainPage& model) {
   Same("a page", page != nullptr, true);
   const std::string where = "page " + Text(model.id);
   Same("a page's index", page->pageIndex, model.index);
-  const auto confirmed = PageTestAccess::Confirmed(*page);
+  std::map<std::string, std::map<std::string, Annotation*>> confirmed;
+  Same("GetAllAnnotations", page->GetAllAnnotations(&confirmed), 1);
+  Same("GetUserAnnotations of nobody", page->GetUserAnnotations("nobody", &confirmed["nobody"]), 0);
+  confirmed.erase("nobody");
   Same("the authors on a page", confirmed.size(), model.confirmed.size());
-  for (const auto& [author, authored] : confirmed) {
-    Same("an author on a page", model.confirmed.contains(author), true);
-    SameMarks(where + ", marks of " + Text(author), authored, model.confirmed.at(author));
+  for (const auto& [author, models] : model.confirmed) {
+    std::map<std::string, Annotation*> authored;
+    Same("GetUserAnnotations", page->GetUserAnnotations(author, &authored), 1);
+    Same("one author's marks among all", confirmed[author] == authored, true);
+    SameMarks(where + ", marks of " + Text(author), authored, models);
   }
   SameMarks(where + ", pending", PageTestAccess::Pending(*page), model.pending);
   SameMarks(where + ", selection", page->GetSelectedAnnotations(), model.selected);

@@ -1,6 +1,8 @@
 // The generated host's calls about the engine's life, documents, pages and navigation.
 #include "model/Session.h"
 
+#include <parchlet/LayeredWindow.h>
+
 void Session::StartAndStop() {
   // Another thread paints from Init on, which the model would not know.
   if (!isPaintedAtOnce && !plain.isInitialised) {
@@ -160,6 +162,26 @@ void Session::AskForCurrentPage() {
   const PlainPage* page = plain.CurrentPage();
   Same("the current document", doc, plain.current.value_or("?"));
   Same("the current page", pageId, page != nullptr ? page->id : "?");
+}
+
+void Session::MoveAWindow() {
+  const LONG x = any.Below(100);
+  const LONG width = 1 + any.Below(80);
+  Trace("a window at " + std::to_string(x));
+  AnyWindow().SetScreenRect({x, x, x + width, x + 1 + any.Below(60)});
+}
+
+// Pages whose window has gone are not pushed any more, which the model would have to know.
+void Session::ReplaceAWindow() {
+  if (!isPaintedAtOnce) {
+    return;
+  }
+  Trace("a window goes");
+  if (any.OneIn(2)) {
+    UnregisterLayeredWindow(windows.front().Handle());
+  }
+  windows.pop_front();
+  windows.emplace_back(RECT{0, 0, 64, 48});
 }
 
 // Accepted whatever they say, and to no effect.

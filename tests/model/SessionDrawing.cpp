@@ -135,8 +135,9 @@ void Session::PlacePicture() {
   Trace("picture " + std::to_string(which) + (isFile ? " of a file" : "") +
         (isBackground ? " as background" : "") + (isAbsent ? " that is not there" : ""));
   const auto index = static_cast<std::size_t>(which);
-  const std::string path =
-      isAbsent && any.OneIn(2) ? "" : PictureFile(isAbsent ? pictures.size() : index);
+  const std::string path = isAbsent && any.OneIn(2)
+                               ? ""
+                               : Folder().File(isAbsent ? "missing" : std::to_string(which));
   Annotation* placed =
       isFile ? engine->AddPictureFromFile(at.doc, at.page, path, "property", isBackground)
              : engine->AddPictureFromStream(at.doc, at.page, isAbsent ? "" : pictures[index],
@@ -175,6 +176,16 @@ void Session::PlacePicture() {
     mark->isOwned = true;
     page->background = mark;
   }
+}
+
+// The page's surface, or what the screen shows where a window is.
+void Session::SavePage() {
+  static const std::vector<std::string> names = {"page.png", "page.jpg", "page.bmp"};
+  const Known at = AnyPage();
+  HWND const window = any.OneIn(2) ? AnyWindow().Handle() : HWND{nullptr};
+  Trace("SavePage " + Text(at.doc) + " " + Text(at.page));
+  const int result = engine->SavePage(at.doc, at.page, Folder().File(any.OneOf(names)), window);
+  Same("SavePage", result, plain.FindPage(at.doc, at.page) != nullptr ? 1 : 0);
 }
 
 void Session::SetTip() {

@@ -87,7 +87,7 @@ void Session::AskEraser() {
   const std::string subId = any.UserSubId();
   std::vector<POINT> path(static_cast<std::size_t>(any.Below(4)));
   for (POINT& point : path) {
-    point = any.Point();
+    point = AnyPointNearMarksOf(at.plain);
     Trace("eraser " + std::to_string(point.x) + "," + std::to_string(point.y));
   }
   const Ids ids = engine->EraseAnnotations(at.doc, at.page, author, subId, path);

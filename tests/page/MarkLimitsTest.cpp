@@ -60,6 +60,15 @@ TEST_F(MarkLimitsTest, ANameIsCutBetweenCharacters) {
   }
   const std::string kept = Receive(0, 2, name).nickname;
   EXPECT_EQ(name.substr(0, kMaxNicknameBytes / 3 * 3), kept);
+
+  Annotation* whole = Mark("whole").By("bob").Release();
+  whole->nickname = std::string(kMaxNicknameBytes + 1, '\xAE');
+  for (unsigned number = 0; number <= kMaxSubModels; ++number) {
+    whole->InsertPoints(number, {{}});
+  }
+  EXPECT_EQ(1, board.engine.AddAnnotationFromRemote("doc", "page", whole));
+  EXPECT_EQ("", whole->nickname) << "there is no character's start";
+  EXPECT_EQ(kMaxSubModels, whole->GetPoints().size());
 }
 
 }  // namespace

@@ -1,6 +1,5 @@
 #include "page/AnnotationPage.h"
 #include "support/Mark.h"
-#include "support/ReplacedClock.h"
 #include "support/Whiteboard.h"
 
 namespace {
@@ -76,37 +75,6 @@ TEST_F(PageRenderingTest, ASelectionFrameLiesRightAboveItsMark) {
   EXPECT_THAT(frame, Shows(20, 40, kFrameGrey));
   EXPECT_THAT(frame, Shows(25, 20, kFrameGrey)) << "over the mark below";
   EXPECT_THAT(frame, Shows(60, 30, kGreen)) << "under the mark above";
-}
-
-TEST_F(PageRenderingTest, TemporaryInkGoesAfterEightSecondsUnlessItIsConfirmed) {
-  const struct {
-    ULONGLONG start, now;
-    bool isShown;
-  } cases[] = {{1000, 8999, true},     {1000, 9000, false},      {0, 9000, true},
-               {1, UINT64_MAX, false}, {UINT64_MAX, 7998, true}, {UINT64_MAX, 7999, false}};
-  for (const auto& [start, now, isShown] : cases) {
-    SCOPED_TRACE(testing::Message() << start << " seen at " << now);
-    const ReplacedClock clock(now);
-    Annotation* mark = AddPending(10, 10, 20, kRed);
-    mark->tempStartTick = start;
-    EXPECT_THAT(painted.Paint(), Shows(15, 15, isShown ? kRed : kWhite));
-    EXPECT_EQ(isShown ? 0 : 1, mark->IsErased());
-    painted.page.CancelAnnotation(mark->annotationId);
-  }
-  const ReplacedClock clock(100'000);
-  Annotation* drawn = AddPending(10, 10, 20, kRed);
-  drawn->tempStartTick = 1;
-  const auto echo = Mark(drawn->annotationId).By("ada").Box(kSize, 10, 10, 20, kRed).Make();
-  painted.page.AddAnnotation(echo.get(), true);
-  EXPECT_THAT(painted.Paint(), Shows(15, 15, kRed));
-}
-
-TEST_F(PageRenderingTest, PaintingStoresThePixelsOfThePageSize) {
-  const Annotation* mark = AddRemote(0, 10, 10, 20, kRed);
-  painted.page.UpdatePage(PageOf(200, 50), true);
-  painted.Paint();
-  EXPECT_THAT(mark->GetPoints().at(0), testing::ElementsAre(AnnotationPoint{20, 5, 0.1, 0.1},
-                                                            AnnotationPoint{60, 15, 0.3, 0.3}));
 }
 
 }  // namespace

@@ -1,5 +1,6 @@
 #include "page/AnnotationPage.h"
 #include "page/DibSection.h"
+#include "page/ImageFile.h"
 #include "support/Mark.h"
 #include "support/Whiteboard.h"
 
@@ -56,40 +57,6 @@ TEST_F(PageSurfaceTest, AnEmptyViewMakesASurfaceOfOnePixelUntilTheFirstResize) {
   }
 }
 
-TEST_F(PageSurfaceTest, OnlyTheFirstViewThatIsNotEmptyStaysTheInitialOne) {
-  AnnotationPageInfo info = PageOf(60, 40);
-  info.viewRect = {3, 3, 3, 9};
-  Init(info);
-  for (const RECT& view : {RECT{5, 5, 9, 5}, RECT{1, 2, 3, 4}, RECT{5, 6, 7, 8}}) {
-    info.viewRect = view;
-    EXPECT_EQ(1, page.UpdatePage(info, false));
-    EXPECT_EQ(view, page.GetCurrentInfo().viewRect);
-  }
-  EXPECT_EQ((RECT{1, 2, 3, 4}), page.GetInitialInfo().viewRect);
-}
-
-TEST_F(PageSurfaceTest, AnUpdateTakesOverWhatIsTheHostsWhateverItsResult) {
-  Init(PageOf(60, 40));
-  const struct {
-    int width, height;
-    bool resize;
-    int result;
-  } cases[] = {{60, 40, true, 0}, {0, 40, true, 0}, {60, -1, true, 0}, {0, -5, false, 1}};
-  for (const auto& [width, height, resize, result] : cases) {
-    AnnotationPageInfo info = {width + 1, height + 2, width, height, true, {1, 2, 9, height}, kRed};
-    EXPECT_EQ(result, page.UpdatePage(info, resize));
-    const AnnotationPageInfo& now = page.GetCurrentInfo();
-    EXPECT_EQ(info.userValue1, now.userValue1);
-    EXPECT_EQ(info.userValue2, now.userValue2);
-    EXPECT_EQ(info.viewRect, now.viewRect);
-    EXPECT_EQ(60, now.width);
-    EXPECT_EQ(40, now.height);
-    EXPECT_FALSE(now.transparent);
-    EXPECT_EQ(0, page.GetInitialInfo().userValue1);
-  }
-  EXPECT_EQ((RECT{0, 0, 60, 40}), Covered());
-}
-
 TEST_F(PageSurfaceTest, MarksKeepTheirFractionsWhenThePageIsResized) {
   Init(PageOf(60, 40));
   page.AddAnnotation(Mark("m").Box(kSize, 30, 20, 10, kRed).Release(), true);
@@ -120,11 +87,9 @@ TEST_F(PageSurfaceTest, ASizeThatCannotBeHadKeepsTheOldSurface) {
 
 TEST_F(PageSurfaceTest, TheWindowsSizeIsWhatIsPushed) {
   Init(PageOf(60, 40));
-  const struct {
-    RECT window, covered;
-  } cases[] = {{{0, 0, 20, 10}, {0, 0, 20, 10}},
-               {{0, 0, 100, 10}, {0, 0, 60, 10}},
-               {{-9, -9, 91, 91}, {0, 0, 60, 40}}};
+  const std::pair<RECT, RECT> cases[] = {{{0, 0, 20, 10}, {0, 0, 20, 10}},
+                                         {{0, 0, 100, 10}, {0, 0, 60, 10}},
+                                         {{-9, -9, 91, 91}, {0, 0, 60, 40}}};
   for (const auto& [rect, covered] : cases) {
     window.SetScreenRect(rect);
     const Frame frame = Paint();
@@ -137,7 +102,6 @@ TEST_F(PageSurfaceTest, TheWindowsSizeIsWhatIsPushed) {
     window.SetScreenRect(none);
     EXPECT_EQ(0, page.UpdateLayeredContent());
   }
-  EXPECT_EQ(3U, window.PresentCount());
 }
 
 TEST_F(PageSurfaceTest, ADeadWindowIsLeftAlone) {
@@ -152,8 +116,31 @@ TEST_F(PageSurfaceTest, ADeadWindowIsLeftAlone) {
   EXPECT_EQ(0, late.UpdateLayeredContent());
 }
 
+TEST_F(PageSurfaceTest, APageWithoutASurfaceOrWithoutAnObjectRefuses) {
+  Annotation mark;
+  for (int isInitialised = 0; isInitialised < 2; ++isInitialised) {
+    EXPECT_EQ(0, page.AddPictureFromFile(L"", "", &mark, false));
+    EXPECT_EQ(0, page.AddPictureFromFile(L"/dev/null", "", &mark, true));
+    EXPECT_EQ(0, page.AddPictureFromFile(L"/dev/null", "", nullptr, true));
+    EXPECT_EQ(0, page.AddPictureFromStream("data", "", nullptr, false));
+    EXPECT_EQ(isInitialised, page.AddPictureFromStream("data", "", &mark, false));
+    EXPECT_EQ(0, page.SavePage(L"", std::wstring()));
+    EXPECT_EQ(0, page.SavePage(L"", window.Handle()));
+    EXPECT_EQ(isInitialised, page.SavePage(L"/dev/null/none.png", std::wstring()) + isInitialised);
+    EXPECT_EQ(0, page.SetNicknameTip(nullptr));
+    EXPECT_EQ(0, page.GetAllAnnotations(nullptr) + page.GetUserAnnotations("bob", nullptr));
+    page.AddAnnotation(nullptr, true);
+    EXPECT_EQ(0, page.IsUserExist("bob"));
+    EXPECT_EQ(isInitialised == 0 ? 1 : 0, Init(PageOf(1, 1))) << "the smallest page there is";
+  }
+  page.AddAnnotation(Mark("m").By("bob").Release(), true);
+  EXPECT_EQ(1, page.IsUserExist("bob"));
+}
+
 TEST_F(PageSurfaceTest, AReleasedPageIsEmptyAndMayBeInitialisedAnew) {
-  Init(PageOf(60, 40));
+  const auto tips = std::make_shared<const NicknameTipStyle>(
+      NicknameTipStyle{kBlack, 9, L"No Such Family", kBlue});
+  EXPECT_EQ(1, page.InitPage(window.Handle(), PageOf(60, 40), tips));
   page.AddAnnotation(Mark("m").Box(kSize, 0, 0, 10, kRed).Release(), true);
   page.ReleaseSurface();
   page.ReleaseSurface();
@@ -161,6 +148,10 @@ TEST_F(PageSurfaceTest, AReleasedPageIsEmptyAndMayBeInitialisedAnew) {
   EXPECT_EQ(0, page.UpdatePage(PageOf(50, 40), true));
   EXPECT_EQ(1, Init(PageOf(60, 40)));
   EXPECT_THAT(Paint(), IsAll(kWhite)) << "the marks went with the surface";
+  auto named = Mark("m").Box(kSize, 0, 0, 10, kRed).Make();
+  named->nickname = "Grace";
+  page.AddAnnotation(named.release(), true);
+  EXPECT_EQ((RECT{0, 0, 10, 10}), Paint().InkBox()) << "and so did the style of names";
 }
 
 TEST(DibSectionTest, ASectionIsKeptWhenNoneIsAskedForAndGivenUpWhenNoneCanBeHad) {
@@ -172,12 +163,19 @@ TEST(DibSectionTest, ASectionIsKeptWhenNoneIsAskedForAndGivenUpWhenNoneCanBeHad)
   EXPECT_EQ(0, section.Create(dc, 0, 20, 32, false));
   EXPECT_EQ(0, section.Create(dc, 30, 20, 0, false));
   EXPECT_EQ(made, section.GetBitmap());
-  EXPECT_EQ(20, section.GetHeight());
-  for (const int height : {40'000, INT32_MIN, 0}) {
-    EXPECT_EQ(0, section.Create(dc, 30, height, 32, false)) << height;
-    EXPECT_EQ(nullptr, section.GetBitmap());
-  }
+  EXPECT_EQ(0, section.Create(dc, 30, 40'000, 32, false));
+  EXPECT_EQ(nullptr, section.GetBitmap());
   DeleteDC(dc);
+}
+
+TEST(ImageFileTest, NoFormatAndNoPixelsAreNoFile) {
+  CLSID encoder{};
+  EXPECT_FALSE(GetEncoderClsid(L"image/none", &encoder));
+  EXPECT_TRUE(GetEncoderClsid(L"image/png", &encoder));
+  PixelSection empty;
+  for (const auto& [width, height] : {std::pair{0, 1}, {1, 0}, {1, 1}}) {
+    EXPECT_FALSE(SaveBitmap(&empty, width, height, L"/dev/null/none", encoder));
+  }
 }
 
 }  // namespace

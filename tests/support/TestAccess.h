@@ -15,9 +15,6 @@
 struct ParchletTestAccess {
   // Paints and pushes the current page, as the refresh thread does.
   static int Refresh(Parchlet& engine) { return engine.UpdateLayeredContent(); }
-  static Annotation* GetCurrentAnnotation(Parchlet& engine) {
-    return engine.GetCurrentAnnotation();
-  }
   static AnnotationPage* GetPageById(Parchlet& engine, const std::string& docId,
                                      const std::string& pageId) {
     return engine.GetPageById(docId, pageId);
@@ -34,14 +31,6 @@ struct PageTestAccess {
       const AnnotationPage& page) {
     return page.userAnnotations;
   }
-  // The ids of the paint order's entries, in that order.
-  PARCHLET_UNCHECKED static std::vector<std::string> PaintOrder(const AnnotationPage& page) {
-    std::vector<std::string> ids;
-    for (const PaintOrderEntry& entry : page.paintOrder) {
-      ids.push_back(entry.annotationId);
-    }
-    return ids;
-  }
   // The authors and ids of the paint order's entries, in that order.
   PARCHLET_UNCHECKED static std::vector<std::pair<std::string, std::string>> PaintPlaces(
       const AnnotationPage& page) {
@@ -53,9 +42,6 @@ struct PageTestAccess {
   }
   PARCHLET_UNCHECKED static void Select(AnnotationPage& page, Annotation* annotation) {
     page.selectedAnnotations[annotation->annotationId] = annotation;
-  }
-  PARCHLET_UNCHECKED static std::size_t SelectedCount(const AnnotationPage& page) {
-    return page.selectedAnnotations.size();
   }
   // Null when tips are not painted.
   PARCHLET_UNCHECKED static const NicknameTipStyle* TipStyle(const AnnotationPage& page) {

@@ -1,10 +1,10 @@
 #include <atomic>
-#include <chrono>
 #include <memory>
 #include <thread>
 
 #include <parchlet/LayeredWindow.h>
 
+#include "support/Tireless.h"
 #include "support/Whiteboard.h"
 
 namespace {
@@ -52,13 +52,7 @@ TEST(WindowThreadsTest, UnregisteringWaitsForAPresentUnderWay) {
 
 TEST(WindowThreadsTest, WindowsMayGoWhileTheyArePushedTo) {
   Parchlet engine;
-  std::atomic<bool> stopped{false};
-  std::thread painter([&] {
-    while (!stopped) {
-      ParchletTestAccess::Refresh(engine);
-      std::this_thread::sleep_for(std::chrono::microseconds(20));  // lets the other one in
-    }
-  });
+  const Tireless painter([&engine] { ParchletTestAccess::Refresh(engine); });
   engine.NewDoc("ada", "doc");
   for (int round = 0; round < 200; ++round) {
     const std::string page = std::to_string(round);
@@ -69,8 +63,6 @@ TEST(WindowThreadsTest, WindowsMayGoWhileTheyArePushedTo) {
     }
     window.SetScreenRect({0, 0, 1 + round % 40, 10});
   }
-  stopped = true;
-  painter.join();
 }
 
 TEST(WindowThreadsTest, EnginesDoNotMeet) {

@@ -1,12 +1,13 @@
 #include <parchlet/Utils.h>
 
-#include <algorithm>
+#include <cstring>
 #include <memory>
 #include <set>
 
 #include <gmock/gmock.h>
 
 #include "platform/Platform.h"
+#include "utils/OwningStream.h"
 
 namespace {
 
@@ -41,9 +42,9 @@ TEST(UtilsTest, AnIdentifierHasItsFormAndIsNeverRepeated) {
 
 using Block = std::unique_ptr<std::remove_pointer_t<HGLOBAL>, decltype(&GlobalFree)>;
 
-Block Allocate(const std::string& bytes) {
-  Block block(GlobalAlloc(0, bytes.size()), &GlobalFree);
-  std::copy(bytes.begin(), bytes.end(), static_cast<char*>(GlobalLock(block.get())));
+Block Allocate(std::size_t size) {
+  Block block(GlobalAlloc(0, size), &GlobalFree);
+  std::memset(GlobalLock(block.get()), '#', size);
   return block;
 }
 
@@ -52,9 +53,10 @@ std::string BytesOf(const Block& block, std::size_t size) {
 }
 
 TEST(PictureStreamTest, NoStreamIsMadeOfNothingOrOfTooMuch) {
-  const Block block = Allocate("############");
+  const Block block = Allocate(12);
   EXPECT_EQ(nullptr, Utils::GetPictureStream("data", nullptr, 4));
   EXPECT_EQ(nullptr, Utils::GetPictureStream("", block.get(), 4));
+  EXPECT_EQ(nullptr, MakeOwningStream(""));
   EXPECT_EQ(nullptr, Utils::GetPictureStream("data", block.get(), 0));
   EXPECT_EQ("############", BytesOf(block, 12)) << "untouched";
   EXPECT_EQ(nullptr, Utils::GetPictureStream("0123456789", block.get(), 9));
@@ -62,11 +64,8 @@ TEST(PictureStreamTest, NoStreamIsMadeOfNothingOrOfTooMuch) {
 }
 
 TEST(PictureStreamTest, TheStreamGivesTheDataAndLeavesTheBlockToTheCaller) {
-  const std::string data(
-      "0123\0"
-      "56789",
-      10);
-  const Block block = Allocate("##########");
+  const std::string data("0123\0abcde", 10);
+  const Block block = Allocate(10);
   IStream* stream = Utils::GetPictureStream(data, block.get(), 10);
   ASSERT_NE(nullptr, stream);
   char buffer[16] = {};

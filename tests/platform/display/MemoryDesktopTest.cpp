@@ -107,17 +107,4 @@ TEST_F(MemoryDesktopTest, IsCapturedWhileWindowsComeAndGo) {
   coming.get();
 }
 
-TEST_F(MemoryDesktopTest, StandsBehindADisplayThatWasSet) {
-  class OneMonitor final : public Display {
-   public:
-    std::vector<DisplayMonitor> GetMonitors() const override { return {{"X", kScreen}}; }
-    bool Capture(const RECT& /*area*/, std::uint32_t* /*pixels*/) override { return false; }
-  };
-  OneMonitor display;
-  SetDisplay(&display);
-  EXPECT_EQ(CurrentDisplay().GetMonitors()[0].name, "X");
-  SetDisplay(nullptr);
-  EXPECT_EQ(CurrentDisplay().GetMonitors()[0].name, "MEMORY-1");
-}
-
 }  // namespace

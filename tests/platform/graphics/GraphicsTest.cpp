@@ -1,7 +1,6 @@
 #include "platform/graphics/Graphics.h"
 
 #include <limits>
-#include <random>
 
 #include "page/DibSection.h"
 #include "support/Frame.h"
@@ -91,27 +90,6 @@ TEST_F(GraphicsTest, WhatIsNoGeometryFailsAndIsReportedUntilItIsAskedFor) {
   EXPECT_THAT(Shown(), IsAll(kWhite));
   EXPECT_EQ(Gdiplus::InvalidParameter, graphics->GetLastStatus());
   EXPECT_EQ(Gdiplus::Ok, graphics->GetLastStatus());
-}
-
-TEST_F(GraphicsTest, AnyMixOfEdgeValuesIsDrawn) {
-  const INT values[] = {kMin, kMin + 1, -100'000, -1, 0, 1, 40, 79, 120, 32'768, kMax - 1, kMax};
-  std::mt19937 random(7);
-  const auto any = [&] { return values[random() % std::size(values)]; };
-  for (int round = 0; round < 600; ++round) {
-    const Color color(static_cast<std::uint32_t>(random()));
-    const Pen pen(color, static_cast<float>(1 + random() % 30));
-    const Point corners[] = {{any(), any()}, {any(), any()}, {any(), any()}, {any(), any()}};
-    const Point& a = corners[0];
-    const Point& b = corners[1];
-    graphics->DrawRectangle(&pen, a.X, a.Y, b.X, b.Y);
-    graphics->DrawEllipse(&pen, a.X, a.Y, b.X, b.Y);
-    graphics->FillRectangle(&brush, a.X, a.Y, b.X, b.Y);
-    graphics->DrawLines(&pen, corners, static_cast<INT>(2 + random() % 3));
-    graphics->DrawPolygon(&pen, corners, static_cast<INT>(2 + random() % 3));
-  }
-  for (const std::uint32_t pixel : Shown().pixels) {
-    ASSERT_EQ(0xFFU, pixel >> 24) << "over an opaque ground everything stays opaque";
-  }
 }
 
 }  // namespace

@@ -31,23 +31,10 @@ class DrawStringTest : public testing::Test {
   const StringFormat format{0, LANG_NEUTRAL};
 };
 
-TEST_F(DrawStringTest, TextIsDrawnFromTheCornerOfItsAreaInTheFontAndTheBrush) {
-  const FontFamily family(L"DejaVu Sans");
-  const Font font(&family, 20, Gdiplus::FontStyleBold, Gdiplus::UnitPixel);
-  Graphics graphics(&context);
-  ASSERT_EQ(graphics.DrawString(L"Ada", -1, &font, RectF(7, 5, 0, 0), &format, &brush),
-            Gdiplus::Ok);
-  graphics.Flush();
-  Canvas expected(120, 60, 0);
-  PaintText(expected.View(), {"DejaVu Sans", true, 20, 0xC0112233}, L"Ada", 7, 5);
-  EXPECT_EQ(Pixels(), expected.pixels);
-  EXPECT_FALSE(expected.IsBlank());
-}
-
 // As a name beside a mark is, for as long as it is shown.
 TEST_F(DrawStringTest, TextOfTheFrameBeforeStaysAndOtherTextReplacesIt) {
   const FontFamily family(L"DejaVu Sans");
-  const Font font(&family, 20, Gdiplus::FontStyleRegular, Gdiplus::UnitPixel);
+  const Font font(&family, 20, Gdiplus::FontStyleBold, Gdiplus::UnitPixel);
   const SolidBrush red{Color(0xFFFF0000)};
   Graphics graphics(&context);
   const auto show = [&](const wchar_t* text, const SolidBrush& ink, float x) {
@@ -58,7 +45,7 @@ TEST_F(DrawStringTest, TextOfTheFrameBeforeStaysAndOtherTextReplacesIt) {
   };
   const auto painted = [&](const wchar_t* text, std::uint32_t color, double x) {
     Canvas expected(120, 60, 0);
-    PaintText(expected.View(), {"DejaVu Sans", false, 20, color}, text, x, 5);
+    PaintText(expected.View(), {"DejaVu Sans", true, 20, color}, text, x, 5);
     return expected.pixels;
   };
   const std::uint64_t first = show(L"Ada", brush, 7);

@@ -105,17 +105,6 @@ TEST(LayeredWindowTest, AHandleLivesOnceFromRegisteringToUnregistering) {
   UnregisterLayeredWindow(nullptr);
 }
 
-TEST(LayeredWindowTest, PastTheSurfaceAFrameIsTransparentHoweverTheWindowChanges) {
-  constexpr CurrentAnnotPageSize kSize = {60, 40};
-  PaintedPage painted(kSize);
-  painted.page.AddAnnotation(Mark("m").Box(kSize, 0, 0, 60, kRed).Release(), true);
-  for (const auto& [width, height] : {std::pair{80, 50}, {80, 50}, {55, 90}, {90, 35}, {55, 35}}) {
-    painted.window.SetScreenRect({0, 0, width, height});
-    EXPECT_EQ((RECT{0, 0, std::min(width, 60), std::min(height, 40)}),
-              painted.Paint().InkBox(kClear));
-  }
-}
-
 TEST(MemoryWindowTest, AFreshWindowShowsNothingYet) {
   MemoryWindow window({0, 0, 60, 40});
   EXPECT_EQ(0, window.CopyFrame().width);

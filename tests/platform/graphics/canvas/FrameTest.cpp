@@ -149,12 +149,6 @@ class Editor {
   int width, height;
 };
 
-bool Holds(const std::vector<PixelRect>& areas, int x, int y) {
-  return std::any_of(areas.begin(), areas.end(), [&](const PixelRect& area) {
-    return x >= area.left && x < area.right && y >= area.top && y < area.bottom;
-  });
-}
-
 constexpr int kWidth = 333;
 constexpr int kHeight = 277;
 
@@ -164,7 +158,10 @@ void ExpectChangesWithin(const std::vector<std::uint32_t>& before,
   for (int y = 0; y < kHeight; ++y) {
     for (int x = 0; x < kWidth; ++x) {
       const std::size_t i = static_cast<std::size_t>(y) * kWidth + x;
-      ASSERT_TRUE(before[i] == after[i] || Holds(areas, x, y)) << x << ", " << y;
+      const bool isTold = std::any_of(areas.begin(), areas.end(), [&](const PixelRect& area) {
+        return x >= area.left && x < area.right && y >= area.top && y < area.bottom;
+      });
+      ASSERT_TRUE(before[i] == after[i] || isTold) << x << ", " << y;
     }
   }
 }
@@ -192,6 +189,7 @@ TEST(FrameTest, AnySequenceOfEditsShowsWhatPaintingFromScratchShows) {
       ASSERT_FALSE(HasFailure()) << "seed " << seed << ", step " << step;
       ExpectChangesWithin(before, screen.Pixels(), areas);
     }
+    EXPECT_TRUE(screen.Show(page).empty()) << "nothing has changed";
   }
 }
 
@@ -208,7 +206,7 @@ std::vector<std::uint32_t> PaintLines(const Page& page) {
 }
 
 TEST(FrameTest, ALineLosesNothingByBeingPaintedPartByPart) {
-  for (std::uint32_t seed = 1; seed <= 60; ++seed) {
+  for (std::uint32_t seed = 1; seed <= 25; ++seed) {
     Editor editor(seed, kWidth, kHeight);
     Page page;
     while (page.marks.size() < 12) {
@@ -224,22 +222,9 @@ TEST(FrameTest, ALineLosesNothingByBeingPaintedPartByPart) {
   }
 }
 
-TEST(FrameTest, AnUnchangedFrameReportsNothing) {
-  Editor editor(7, kWidth, kHeight);
-  Page page;
-  for (int i = 0; i < 30; ++i) {
-    page.marks.push_back(editor.NewMark());
-  }
-  Screen screen(kWidth, kHeight, 1);
-  EXPECT_FALSE(screen.Show(page).empty());
-  EXPECT_TRUE(screen.Show(page).empty());
-}
-
 TEST(FrameTest, APointAddedToALongPathChangesOnlyItsNeighbourhood) {
   Page page;
-  Mark path;
-  path.width = 6;
-  path.argb = 0xFF102030;
+  Mark path{0, {}, {}, 6, 0xFF102030, nullptr};
   for (int x = 0; x < 250; ++x) {
     path.points.push_back({10 + x, 20 + x % 3});
   }
@@ -254,22 +239,7 @@ TEST(FrameTest, APointAddedToALongPathChangesOnlyItsNeighbourhood) {
   }
 }
 
-TEST(FrameTest, ThePixelsDoNotDependOnTheNumberOfThreads) {
-  Editor editor(3, 1200, 900);
-  Page page;
-  for (int i = 0; i < 80; ++i) {
-    page.marks.push_back(editor.NewMark());
-  }
-  Screen alone(1200, 900, 1);
-  alone.Show(page);
-  for (const int threads : {2, 3, 4}) {
-    Screen shared(1200, 900, threads);
-    shared.Show(page);
-    EXPECT_EQ(shared.Pixels(), alone.Pixels()) << threads;
-  }
-}
-
-TEST(FrameTest, SurfacesThatArePaintedAtOnceShareThePoolAndNothingElse) {
+TEST(FrameTest, SurfacesPaintedAtOnceByAPoolShowWhatOneThreadPaints) {
   const auto pool = std::make_shared<canvas::BandPool>(3);
   const auto paint = [&pool](std::uint32_t seed) {
     Editor editor(seed, 1200, 900);

@@ -1,4 +1,4 @@
-// One small file of each kind, for the tests of damage and the seeds of the fuzzers.
+// One small file of each kind, for the corpus, which the tests of damage start from as well.
 #pragma once
 
 #include <string>
@@ -10,7 +10,6 @@ struct SampleFile {
   std::string name;
   std::string format;  // png, jpeg, gif, bmp
   Bytes bytes;
-  std::size_t unusedTail = 0;  // bytes at the end that a reader of the first frame never needs
 };
 
 std::vector<SampleFile> MakeSampleFiles();

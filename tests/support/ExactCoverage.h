@@ -1,0 +1,26 @@
+// The truth that painted strokes are measured against: the union of every segment's rectangle and
+// every joint's mitre or bevel, measured along 16 lines a pixel. Slow and obvious.
+#pragma once
+
+#include <span>
+#include <vector>
+
+namespace exact {
+
+struct Corner {
+  double x = 0;
+  double y = 0;
+
+  bool operator==(const Corner&) const = default;
+};
+
+using Polygon = std::vector<Corner>;  // convex
+
+// What a stroke with flat caps, mitred joins up to 10 times the pen's width and bevels past that
+// covers.
+std::vector<Polygon> StrokePolygons(const std::vector<Corner>& points, bool closed, double width);
+
+// The share of every pixel that the union of `polygons` covers, 0 to 1, row by row.
+std::vector<double> Coverage(std::span<const Polygon> polygons, int width, int height);
+
+}  // namespace exact

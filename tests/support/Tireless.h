@@ -1,0 +1,34 @@
+// A thread that does one thing again and again, beside what the test does.
+#pragma once
+
+#include <atomic>
+#include <chrono>
+#include <functional>
+#include <thread>
+
+// Calls `act` for as long as it lives; joined at its end.
+class Tireless {
+ public:
+  explicit Tireless(std::function<void()> act)
+      : thread([this, act = std::move(act)] {
+          while (!stopped) {
+            act();
+            ++rounds;
+            // A lock taken again at once would keep the other threads out.
+            std::this_thread::sleep_for(std::chrono::microseconds(20));
+          }
+        }) {}
+  ~Tireless() {
+    stopped = true;
+    thread.join();
+  }
+  Tireless(const Tireless&) = delete;
+  Tireless& operator=(const Tireless&) = delete;
+
+  int Rounds() const { return rounds; }
+
+ private:
+  std::atomic<bool> stopped{false};
+  std::atomic<int> rounds{0};
+  std::thread thread;
+};
