@@ -67,6 +67,7 @@ TEST(LifecycleTest, WithoutAnyPageThereIsNothingToDo) {
                       engine.GotoPage("doc", 1));
     EXPECT_EQ(0, engine.GotoPage("doc", std::string("page")));
     EXPECT_EQ(0, engine.EndSelecting());
+    EXPECT_EQ(0, engine.DelPage("doc", "page"));
     engine.NewDoc("ada", "doc");
   }
   std::string doc = "?";

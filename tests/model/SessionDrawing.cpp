@@ -135,9 +135,8 @@ void Session::PlacePicture() {
   Trace("picture " + std::to_string(which) + (isFile ? " of a file" : "") +
         (isBackground ? " as background" : "") + (isAbsent ? " that is not there" : ""));
   const auto index = static_cast<std::size_t>(which);
-  const std::string path = isAbsent && any.OneIn(2)
-                               ? ""
-                               : Folder().File(isAbsent ? "missing" : std::to_string(which));
+  const std::string path =
+      isAbsent && any.OneIn(2) ? "" : Folder().File(isAbsent ? "missing" : std::to_string(which));
   Annotation* placed =
       isFile ? engine->AddPictureFromFile(at.doc, at.page, path, "property", isBackground)
              : engine->AddPictureFromStream(at.doc, at.page, isAbsent ? "" : pictures[index],

@@ -60,6 +60,8 @@ TEST_F(PageSurfaceTest, AnEmptyViewMakesASurfaceOfOnePixelUntilTheFirstResize) {
 TEST_F(PageSurfaceTest, MarksKeepTheirFractionsWhenThePageIsResized) {
   Init(PageOf(60, 40));
   page.AddAnnotation(Mark("m").Box(kSize, 30, 20, 10, kRed).Release(), true);
+  page.AddAnnotation(
+      Mark("on it").Pen(kRed, 1).Points(kSize, {{32, 22}, {35, 24}, {37, 26}}).Release(), true);
   const struct {
     int width, height;
     RECT ink;

@@ -117,12 +117,14 @@ TEST(BmpDecoder, WhatNoHeaderMayHoldFails) {
   BmpFile torn = change(&BmpFile::bits, std::uint16_t{32});
   torn.compression = kBitFields;
   torn.masks = {0xF0F, 0xF0, 0xF000};
+  BmpFile maskless = change(&BmpFile::bits, std::uint16_t{16});
+  maskless.compression = kBitFields;
   for (const BmpFile& file :
        {change(&BmpFile::width, 0), change(&BmpFile::width, -2), change(&BmpFile::height, 0),
         change(&BmpFile::height, std::numeric_limits<std::int32_t>::min()),
         change(&BmpFile::bits, std::uint16_t{7}), change(&BmpFile::compression, kBitFields),
         change(&BmpFile::compression, kRle8), change(&BmpFile::compression, 4U),
-        change(&BmpFile::headerSize, 41U), torn}) {
+        change(&BmpFile::headerSize, 41U), torn, maskless}) {
     EXPECT_EQ(DecodePicture(MakeBmp(file)).width, 0) << file.width << " x " << file.height;
   }
 }

@@ -32,8 +32,8 @@ PngFile MakeFile(int colorType, int bitDepth, bool interlaced, bool hasClearPixe
     const auto sample = [&](std::size_t i) {
       return static_cast<std::uint16_t>(file.rows[i] >> (8 - bitDepth));
     };
-    file.transparentColor = channels == 1 ? std::vector{sample(0)}
-                                          : std::vector{sample(0), sample(1), sample(2)};
+    file.transparentColor =
+        channels == 1 ? std::vector{sample(0)} : std::vector{sample(0), sample(1), sample(2)};
   }
   return file;
 }
