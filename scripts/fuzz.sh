@@ -19,29 +19,29 @@ mkdir -p build/fuzz/findings
   { tail -40 build/fuzz.log >&2; exit 1; }
 
 export LSAN_OPTIONS="suppressions=$PWD/tests/support/leaks.supp:print_suppressions=0"
-failed=()
-for format in bmp gif jpeg png text board strokes calls; do
-  found=build/fuzz/found/$format
-  mkdir -p "$found" "fuzz/corpus/$format"
-  printf '== %s\n' "$format"
-  log=build/fuzz/$format.log
+# Feeds one target; says how it went in one go, as several run side by side.
+feed() {
+  local target=$1 length=4096 found=build/fuzz/found/$1 log=build/fuzz/$1.log
   # Some hundred calls, or a dozen marks: longer inputs cost more than they find.
-  length=4096
-  case $format in
+  case $target in
     calls) length=1024 ;;
     strokes) length=512 ;;
   esac
-  if ! "build/fuzz/fuzz/parchlet-fuzz-$format" -max_total_time="$seconds" -max_len="$length" -timeout=30 \
-      -rss_limit_mb=2048 -artifact_prefix="build/fuzz/findings/$format-" -print_final_stats=1 \
-      "$found" "fuzz/corpus/$format" >"$log" 2>&1; then
-    tail -40 "$log" >&2
-    failed+=("$format")
-    continue
+  mkdir -p "$found" "fuzz/corpus/$target"
+  if "build/fuzz/fuzz/parchlet-fuzz-$target" -max_total_time="$seconds" -max_len="$length" \
+    -timeout=30 -rss_limit_mb=2048 -artifact_prefix="build/fuzz/findings/$target-" \
+    -print_final_stats=1 "$found" "fuzz/corpus/$target" >"$log" 2>&1; then
+    printf '== %s\n%s\n' "$target" "$(grep -E 'number_of_executed_units|peak_rss_mb' "$log")"
+  else
+    printf '== %s: brought down; the input is in build/fuzz/findings\n%s\n' "$target" \
+      "$(tail -40 "$log")" >&2
+    return 1
   fi
-  grep -E 'number_of_executed_units|peak_rss_mb' "$log"
-done
-if ((${#failed[@]})); then
-  echo "Brought down: ${failed[*]}; the inputs are in build/fuzz/findings." >&2
-  exit 1
-fi
+}
+export -f feed
+export seconds
+
+echo "Feeding 8 targets for $seconds s each ..."
+printf '%s\n' calls strokes bmp gif jpeg png text board |
+  xargs -P "$(nproc)" -I {} bash -c 'feed {}'
 echo "Nothing was brought down."

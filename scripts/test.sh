@@ -2,8 +2,8 @@
 # Builds and runs the tests. On a fresh Debian 12 machine it first installs what is missing.
 #   scripts/test.sh         the tests, as built for development
 #   scripts/test.sh --all   also: format check, what the last release offered, the manual, clang with
-#                           its thread-safety analysis, sanitizers, the DLL for Windows, the Debian
-#                           packages in a fresh Debian
+#                           its thread-safety analysis, sanitizers, the DLL for Windows, a minute of
+#                           every fuzzer, the Debian packages in a fresh Debian
 set -euo pipefail
 cd "$(dirname "$0")/.."
 
@@ -49,6 +49,8 @@ if $all; then
     -D HOST=build/windows/examples/win32_host/parchlet-win32-host.exe \
     -D TESTS=build/windows/tests/windows/parchlet-windows-tests.exe \
     -P tests/windows/CheckDll.cmake
+  step "fuzz: a minute each"
+  scripts/fuzz.sh 60
   step "Debian packages"
   scripts/package.sh
   scripts/test-packages.sh --clean-root
