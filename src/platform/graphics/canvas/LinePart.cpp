@@ -26,10 +26,11 @@ inline void MeasureFew(std::span<const raster::GridPoint> points, LinePart& part
   part.hash = Mix(hash, points.size());
 }
 
-// A part that begins with a repeated point does not show which way the line came: it expects a
-// mitre.
+// A part that begins or ends with a repeated point does not show which way the line came or goes
+// on: it expects a mitre.
 inline bool IsSharp(std::span<const raster::GridPoint> points) {
-  bool sharp = points.size() > 1 && points[0] == points[1];
+  const std::size_t count = points.size();
+  bool sharp = count > 1 && (points[0] == points[1] || points[count - 1] == points[count - 2]);
   float inX = 0;
   float inY = 0;
   for (std::size_t i = 1; i < points.size(); ++i) {

@@ -23,42 +23,52 @@ constexpr int kTwoGroups = 2 * kGroup;
 
 // Where the coverage of a 16-bit channel stands among the bytes of the two groups, by 128-bit
 // block: the blocks hold four pixels each, of which unpacking puts the first two in the lower
-// vector.
-alignas(64) constexpr std::uint8_t kLower[64] = {
+// vector. An opaque colour takes it in both halves of a channel, that is coverage / 255 in 1/65536,
+// a translucent one as it is.
+constexpr std::uint8_t kNone = 0x80;
+alignas(64) constexpr std::uint8_t kLowerPixel[64] = {
     0, 0, 0, 0, 0,  0,  0,  0,  1,  1,  1,  1,  1,  1,  1,  1,  4,  4,  4,  4, 4, 4,
     4, 4, 5, 5, 5,  5,  5,  5,  5,  5,  8,  8,  8,  8,  8,  8,  8,  8,  9,  9, 9, 9,
     9, 9, 9, 9, 12, 12, 12, 12, 12, 12, 12, 12, 13, 13, 13, 13, 13, 13, 13, 13};
 constexpr std::uint8_t kUpperOffset = 2;  // of the last two pixels' coverage
 
+template <bool kOpaque>
+HWY_INLINE V8 LowerPixels() {
+  const V8 pixel = hn::Load(k8, kLowerPixel);
+  if constexpr (kOpaque) {
+    return pixel;
+  } else {
+    const V8 high = hn::BitCast(k8, hn::Set(k16, static_cast<std::int16_t>(kNone << 8)));
+    return hn::Or(pixel, high);
+  }
+}
+
 struct InkLanes {
-  V16 color;  // opaque: levels; translucent: 1/128 levels
+  V16 color;  // opaque: levels; translucent: as in Ink
   V16 alpha;
 
   explicit HWY_INLINE InkLanes(const Ink& ink) {
     alignas(64) std::int16_t lanes[32];
     for (int i = 0; i < 32; ++i) {
-      const int fine = ink.finePremultiplied[i % 4];
-      lanes[i] = static_cast<std::int16_t>(ink.opaque ? fine >> 7 : fine);
+      const auto level = static_cast<std::int16_t>(ink.premultiplied >> (8 * (i % 4)) & 0xFF);
+      lanes[i] = ink.opaque ? level : ink.fineColor[i % 4];
     }
     color = hn::Load(k16, lanes);
-    alpha = hn::Set(k16, ink.alpha15);
+    alpha = hn::Set(k16, ink.fineAlpha);
   }
 };
 
-// ground + coverage (color - ground alpha), in one rounding for an opaque colour: `cover` is the
-// coverage byte in both halves of a channel, that is coverage / 255 in 1/65536.
+// ground + coverage (color - ground alpha), rounded once. For a translucent colour the difference
+// has 7 bits more on the way.
 template <bool kOpaque>
 HWY_INLINE V16 Mixed(V16 ground, V16 cover, const InkLanes& ink) {
-  const auto bits = hn::BitCast(hn::RebindToUnsigned<D16>(), cover);
   if constexpr (kOpaque) {
+    const auto bits = hn::BitCast(hn::RebindToUnsigned<D16>(), cover);
     const V16 share = hn::BitCast(k16, hn::ShiftRight<1>(bits));
     return hn::Add(ground, hn::MulFixedPoint15(hn::Sub(ink.color, ground), share));
   } else {
-    // With 7 more bits on the way and the coverage in 1/256, rounded once at the end.
-    const V16 low = hn::BitCast(k16, hn::ShiftRight<8>(bits));
-    const V16 share = hn::Add(low, hn::ShiftRight<7>(low));
-    const V16 kept = hn::MulFixedPoint15(hn::ShiftLeft<7>(ground), ink.alpha);
-    return hn::Add(ground, hn::MulFixedPoint15(hn::Sub(ink.color, kept), share));
+    const V16 taken = hn::MulFixedPoint15(hn::ShiftLeft<7>(ground), ink.alpha);
+    return hn::Add(ground, hn::MulFixedPoint15(hn::Sub(ink.color, taken), cover));
   }
 }
 
@@ -95,13 +105,16 @@ HWY_INLINE void BlendTwoGroups(std::uint32_t* first, std::uint32_t* second, V8 c
     std::uint32_t* const start = pixel < kGroup ? first + pixel : second + (pixel - kGroup);
     const VectorPlace place = {reinterpret_cast<std::uint8_t*>(start),
                                reinterpret_cast<std::uint8_t*>(second)};
-    const V8 lower = hn::Add(hn::Load(k8, kLower), hn::Set(k8, static_cast<std::uint8_t>(pixel)));
+    const V8 lower = hn::Add(LowerPixels<kOpaque>(), hn::Set(k8, static_cast<std::uint8_t>(pixel)));
     const V8 upper = hn::Add(lower, hn::Set(k8, kUpperOffset));
+    const auto cover = [&](V8 places) {
+      return hn::BitCast(k16, hn::TableLookupBytesOr0(coverage, places));
+    };
     const V8 ground = LoadPixels(place);
     const V16 low = Mixed<kOpaque>(hn::BitCast(k16, hn::InterleaveLower(k8, ground, hn::Zero(k8))),
-                                   hn::BitCast(k16, hn::TableLookupBytes(coverage, lower)), ink);
+                                   cover(lower), ink);
     const V16 high = Mixed<kOpaque>(hn::BitCast(k16, hn::InterleaveUpper(k8, ground, hn::Zero(k8))),
-                                    hn::BitCast(k16, hn::TableLookupBytes(coverage, upper)), ink);
+                                    cover(upper), ink);
     StorePixels(PackBlocks(low, high), place);
   }
 }

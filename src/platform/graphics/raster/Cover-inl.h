@@ -30,6 +30,11 @@ alignas(64) constexpr std::int16_t kLaneX[32] = {0, 1, 2, 3, 4, 5, 6, 7, 0, 1, 2
 alignas(64) constexpr std::int16_t kLaneY[32] = {0, 0, 0, 0, 0, 0, 0, 0, 2, 2, 2, 2, 2, 2, 2, 2,
                                                  4, 4, 4, 4, 4, 4, 4, 4, 6, 6, 6, 6, 6, 6, 6, 6};
 
+// Both halves of every 32 bits hold the number that `twice` does.
+HWY_INLINE V16 SetTwice(std::int32_t twice) {
+  return hn::BitCast(k16, hn::Set(hn::Repartition<std::int32_t, D16>(), twice));
+}
+
 // One plane over the lanes of a pair, in 16 bits modulo 2^16: only the values within a piece's box
 // have to fit, not those on the way.
 struct PlaneLanes {
@@ -38,12 +43,11 @@ struct PlaneLanes {
   V16 step;    // from one pair to the next below
   V16 column;  // from one column to the next
 
-  explicit HWY_INLINE PlaneLanes(int a, int b)
-      : offset(hn::Add(hn::Mul(hn::Load(k16, kLaneX), Set(a)),
-                       hn::Mul(hn::Load(k16, kLaneY), Set(b)))),
-        odd(Set(b)),
-        step(Set(b * kPairRows)),
-        column(Set(a * kGroup)) {}
+  HWY_INLINE PlaneLanes(V16 a, V16 b)
+      : offset(hn::Add(hn::Mul(hn::Load(k16, kLaneX), a), hn::Mul(hn::Load(k16, kLaneY), b))),
+        odd(b),
+        step(hn::ShiftLeft<kPairShift>(b)),
+        column(hn::ShiftLeft<kGroupShift>(a)) {}
 };
 
 struct PlaneValues {
@@ -92,10 +96,10 @@ HWY_INLINE V8 Product(V8 a, V8 b) {
                     high(hn::InterleaveUpper(k8, a, a), hn::InterleaveUpper(k8, b, b)));
 }
 
-// A bit for every row of a pair: set when its eight pixels are all 0.
-HWY_INLINE std::uint64_t EmptyRows(V8 coverage) {
+// A bit for every row of a pair: set when not all of its eight pixels are 0.
+HWY_INLINE std::uint64_t TouchedRows(V8 coverage) {
   std::uint8_t bits[8] = {};
-  hn::StoreMaskBits(k64, hn::Eq(hn::BitCast(k64, coverage), hn::Zero(k64)), bits);
+  hn::StoreMaskBits(k64, hn::Ne(hn::BitCast(k64, coverage), hn::Zero(k64)), bits);
   return bits[0];
 }
 
@@ -103,24 +107,24 @@ struct StripLanes {
   PlaneLanes plane;
   V16 outer, inner;
 
-  HWY_INLINE StripLanes(int a, int b, int outer, int inner)
-      : plane(a, b), outer(Set(outer)), inner(Set(inner)) {}
+  HWY_INLINE StripLanes(const PlaneLanes& plane, V16 outer, V16 inner)
+      : plane(plane), outer(outer), inner(inner) {}
 };
 
 // The lanes of a piece, ready to cover any stretch of a column. A mitre's are those of both strips.
 template <bool kThin, bool kMitre>
 class PieceLanes {
  public:
-  HWY_INLINE PieceLanes(const StripLanes& strip, const StripLanes& other, const Plane& start,
-                        const Plane& end)
-      : strip(strip), other(other), start(start.a, start.b), end(end.a, end.b) {}
+  HWY_INLINE PieceLanes(const StripLanes& strip, const StripLanes& other, const PlaneLanes& start,
+                        const PlaneLanes& end)
+      : strip(strip), other(other), start(start), end(end) {}
 
   // Stands at the first pixel of a column, where the planes have these values.
-  HWY_INLINE void MoveTo(int stripBase, int otherBase, int startBase, int endBase) {
-    d0 = hn::Add(strip.plane.offset, Set(stripBase));
-    o0 = hn::Add(other.plane.offset, Set(otherBase));
-    s0 = hn::Add(start.offset, Set(startBase));
-    e0 = hn::Add(end.offset, Set(endBase));
+  HWY_INLINE void MoveTo(V16 stripBase, V16 otherBase, V16 startBase, V16 endBase) {
+    d0 = hn::Add(strip.plane.offset, stripBase);
+    o0 = hn::Add(other.plane.offset, otherBase);
+    s0 = hn::Add(start.offset, startBase);
+    e0 = hn::Add(end.offset, endBase);
   }
   // Not for mitres.
   HWY_INLINE void MoveToNextColumn() {
@@ -138,7 +142,7 @@ class PieceLanes {
     PlaneValues o(other.plane, o0);
     PlaneValues s(start, s0);
     PlaneValues e(end, e0);
-    std::uint64_t empty = 0;
+    std::uint64_t touched = 0;
     for (int row = 0; row < rows; row += kPairRows) {
       // Start ramp less end ramp: the share of a seam that the neighbour takes is left out exactly.
       const V8 between = hn::SaturatedSub(s.Ramp(), e.Ramp());
@@ -153,13 +157,13 @@ class PieceLanes {
         coverage = hn::BitCast(k8, hn::IfThenElseZero(wanted, hn::BitCast(k64, coverage)));
       }
       hn::StoreU(hn::SaturatedAdd(hn::LoadU(k8, bytes), coverage), k8, bytes);
-      empty |= EmptyRows(coverage) << row;
+      touched |= TouchedRows(coverage) << row;
       bytes += kPairRows * kGroup;
       d.Advance(strip.plane);
       s.Advance(start);
       e.Advance(end);
     }
-    return ~empty & (~std::uint64_t{0} >> (64 - rows));
+    return touched;
   }
 
  private:

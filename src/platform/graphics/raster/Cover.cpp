@@ -16,38 +16,47 @@ namespace raster {
 namespace HWY_NAMESPACE {
 namespace {
 
-HWY_INLINE Plane At(const PlaneArrays& arrays, int i) {
-  return {arrays.a[i], arrays.b[i], arrays.c[i]};
+HWY_INLINE PlaneLanes At(const LanePlaneArrays& arrays, int i) {
+  return {SetTwice(arrays.a[i]), SetTwice(arrays.b[i])};
 }
 
+// Covers the segments at the set bits, all of `columns` columns and `blocks` blocks.
 template <bool kThin>
-HWY_INLINE void CoverSegment(const ChunkGeometry& g, int i, CoveragePlane& plane) {
-  const Plane strip = At(g.strip, i);
-  const Plane start = At(g.start, i);
-  const Plane end = At(g.end, i);
-  const StripLanes stripLanes(strip.a, strip.b, g.outer[i], g.inner[i]);
-  PieceLanes<kThin, false> lanes(stripLanes, stripLanes, start, end);
-  lanes.MoveTo(g.stripBase[i], 0, g.startBase[i], g.endBase[i]);
-  const int rows = g.blocks[i] * kBlockRows;
-  const int index = plane.Index(g.row[i]);
+HWY_INLINE void CoverAlike(const ChunkGeometry& g, std::uint64_t pieces, int columns, int blocks,
+                           CoveragePlane& plane) {
   const std::ptrdiff_t bytesStride = plane.ColumnStride();
   const std::ptrdiff_t bitsStride = plane.BitsStride();
-  std::uint8_t* bytes = plane.Group(g.column[i], g.row[i]);
-  std::uint64_t* bits = plane.Bits(g.column[i]);
-  for (int columns = g.columns[i]; columns > 0; --columns) {
-    CoveragePlane::NoteRows(bits, index, lanes.template Cover<false>(bytes, rows));
-    bytes += bytesStride;
-    bits += bitsStride;
-    lanes.MoveToNextColumn();
+  std::uint8_t* const allBytes = plane.Group(plane.FirstColumn(), plane.Clip().top);
+  std::uint64_t* const allBits = plane.Bits(plane.FirstColumn());
+  const int firstColumn = plane.FirstColumn();
+  const int top = plane.Clip().top;
+  const int firstIndex = plane.Index(top);
+  for (; pieces != 0; pieces &= pieces - 1) {
+    const int i = kContext + std::countr_zero(pieces);
+    const StripLanes strip(At(g.strip, i), SetTwice(g.outer[i]), SetTwice(g.inner[i]));
+    PieceLanes<kThin, false> lanes(strip, strip, At(g.start, i), At(g.end, i));
+    lanes.MoveTo(SetTwice(g.strip.base[i]), hn::Zero(k16), SetTwice(g.start.base[i]),
+                 SetTwice(g.end.base[i]));
+    const std::ptrdiff_t column = g.column[i] - firstColumn;
+    const std::ptrdiff_t row = g.row[i] - top;
+    const int index = firstIndex + static_cast<int>(row);
+    std::uint8_t* bytes = allBytes + column * bytesStride + row * kGroup;
+    std::uint64_t* bits = allBits + column * bitsStride;
+    for (int rest = columns; rest > 0; --rest) {
+      CoveragePlane::NoteRows(bits, index, lanes.template Cover<false>(bytes, blocks * kBlockRows));
+      bytes += bytesStride;
+      bits += bitsStride;
+      lanes.MoveToNextColumn();
+    }
   }
 }
 
 // The pieces of a chunk, a bit each, whose shape is `shape`.
 HWY_INLINE std::uint64_t PiecesOf(const ChunkGeometry& g, std::uint8_t shape) {
   std::uint64_t pieces = 0;
-  for (std::size_t i = 0; i < kChunkSegments; i += hn::Lanes(k8)) {
+  for (std::size_t i = 0; i < 64; i += hn::Lanes(k8)) {
     std::uint8_t bits[8] = {};
-    hn::StoreMaskBits(k8, hn::Eq(hn::LoadU(k8, g.shape + 1 + i), hn::Set(k8, shape)), bits);
+    hn::StoreMaskBits(k8, hn::Eq(hn::LoadU(k8, g.shape + kContext + i), hn::Set(k8, shape)), bits);
     std::uint64_t word;
     std::memcpy(&word, bits, sizeof word);
     pieces |= word << i;
@@ -56,23 +65,35 @@ HWY_INLINE std::uint64_t PiecesOf(const ChunkGeometry& g, std::uint8_t shape) {
 }
 
 // Pieces of one shape are covered together: their loops are then as long as the ones before, which
-// the processor guesses right. Coverage adds up the same in any order.
+// the processor guesses right, and the usual ones are unrolled. Coverage adds up the same in any
+// order.
 template <bool kThin>
 void CoverSegments(const ChunkGeometry& g, CoveragePlane& plane) {
-  PixelRect box = {INT32_MAX, INT32_MAX, INT32_MIN, INT32_MIN};
   std::uint64_t rest = ~PiecesOf(g, 0);
-  while (rest != 0) {
-    const std::uint64_t alike = PiecesOf(g, g.shape[1 + std::countr_zero(rest)]);
-    rest &= ~alike;
-    for (std::uint64_t pieces = alike; pieces != 0; pieces &= pieces - 1) {
-      const int i = 1 + std::countr_zero(pieces);
-      CoverSegment<kThin>(g, i, plane);
-      box = Unite(box, {g.column[i], g.row[i], g.column[i] + g.columns[i],
-                        g.row[i] + g.blocks[i] * kBlockRows});
-    }
+  if (rest == 0) {
+    return;
   }
-  if (!box.IsEmpty()) {
-    plane.NoteBox(box);
+  plane.NoteBox(g.box);
+  while (rest != 0) {
+    const int i = kContext + std::countr_zero(rest);
+    const std::uint64_t alike = PiecesOf(g, g.shape[i]);
+    rest &= ~alike;
+    switch (g.blocks[i]) {
+      case 1:
+        CoverAlike<kThin>(g, alike, g.columns[i], 1, plane);
+        break;
+      case 2:
+        CoverAlike<kThin>(g, alike, g.columns[i], 2, plane);
+        break;
+      case 3:
+        CoverAlike<kThin>(g, alike, g.columns[i], 3, plane);
+        break;
+      case 4:
+        CoverAlike<kThin>(g, alike, g.columns[i], 4, plane);
+        break;
+      default:
+        CoverAlike<kThin>(g, alike, g.columns[i], g.blocks[i], plane);
+    }
   }
 }
 

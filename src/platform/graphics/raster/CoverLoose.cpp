@@ -33,7 +33,9 @@ struct CellStrip {
         b(static_cast<int>(Rounded(strip.b))),
         rowsPerUnit(std::abs(strip.b) < 1 ? 0 : 1 / strip.b) {}
 
-  HWY_INLINE StripLanes Lanes() const { return {a, b, strip.outer, strip.inner}; }
+  HWY_INLINE StripLanes Lanes() const {
+    return {{Set(a), Set(b)}, Set(strip.outer), Set(strip.inner)};
+  }
 
   // The rows of a column that the strip may touch: a x + b y + c within the outer ramp's reach.
   HWY_INLINE void NarrowRows(int column, float& top, float& bottom) const {
@@ -76,7 +78,9 @@ void CoverCells(const LoosePiece& piece, CoveragePlane& plane) {
       std::min(static_cast<int>(std::floor(piece.right)) >> 3, (clip.right - 1) >> 3);
   const CellStrip strip(piece.strip);
   const CellStrip other(kMitre ? piece.other : piece.strip);
-  PieceLanes<kThin, kMitre> lanes(strip.Lanes(), other.Lanes(), piece.start, piece.end);
+  PieceLanes<kThin, kMitre> lanes(strip.Lanes(), other.Lanes(),
+                                  {Set(piece.start.a), Set(piece.start.b)},
+                                  {Set(piece.end.a), Set(piece.end.b)});
   for (int column = firstColumn; column <= lastColumn; ++column) {
     float top = piece.top;
     float bottom = piece.bottom;
@@ -92,8 +96,8 @@ void CoverCells(const LoosePiece& piece, CoveragePlane& plane) {
     plane.NoteBox({column, first, column + 1, end});
     for (int row = first; row < end;) {
       const int cellEnd = std::min((row & ~(kCellRows - 1)) + kCellRows, end);
-      lanes.MoveTo(strip.Base(column, row), kMitre ? other.Base(column, row) : 0,
-                   EndBase(piece.start, column, row), EndBase(piece.end, column, row));
+      lanes.MoveTo(Set(strip.Base(column, row)), Set(kMitre ? other.Base(column, row) : 0),
+                   Set(EndBase(piece.start, column, row)), Set(EndBase(piece.end, column, row)));
       const std::uint64_t rows =
           lanes.template Cover<true>(plane.Group(column, row), cellEnd - row);
       CoveragePlane::NoteRows(plane.Bits(column), plane.Index(row), rows);

@@ -13,7 +13,8 @@
 
 namespace raster {
 
-inline constexpr int kGroup = 8;      // pixels a group: the width of a column
+inline constexpr int kGroupShift = 3;
+inline constexpr int kGroup = 1 << kGroupShift;  // pixels a group: the width of a column
 inline constexpr int kSlackRows = 8;  // rows above and below the clip that a block may reach into
 
 // Owned by one Rasterizer; used by one thread at a time.

@@ -57,14 +57,22 @@ void Stroker::CoverEllipse(double x, double y, double width, double height) {
   const auto vertex = [&](double angle) {
     return Vertex{center.x + radius.x * std::cos(angle), center.y + radius.y * std::sin(angle)};
   };
-  MoveToFrom(vertex(angles.back()), vertex(angles.front()));
+  const Vertex first = vertex(angles.front());
+  Context before(first);
+  Context behind(first);
+  for (std::size_t i = 1; !before.IsFull(); ++i) {
+    before.Take(vertex(angles[angles.size() - i]));
+  }
+  for (std::size_t i = 1; !behind.IsFull(); ++i) {
+    behind.Take(vertex(angles[i]));
+  }
+  MoveToFrom(before);
   for (const double angle : std::span(angles).subspan(1)) {
     const Vertex next = vertex(angle);
     LineTo(static_cast<float>(next.x), static_cast<float>(next.y));
   }
-  const Vertex first = vertex(angles.front());
   LineTo(static_cast<float>(first.x), static_cast<float>(first.y));
-  LiftPenTowards(vertex(angles[1]));
+  LiftPenTowards(behind);
 }
 
 // An arc lies within the box of its ends and middle, grown by its sagitta.

@@ -9,6 +9,8 @@
 
 #include <hwy/highway.h>
 
+#include <bit>
+
 #include "platform/graphics/raster/CoveragePlane.h"
 
 HWY_BEFORE_NAMESPACE();
@@ -60,9 +62,10 @@ inline constexpr D64 k64;
 // Rows of 8 pixels that two vectors of 16-bit lanes hold, and those that a piece of a stroke is
 // covered by at a time. A pixel's coverage does not depend on them.
 inline constexpr int kPairRows = static_cast<int>(hn::MaxLanes(k16)) / 4;
+inline constexpr int kPairShift = std::countr_zero(static_cast<unsigned>(kPairRows));
 inline constexpr int kBlockRows = kPairRows < 4 ? 4 : kPairRows;
-inline constexpr int kBlockShift = kBlockRows == 8 ? 3 : 2;
-static_assert(kBlockRows == 1 << kBlockShift && kBlockRows % kPairRows == 0);
+inline constexpr int kBlockShift = std::countr_zero(static_cast<unsigned>(kBlockRows));
+static_assert(kBlockRows % kPairRows == 0);
 static_assert(kBlockRows <= kSlackRows);
 
 }  // namespace

@@ -67,8 +67,12 @@ void SetBox(LoosePiece& piece, std::initializer_list<Vector> corners) {
   piece.bottom += kFringe;
 }
 
-Plane At(const PlaneArrays& arrays, int i) {
-  return {arrays.a[i], arrays.b[i], arrays.c[i]};
+// The end at point `i` of a segment with this tangent.
+Plane EndAt(const ChunkPoints& points, const ChunkGeometry& geometry, int i, Vector tangent) {
+  if (geometry.good[i] != 0) {
+    return {geometry.seam.a[i], geometry.seam.b[i], geometry.seam.c[i]};
+  }
+  return PlaneThrough({points.x[i], points.y[i]}, tangent);
 }
 
 struct Corner {
@@ -132,12 +136,12 @@ void CoverSharpCorner(const Corner& corner, bool mitred, float halfWidth, Covera
 
 LoosePiece MakeLongPiece(const ChunkPoints& points, const ChunkGeometry& geometry, int i,
                          float halfWidth) {
+  const Vector tangent = {geometry.tangentX[i], geometry.tangentY[i]};
   LoosePiece piece;
-  piece.strip = StripAlong({points.x[i], points.y[i]}, {geometry.tangentX[i], geometry.tangentY[i]},
-                           halfWidth);
+  piece.strip = StripAlong({points.x[i], points.y[i]}, tangent, halfWidth);
   piece.thin = halfWidth < kThickHalfWidth;
-  piece.start = At(geometry.start, i);
-  piece.end = At(geometry.end, i);
+  piece.start = EndAt(points, geometry, i, tangent);
+  piece.end = EndAt(points, geometry, i + 1, tangent);
   piece.left = geometry.left[i];
   piece.top = geometry.top[i];
   piece.right = geometry.right[i];

@@ -1,6 +1,7 @@
 #include "platform/graphics/raster/StrokeChunk.h"
 
 #include <algorithm>
+#include <iterator>
 
 #undef HWY_TARGET_INCLUDE
 #define HWY_TARGET_INCLUDE "platform/graphics/raster/MeasureChunk.cpp"
@@ -69,21 +70,39 @@ struct Plane {
   I a, b, c;
 };
 
-// The plane through (x, y) with the normal (normalX, normalY) of any length but 0; `offset` at (x,
-// y).
-HWY_INLINE Plane PlaneThrough(F x, F y, F normalX, F normalY, int offset) {
-  const F larger = hn::Max(hn::Max(hn::Abs(normalX), hn::Abs(normalY)), Set(1e-6F));
-  const F scale = hn::Div(Set(kPlaneUnit), larger);
-  const F a = hn::Round(hn::Mul(normalX, scale));
-  const F b = hn::Round(hn::Mul(normalY, scale));
-  const I c = hn::Sub(hn::Set(kInts, offset), Rounded(hn::Add(hn::Mul(a, x), hn::Mul(b, y))));
-  return {hn::ConvertTo(kInts, a), hn::ConvertTo(kInts, b), c};
+// What takes the larger of two components to kPlaneUnit.
+HWY_INLINE F PlaneScale(F absX, F absY) {
+  return hn::Div(Set(kPlaneUnit), hn::Max(hn::Max(absX, absY), Set(1e-6F)));
+}
+
+// A plane's normal, of any length but 0, brought to scale.
+struct Normal {
+  F a, b;
+
+  HWY_INLINE Normal(F x, F y, F scale)
+      : a(hn::Round(hn::Mul(x, scale))), b(hn::Round(hn::Mul(y, scale))) {}
+};
+
+// The plane through (x, y), `offset` there.
+HWY_INLINE Plane PlaneThrough(F x, F y, const Normal& normal, int offset) {
+  const F sum = hn::Add(hn::Mul(normal.a, x), hn::Mul(normal.b, y));
+  const I c = hn::Sub(hn::Set(kInts, offset), Rounded(sum));
+  return {hn::ConvertTo(kInts, normal.a), hn::ConvertTo(kInts, normal.b), c};
 }
 
 HWY_INLINE void Store(const Plane& plane, PlaneArrays& arrays, int i) {
   hn::StoreU(plane.a, kInts, arrays.a + i);
   hn::StoreU(plane.b, kInts, arrays.b + i);
   hn::StoreU(plane.c, kInts, arrays.c + i);
+}
+
+alignas(16) constexpr std::uint8_t kLowHalves[16] = {0, 1, 0, 1, 4,  5,  4,  5,
+                                                     8, 9, 8, 9, 12, 13, 12, 13};
+
+HWY_INLINE void StoreTwice(I values, TwiceArray& array, int i) {
+  constexpr hn::Repartition<std::uint8_t, Ints> kLanes8;
+  const auto halves = hn::LoadDup128(kLanes8, kLowHalves);
+  hn::StoreU(hn::BitCast(kInts, hn::TableLookupBytes(values, halves)), kInts, array + i);
 }
 
 HWY_INLINE Plane Choose(I good, const PlaneArrays& seam, int i, const Plane& square) {
@@ -93,12 +112,15 @@ HWY_INLINE Plane Choose(I good, const PlaneArrays& seam, int i, const Plane& squ
           hn::IfThenElse(mask, hn::LoadU(kInts, seam.c + i), square.c)};
 }
 
-HWY_INLINE I Value(const Plane& plane, I x, I y) {
-  return hn::Add(hn::Add(hn::Mul(plane.a, x), hn::Mul(plane.b, y)), plane.c);
+// Stores a plane for a piece whose first pixel is (x, y).
+HWY_INLINE void Store(const Plane& plane, I x, I y, LanePlaneArrays& arrays, int i) {
+  StoreTwice(plane.a, arrays.a, i);
+  StoreTwice(plane.b, arrays.b, i);
+  StoreTwice(hn::Add(hn::Add(hn::Mul(plane.a, x), hn::Mul(plane.b, y)), plane.c), arrays.base, i);
 }
 
 void MeasureTangents(const ChunkPoints& points, ChunkGeometry& out) {
-  for (int i = 0; i < points.segments + 2; i += static_cast<int>(hn::Lanes(kFloats))) {
+  for (int i = 0; i < points.segments + 2 * kContext; i += static_cast<int>(hn::Lanes(kFloats))) {
     const F dx = hn::Sub(hn::LoadU(kFloats, points.x + i + 1), hn::LoadU(kFloats, points.x + i));
     const F dy = hn::Sub(hn::LoadU(kFloats, points.y + i + 1), hn::LoadU(kFloats, points.y + i));
     const F length = hn::Sqrt(hn::Add(hn::Mul(dx, dx), hn::Mul(dy, dy)));
@@ -111,35 +133,57 @@ void MeasureTangents(const ChunkPoints& points, ChunkGeometry& out) {
 
 // With t0, t1 the tangents at a joint and theta the angle between them, the seam's normal is t0 +
 // t1, and the strip's corners lie hw (n0 + n1) / (1 + t0 . t1) from the joint. The inner corner
-// backs off hw tan(theta / 2) along both segments; tan^2(theta / 2) = (1 - t0 . t1) / (1 + t0 .
-// t1).
+// backs off hw tan(theta / 2) along both segments; tan(theta / 2) = sin theta / (1 + cos theta).
 void MeasureJoints(const ChunkPoints& points, float halfWidth, ChunkGeometry& out) {
   const F half = Set(halfWidth);
-  for (int i = 1; i < points.segments + 2; i += static_cast<int>(hn::Lanes(kFloats))) {
+  const int end = points.segments + 2 * kContext;
+  for (int i = 1; i < end; i += static_cast<int>(hn::Lanes(kFloats))) {
     const F x0 = hn::LoadU(kFloats, out.tangentX + i - 1);
     const F y0 = hn::LoadU(kFloats, out.tangentY + i - 1);
     const F x1 = hn::LoadU(kFloats, out.tangentX + i);
     const F y1 = hn::LoadU(kFloats, out.tangentY + i);
     const F dot = hn::Add(hn::Mul(x0, x1), hn::Mul(y0, y1));
+    const F cross = hn::Sub(hn::Mul(x0, y1), hn::Mul(y0, x1));
     const F turn = hn::Max(hn::Add(Set(1), dot), Set(1e-6F));
     const F sumX = hn::Add(x0, x1);
     const F sumY = hn::Add(y0, y1);
-    const F shorter =
-        hn::Min(hn::LoadU(kFloats, out.length + i - 1), hn::LoadU(kFloats, out.length + i));
-    const F room = hn::Min(hn::Mul(shorter, Set(0.5F)), Set(kLongestBackOff));
-    const F backOff = hn::Mul(hn::Mul(half, half), hn::Sub(Set(1), dot));
-    const auto good =
-        hn::And(hn::Le(backOff, hn::Mul(hn::Mul(room, room), turn)), hn::Ge(turn, Set(kSharpTurn)));
-    const F reach = hn::Div(half, turn);
+    const F inverse = hn::Div(Set(1), turn);
+    const F reach = hn::Mul(half, inverse);
     // The fringe grows as the corner sharpens: by 1 / cos(theta / 2) <= 2 / turn.
-    const F fringe = hn::Div(Set(2 * kFringe), turn);
-    Store(PlaneThrough(hn::LoadU(kFloats, points.x + i), hn::LoadU(kFloats, points.y + i), sumX,
-                       sumY, kPlaneUnit / 2),
+    const F fringe = hn::Mul(Set(2 * kFringe), inverse);
+    const Normal normal(sumX, sumY, PlaneScale(hn::Abs(sumX), hn::Abs(sumY)));
+    Store(PlaneThrough(hn::LoadU(kFloats, points.x + i), hn::LoadU(kFloats, points.y + i), normal,
+                       kPlaneUnit / 2),
           out.seam, i);
     hn::StoreU(turn, kFloats, out.turn + i);
+    hn::StoreU(hn::Mul(reach, cross), kFloats, out.backOff + i);
     hn::StoreU(hn::Add(hn::Mul(reach, hn::Abs(sumY)), fringe), kFloats, out.reachX + i);
     hn::StoreU(hn::Add(hn::Mul(reach, hn::Abs(sumX)), fringe), kFloats, out.reachY + i);
-    hn::StoreU(hn::VecFromMask(kInts, hn::RebindMask(kInts, good)), kInts, out.good + i);
+  }
+}
+
+// Whether a joint's inner corner fits a segment of `length` beside that of the joint at its other
+// end, which takes no room on the other side of the stroke, nor where it ends square for certain.
+HWY_INLINE hn::Mask<Floats> Fits(F backOff, F length, F otherBackOff, F otherTurn) {
+  const auto square = hn::Or(hn::Lt(otherTurn, Set(kSharpTurn)),
+                             hn::Gt(hn::Abs(otherBackOff), hn::Min(length, Set(kLongestBackOff))));
+  const F both = hn::Add(backOff, hn::IfThenZeroElse(square, otherBackOff));
+  return hn::And(hn::Le(hn::Abs(backOff), length), hn::Le(hn::Abs(both), length));
+}
+
+void JudgeJoints(const ChunkPoints& points, ChunkGeometry& out) {
+  const int end = points.segments + kContext;
+  for (int i = kContext; i <= end; i += static_cast<int>(hn::Lanes(kFloats))) {
+    const F backOff = hn::LoadU(kFloats, out.backOff + i);
+    const auto fits = hn::And(
+        Fits(backOff, hn::LoadU(kFloats, out.length + i - 1),
+             hn::LoadU(kFloats, out.backOff + i - 1), hn::LoadU(kFloats, out.turn + i - 1)),
+        Fits(backOff, hn::LoadU(kFloats, out.length + i), hn::LoadU(kFloats, out.backOff + i + 1),
+             hn::LoadU(kFloats, out.turn + i + 1)));
+    const auto soft = hn::And(hn::Ge(hn::LoadU(kFloats, out.turn + i), Set(kSharpTurn)),
+                              hn::Le(hn::Abs(backOff), Set(kLongestBackOff)));
+    hn::StoreU(hn::VecFromMask(kInts, hn::RebindMask(kInts, hn::And(fits, soft))), kInts,
+               out.good + i);
   }
 }
 
@@ -197,7 +241,8 @@ HWY_INLINE void StoreShape(I narrow, int i, ChunkGeometry& out) {
 void MeasurePieces(const ChunkPoints& points, float halfWidth, const PixelRect& clip,
                    ChunkGeometry& out) {
   const F halfPixel = Set(0.5F);
-  for (int i = 1; i <= points.segments; i += static_cast<int>(hn::Lanes(kFloats))) {
+  const int end = points.segments + kContext;
+  for (int i = kContext; i < end; i += static_cast<int>(hn::Lanes(kFloats))) {
     const F tx = hn::LoadU(kFloats, out.tangentX + i);
     const F ty = hn::LoadU(kFloats, out.tangentY + i);
     const F x0 = hn::LoadU(kFloats, points.x + i);
@@ -206,25 +251,22 @@ void MeasurePieces(const ChunkPoints& points, float halfWidth, const PixelRect& 
     const F y1 = hn::LoadU(kFloats, points.y + i + 1);
     const F middleX = hn::Mul(hn::Add(x0, x1), halfPixel);
     const F middleY = hn::Mul(hn::Add(y0, y1), halfPixel);
-    const Plane strip = PlaneThrough(middleX, middleY, hn::Neg(ty), tx, 0);
-    Store(strip, out.strip, i);
-
-    const Plane square0 = PlaneThrough(x0, y0, tx, ty, kPlaneUnit / 2);
-    const Plane square1 = PlaneThrough(x1, y1, tx, ty, kPlaneUnit / 2);
+    const F absX = hn::Abs(tx);
+    const F absY = hn::Abs(ty);
+    const F scale = PlaneScale(absX, absY);
+    const Plane strip = PlaneThrough(middleX, middleY, {hn::Neg(ty), tx, scale}, 0);
+    const Normal along(tx, ty, scale);
+    const Plane square0 = PlaneThrough(x0, y0, along, kPlaneUnit / 2);
+    const Plane square1 = PlaneThrough(x1, y1, along, kPlaneUnit / 2);
     const I good0 = hn::LoadU(kInts, out.good + i);
     const I good1 = hn::LoadU(kInts, out.good + i + 1);
     const Plane start = Choose(good0, out.seam, i, square0);
-    const Plane end = Choose(good1, out.seam, i + 1, square1);
-    Store(start, out.start, i);
-    Store(end, out.end, i);
+    const Plane stop = Choose(good1, out.seam, i + 1, square1);
 
-    const F absX = hn::Abs(tx);
-    const F absY = hn::Abs(ty);
-    const F scale = hn::Div(Set(kPlaneUnit), hn::Max(hn::Max(absX, absY), Set(1e-6F)));
     const F edge = hn::Add(hn::Mul(Set(halfWidth), scale), Set(kEdgeOffset));
     const F quarter = hn::Mul(hn::Mul(hn::Min(absX, absY), scale), Set(0.25F));
-    hn::StoreU(Rounded(hn::Add(edge, quarter)), kInts, out.outer + i);
-    hn::StoreU(Rounded(hn::Sub(edge, quarter)), kInts, out.inner + i);
+    StoreTwice(Rounded(hn::Add(edge, quarter)), out.outer, i);
+    StoreTwice(Rounded(hn::Sub(edge, quarter)), out.inner, i);
 
     const F squareX = hn::Add(hn::Mul(Set(halfWidth), absY), Set(kFringe));
     const F squareY = hn::Add(hn::Mul(Set(halfWidth), absX), Set(kFringe));
@@ -233,9 +275,9 @@ void MeasurePieces(const ChunkPoints& points, float halfWidth, const PixelRect& 
     StoreBox(across, down, clip, i, out);
     const I firstX = hn::ShiftLeft<3>(hn::LoadU(kInts, out.column + i));
     const I firstY = hn::LoadU(kInts, out.row + i);
-    hn::StoreU(Value(strip, firstX, firstY), kInts, out.stripBase + i);
-    hn::StoreU(Value(start, firstX, firstY), kInts, out.startBase + i);
-    hn::StoreU(Value(end, firstX, firstY), kInts, out.endBase + i);
+    Store(strip, firstX, firstY, out.strip, i);
+    Store(start, firstX, firstY, out.start, i);
+    Store(stop, firstX, firstY, out.end, i);
     hn::StoreU(across.low, kFloats, out.left + i);
     hn::StoreU(across.high, kFloats, out.right + i);
     hn::StoreU(down.low, kFloats, out.top + i);
@@ -251,13 +293,38 @@ void MeasurePieces(const ChunkPoints& points, float halfWidth, const PixelRect& 
   }
 }
 
+// The box of the pieces that have a shape.
+void MeasureBox(ChunkGeometry& out) {
+  I left = hn::Set(kInts, INT32_MAX);
+  I top = left;
+  I right = hn::Set(kInts, INT32_MIN);
+  I bottom = right;
+  const int end = out.segments + kContext;
+  for (int i = kContext; i < end; i += static_cast<int>(hn::Lanes(kFloats))) {
+    const auto has =
+        hn::Ne(hn::PromoteTo(kInts, hn::LoadU(kBytes, out.shape + i)), hn::Zero(kInts));
+    const I column = hn::LoadU(kInts, out.column + i);
+    const I row = hn::LoadU(kInts, out.row + i);
+    const I end = hn::Add(column, hn::LoadU(kInts, out.columns + i));
+    const I rows = hn::ShiftLeft<kBlockShift>(hn::LoadU(kInts, out.blocks + i));
+    left = hn::Min(left, hn::IfThenElse(has, column, left));
+    top = hn::Min(top, hn::IfThenElse(has, row, top));
+    right = hn::Max(right, hn::IfThenElse(has, end, right));
+    bottom = hn::Max(bottom, hn::IfThenElse(has, hn::Add(row, rows), bottom));
+  }
+  out.box = {hn::GetLane(hn::MinOfLanes(kInts, left)), hn::GetLane(hn::MinOfLanes(kInts, top)),
+             hn::GetLane(hn::MaxOfLanes(kInts, right)), hn::GetLane(hn::MaxOfLanes(kInts, bottom))};
+}
+
 void Measure(const ChunkPoints& points, float halfWidth, const PixelRect& clip,
              ChunkGeometry& out) {
   out.segments = points.segments;
   MeasureTangents(points, out);
   MeasureJoints(points, halfWidth, out);
+  JudgeJoints(points, out);
   MeasurePieces(points, halfWidth, clip, out);
-  std::fill(out.shape + points.segments + 1, out.shape + kChunkSegments + 1, std::uint8_t{0});
+  std::fill(out.shape + kContext + points.segments, std::end(out.shape), std::uint8_t{0});
+  MeasureBox(out);
 }
 
 }  // namespace

@@ -21,12 +21,15 @@ inline constexpr int kPlaneUnit = 256;
 // Where an edge's ramp stands on the edge itself: half, less what averaging in whole bytes rounds
 // up.
 inline constexpr float kEdgeOffset = 127;
-inline constexpr int kChunkSegments = 64;
+// With the points around them, 60 segments make whole vectors; where a run ends there may be one
+// more.
+inline constexpr int kChunkSegments = 60;
 inline constexpr int kChunkRoom = kChunkSegments + 32;  // vectors may run past the last one
+inline constexpr int kContext = 2;                      // points before and behind a chunk's own
 
-// The points of a chunk: points[0] lies before its first one and points[segments + 2] behind its
-// last one; only the direction to them counts. Segment i (1 .. segments) runs from point i to point
-// i + 1, and no two neighbours are equal.
+// The points of a chunk. Two lie before its first one, which is points[kContext], and two behind
+// its last one: the joints at either end depend on them. Segment i, from kContext on, runs from
+// point i to point i + 1, and no two neighbours are equal.
 struct ChunkPoints {
   alignas(64) float x[kChunkRoom];
   alignas(64) float y[kChunkRoom];
@@ -39,6 +42,17 @@ struct PlaneArrays {
   alignas(64) std::int32_t c[kChunkRoom];
 };
 
+// A number in 16 bits, modulo 2^16, standing twice: to fill a vector of 16-bit lanes takes then no
+// more than a load.
+using TwiceArray = std::int32_t[kChunkRoom];
+
+// The planes of pieces as their lanes see them.
+struct LanePlaneArrays {
+  alignas(64) TwiceArray a;
+  alignas(64) TwiceArray b;
+  alignas(64) TwiceArray base;  // the value at the first pixel of the piece's column and row
+};
+
 struct ChunkGeometry {
   // Of segment i, from point i to point i + 1.
   alignas(64) float tangentX[kChunkRoom];
@@ -49,31 +63,30 @@ struct ChunkGeometry {
   alignas(64) float turn[kChunkRoom];    // 1 + cos of the angle that the stroke turns by
   alignas(64) float reachX[kChunkRoom];  // how far the strip's corners stick out at the joint
   alignas(64) float reachY[kChunkRoom];
+  // How far the inner corner backs off along both segments, negative where the stroke turns right.
+  alignas(64) float backOff[kChunkRoom];
   alignas(64) std::int32_t good[kChunkRoom];  // -1 for a good joint, else 0
   // Of the piece that segment i is painted as.
-  PlaneArrays strip;  // 0 on the segment
-  PlaneArrays start;  // 128 on the end at point i, growing along the segment
-  PlaneArrays end;    // 128 on the end at point i + 1, growing beyond it
-  alignas(64) std::int32_t outer[kChunkRoom];  // the two edge ramps: see the coverage kernel
-  alignas(64) std::int32_t inner[kChunkRoom];
+  LanePlaneArrays strip;         // 0 on the segment
+  LanePlaneArrays start;         // 128 on the end at point i, growing along the segment
+  LanePlaneArrays end;           // 128 on the end at point i + 1, growing beyond it
+  alignas(64) TwiceArray outer;  // the two edge ramps: see the coverage kernel
+  alignas(64) TwiceArray inner;
   alignas(64) std::int32_t column[kChunkRoom];
   alignas(64) std::int32_t columns[kChunkRoom];  // below 1: nothing within the clip
   alignas(64) std::int32_t row[kChunkRoom];
   alignas(64) std::int32_t blocks[kChunkRoom];  // below 1: nothing within the clip
-  alignas(
-      64) std::int32_t stripBase[kChunkRoom];  // the planes at the first pixel of column and row
-  alignas(64) std::int32_t startBase[kChunkRoom];
-  alignas(64) std::int32_t endBase[kChunkRoom];
-  alignas(
-      64) float left[kChunkRoom];  // the same box, fringe included, before it is cut to the clip
+  // The same box, fringe included, before it is cut to the clip.
+  alignas(64) float left[kChunkRoom];
   alignas(64) float top[kChunkRoom];
   alignas(64) float right[kChunkRoom];
   alignas(64) float bottom[kChunkRoom];
-  alignas(
-      64) std::int32_t narrow[kChunkRoom];  // -1 when 16 bits hold every plane over the piece's box
+  // -1 when 16 bits hold every plane over the piece's box.
+  alignas(64) std::int32_t narrow[kChunkRoom];
   // Columns and blocks as one number, the same for pieces whose loops are alike; 0 for a piece that
   // is not narrow or not within the clip.
   alignas(64) std::uint8_t shape[kChunkRoom];
+  PixelRect box;  // of all pieces that have a shape: columns and rows
   int segments;
 };
 

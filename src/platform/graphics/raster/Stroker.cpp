@@ -28,7 +28,7 @@ void Stroker::Begin(const PixelRect& bounds, float width) {
   halfWidth = width / 2;
   guard = {bounds.left - kGuard, bounds.top - kGuard, bounds.right + kGuard,
            bounds.bottom + kGuard};
-  count = 0;
+  end = kNoRun;
   knownInSight = false;
 }
 
@@ -67,28 +67,36 @@ void Stroker::CoverParts(std::span<const GridPoint> line, std::span<const PixelR
   }
 }
 
-// Where the line comes from and goes to counts for the joints at either end.
+void Stroker::Context::Take(Vertex next) {
+  const auto nextX = static_cast<float>(next.x);
+  const auto nextY = static_cast<float>(next.y);
+  if (nextX != x[count] || nextY != y[count]) {
+    ++count;
+    x[count] = nextX;
+    y[count] = nextY;
+  }
+}
+
+Stroker::Context Stroker::Before(std::span<const GridPoint> line, std::size_t first) {
+  Context context(ToVertex(line[first]));
+  while (first > 0 && !context.IsFull()) {
+    context.Take(ToVertex(line[--first]));
+  }
+  return context;
+}
+
+Stroker::Context Stroker::Behind(std::span<const GridPoint> line, std::size_t last) {
+  Context context(ToVertex(line[last]));
+  while (last + 1 < line.size() && !context.IsFull()) {
+    context.Take(ToVertex(line[++last]));
+  }
+  return context;
+}
+
 void Stroker::CoverStretch(std::span<const GridPoint> line, std::size_t first, std::size_t last) {
-  std::size_t before = first;
-  while (before > 0 && line[before] == line[first]) {
-    --before;
-  }
-  std::size_t after = last;
-  while (after + 1 < line.size() && line[after] == line[last]) {
-    ++after;
-  }
-  if (line[before] == line[first]) {
-    MoveTo(static_cast<float>(line[first].x), static_cast<float>(line[first].y));
-  } else {
-    MoveToFrom(ToVertex(line[before]), ToVertex(line[first]));
-  }
+  MoveToFrom(Before(line, first));
   FollowNear(line.subspan(first, last - first + 1));
-  if (line[after] == line[last]) {
-    LiftPen();
-  } else if (count >= 2) {
-    LiftPenTowards(ToVertex(line[after]));
-  }
-  count = 0;
+  LiftPenTowards(Behind(line, last));
 }
 
 // LineTo for every point but the first, where the pen is, as many at a time as the chunk has room
@@ -96,12 +104,12 @@ void Stroker::CoverStretch(std::span<const GridPoint> line, std::size_t first, s
 void Stroker::FollowNear(std::span<const GridPoint> line) {
   std::size_t next = 1;
   while (next < line.size()) {
-    const std::size_t room = static_cast<std::size_t>(kChunkSegments + 2 - count);
+    const std::size_t room = static_cast<std::size_t>(kFull - end);
     const std::size_t taken = TakePoints(&line[next - 1], std::min(line.size() - next, room),
-                                         points.x + count + 1, points.y + count + 1);
-    count += static_cast<int>(taken);
+                                         points.x + end, points.y + end);
+    end += static_cast<int>(taken);
     next += taken;
-    if (count == kChunkSegments + 2) {
+    if (end == kFull) {
       FlushFull();
     } else {
       ++next;  // past a repeated point, or the end
@@ -147,19 +155,21 @@ void Stroker::CoverClosed(std::span<const GridPoint> line) {
     LiftPen();
     return;
   }
-  const GridPoint first = line.front();
-  auto last = line.end() - 1;
-  while (*last == first) {
-    --last;
+  const Vertex first = ToVertex(line.front());
+  Context before(first);
+  Context behind(first);
+  for (auto at = line.end(); !before.IsFull(); at = at == line.begin() ? line.end() : at) {
+    before.Take(ToVertex(*--at));
   }
-  MoveToFrom(ToVertex(*last), ToVertex(first));
+  for (auto at = next(line.begin()); !behind.IsFull(); at = next(at)) {
+    behind.Take(ToVertex(*at));
+  }
+  MoveToFrom(before);
   for (const GridPoint& point : line.subspan(1)) {
     LineTo(static_cast<float>(point.x), static_cast<float>(point.y));
   }
   LineTo(static_cast<float>(first.x), static_cast<float>(first.y));
-  const auto second = std::find_if(line.begin(), line.end(),
-                                   [&](const GridPoint& point) { return point != first; });
-  LiftPenTowards(ToVertex(*second));
+  LiftPenTowards(behind);
 }
 
 void Stroker::Walk(Vertex from, Vertex to) {
@@ -177,39 +187,39 @@ void Stroker::Walk(Vertex from, Vertex to) {
   if (low > 0) {
     LiftPen();
   }
-  if (count == 0) {
+  if (end == kNoRun) {
     const Vertex start = low > 0 ? at(low) : from;
     MoveTo(static_cast<float>(start.x), static_cast<float>(start.y));
   }
-  const Vertex end = high < 1 ? at(high) : to;
-  LineTo(static_cast<float>(end.x), static_cast<float>(end.y));
+  const Vertex stop = high < 1 ? at(high) : to;
+  LineTo(static_cast<float>(stop.x), static_cast<float>(stop.y));
   if (high < 1) {
     LiftPen();
   }
 }
 
 void Stroker::MoveTo(float x, float y) {
-  points.x[1] = x;
-  points.y[1] = y;
-  count = 1;
-  startKnown = false;
+  MoveToFrom(Context({x, y}));
 }
 
-void Stroker::MoveToFrom(Vertex before, Vertex first) {
-  MoveTo(static_cast<float>(first.x), static_cast<float>(first.y));
-  points.x[0] = static_cast<float>(before.x);
-  points.y[0] = static_cast<float>(before.y);
-  startKnown = true;
+// Where the stroke itself begins, it has a flat cap.
+void Stroker::MoveToFrom(const Context& before) {
+  known = before.count;
+  for (int i = 0; i <= known; ++i) {
+    points.x[kContext - i] = before.x[i];
+    points.y[kContext - i] = before.y[i];
+  }
+  end = kContext + 1;
 }
 
 void Stroker::LineTo(float x, float y) {
-  if (x == points.x[count] && y == points.y[count]) {
+  if (x == points.x[end - 1] && y == points.y[end - 1]) {
     return;
   }
-  ++count;
-  points.x[count] = x;
-  points.y[count] = y;
-  if (count == kChunkSegments + 2) {
+  points.x[end] = x;
+  points.y[end] = y;
+  ++end;
+  if (end == kFull) {
     FlushFull();
   }
 }
@@ -217,38 +227,50 @@ void Stroker::LineTo(float x, float y) {
 // Covers a full chunk and starts the next one with its last points.
 void Stroker::FlushFull() {
   Flush(kChunkSegments);
-  for (int i = 0; i < 3; ++i) {
+  for (int i = 0; i <= 2 * kContext; ++i) {
     points.x[i] = points.x[kChunkSegments + i];
     points.y[i] = points.y[kChunkSegments + i];
   }
-  count = 2;
-  startKnown = true;
+  known = kContext;
+  end = 2 * kContext + 1;
 }
 
-// A flat cap is the seam to a segment that goes straight on.
 void Stroker::LiftPen() {
-  if (count >= 2) {
-    const int last = count;
-    LiftPenTowards(
-        {2.0 * points.x[last] - points.x[last - 1], 2.0 * points.y[last] - points.y[last - 1]});
+  if (end != kNoRun) {
+    LiftPenTowards(Context({points.x[end - 1], points.y[end - 1]}));
   }
-  count = 0;
 }
 
-void Stroker::LiftPenTowards(Vertex next) {
-  points.x[count + 1] = static_cast<float>(next.x);
-  points.y[count + 1] = static_cast<float>(next.y);
-  Flush(count - 1);
-  count = 0;
+void Stroker::LiftPenTowards(const Context& behind) {
+  const int segments = end - kContext - 1;
+  if (segments > 0) {
+    for (int i = 1; i <= kContext; ++i, ++end) {
+      if (i <= behind.count) {
+        points.x[end] = behind.x[i];
+        points.y[end] = behind.y[i];
+      } else {
+        GoOn(end, -1);
+      }
+    }
+    Flush(segments);
+  }
+  end = kNoRun;
+}
+
+// Makes up the point `i` straight on from its two neighbours in the direction `back`. A flat cap is
+// the seam to a segment that goes straight on.
+void Stroker::GoOn(int i, int back) {
+  points.x[i] = 2 * points.x[i + back] - points.x[i + 2 * back];
+  points.y[i] = 2 * points.y[i + back] - points.y[i + 2 * back];
 }
 
 // Whether anything of the chunk can touch the clip, the longest mitre included.
 bool Stroker::IsInSight() const {
   const float margin = 10 * halfWidth + 2;
   const auto reaches = [&](const float* values, int low, int high) {
-    float least = values[1];
-    float most = values[1];
-    for (int i = 2; i <= points.segments + 1; ++i) {
+    float least = values[kContext];
+    float most = values[kContext];
+    for (int i = kContext + 1; i <= points.segments + kContext; ++i) {
       least = std::min(least, values[i]);
       most = std::max(most, values[i]);
     }
@@ -259,9 +281,8 @@ bool Stroker::IsInSight() const {
 }
 
 void Stroker::Flush(int segments) {
-  if (!startKnown) {
-    points.x[0] = 2 * points.x[1] - points.x[2];
-    points.y[0] = 2 * points.y[1] - points.y[2];
+  for (int i = kContext - 1 - known; i >= 0; --i) {
+    GoOn(i, 1);
   }
   points.segments = segments;
   if (!knownInSight && !IsInSight()) {
@@ -269,7 +290,7 @@ void Stroker::Flush(int segments) {
   }
   MeasureChunk(points, halfWidth, plane.Clip(), geometry);
   CoverChunk(geometry, halfWidth < kThickHalfWidth, plane);
-  for (int i = 1; i <= segments; ++i) {
+  for (int i = kContext; i < kContext + segments; ++i) {
     if (geometry.narrow[i] == 0 && geometry.columns[i] > 0 && geometry.blocks[i] > 0) {
       CoverLoosePiece(MakeLongPiece(points, geometry, i, halfWidth), plane);
     }

@@ -26,6 +26,10 @@ class Stroker {
   void CoverEllipse(double x, double y, double width, double height);
 
  private:
+  static constexpr int kNoRun = 0;
+  // A run is covered when it has so many points: the next chunk begins with the last ones.
+  static constexpr int kFull = kContext + kChunkSegments + 1 + kContext;
+
   struct Vertex {
     double x, y;
   };
@@ -38,6 +42,21 @@ class Stroker {
   bool InGuard(T x, T y) const {
     return x >= guard.left && x <= guard.right && y >= guard.top && y <= guard.bottom;
   }
+  // The stroke's points next to a stretch of it, the nearest first, none like the one before: where
+  // it comes from or goes to.
+  class Context {
+   public:
+    explicit Context(Vertex from) : x{static_cast<float>(from.x)}, y{static_cast<float>(from.y)} {}
+    bool IsFull() const { return count == kContext; }
+    void Take(Vertex next);
+
+    int count = 0;
+    float x[1 + kContext];  // from 1 on
+    float y[1 + kContext];
+  };
+
+  static Context Before(std::span<const GridPoint> line, std::size_t first);
+  static Context Behind(std::span<const GridPoint> line, std::size_t last);
   void CoverOpen(std::span<const GridPoint> points);
   void CoverParts(std::span<const GridPoint> points, std::span<const PixelRect> parts);
   void CoverStretch(std::span<const GridPoint> points, std::size_t first, std::size_t last);
@@ -51,9 +70,10 @@ class Stroker {
   void LineTo(float x, float y);
   void LiftPen();
 
-  // A closed run: its last vertex first, and in the end the one after the first.
-  void MoveToFrom(Vertex before, Vertex first);
-  void LiftPenTowards(Vertex next);
+  // Of a run that is not the whole of an open stroke.
+  void MoveToFrom(const Context& before);
+  void LiftPenTowards(const Context& behind);
+  void GoOn(int i, int back);
   void Flush(int segments);
   void FlushFull();
   bool IsInSight() const;
@@ -64,9 +84,9 @@ class Stroker {
   ChunkPoints points = {};
   ChunkGeometry geometry;
   std::vector<double> angles;  // of an ellipse's vertices
-  int count = 0;               // points of the run in the chunk, at 1 .. count; 0: no run
+  int end = kNoRun;            // one past the run's last point in the chunk
+  int known = 0;               // how many of the points before the chunk are the stroke's own
   bool knownInSight = false;   // whoever feeds the points passes over those out of sight
-  bool startKnown = false;  // points[0] is the stroke's own point, not to be made up for a flat cap
 };
 
 }  // namespace raster

@@ -239,6 +239,37 @@ TEST(FrameTest, APointAddedToALongPathChangesOnlyItsNeighbourhood) {
   }
 }
 
+// How a joint is painted depends on two steps to either side of it, however long the pen rests.
+TEST(FrameTest, AStepBehindARestChangesAllThatItShould) {
+  Editor editor(1, kWidth, kHeight);
+  const auto near = [&](GridPoint at) {
+    return GridPoint{at.x + editor.Below(41) - 20, at.y + editor.Below(41) - 20};
+  };
+  for (int trial = 0; trial < 1000; ++trial) {
+    const GridPoint middle = {100 + editor.Below(64), 100 + editor.Below(64)};
+    const GridPoint next = near(middle);
+    const auto line = [rests = editor.Below(2), &middle, &next](GridPoint first, GridPoint last) {
+      std::vector<GridPoint> points = {first};
+      points.insert(points.end(), rests == 0 ? 1 : 35, middle);
+      points.insert(points.end(), 36, next);
+      points.push_back(last);
+      return points;
+    };
+    const GridPoint first = near(middle);
+    const GridPoint last = near(next);
+    const bool moveFirst = editor.Below(2) == 0;
+    const auto width = static_cast<float>(10 + editor.Below(21));
+    Page page;
+    page.marks.push_back({0, line(first, last), {}, width, 0xFF102030, nullptr});
+    Screen screen(kWidth, kHeight, 1);
+    screen.Show(page);
+    page.marks[0].points = moveFirst ? line(near(first), last) : line(first, near(last));
+    screen.Show(page);
+    ExpectSame(screen.Pixels(), PaintLines(page));
+    ASSERT_FALSE(HasFailure()) << "trial " << trial;
+  }
+}
+
 TEST(FrameTest, SurfacesPaintedAtOnceByAPoolShowWhatOneThreadPaints) {
   const auto pool = std::make_shared<canvas::BandPool>(3);
   const auto paint = [&pool](std::uint32_t seed) {
