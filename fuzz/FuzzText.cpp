@@ -56,7 +56,7 @@ void Cut(const std::string& name) {
   int wide = -1;
   const std::string cut = ShortenNickname(name, kTipWidth, narrow, wide);
   Require(narrow >= 0 && wide >= 0 && narrow + 2 * wide < kTipWidth);
-  const auto kept = static_cast<std::size_t>(narrow + 3 * wide);
+  const std::size_t kept = static_cast<std::size_t>(narrow) + 3 * static_cast<std::size_t>(wide);
   Require(cut == name.substr(0, kept) + "..." || (cut == name && name.size() <= kept));
 }
 

@@ -2,8 +2,8 @@
 # Builds and runs the tests. On a fresh Debian 12 machine it first installs what is missing.
 #   scripts/test.sh         the tests, as built for development
 #   scripts/test.sh --all   also: format check, what the last release offered, the manual, clang with
-#                           its thread-safety analysis, sanitizers, the DLL for Windows, a minute of
-#                           every fuzzer, the Debian packages in a fresh Debian
+#                           its thread-safety analysis, clang-tidy, sanitizers, the DLL for Windows, a
+#                           minute of every fuzzer, the Debian packages in a fresh Debian
 set -euo pipefail
 cd "$(dirname "$0")/.."
 
@@ -38,6 +38,8 @@ if $all; then
   step "manual"
   scripts/docs.sh
   preset clang
+  step "clang-tidy"
+  scripts/tidy.sh
   preset asan
   preset tsan
   step "windows: build DLL, tests and a host, and look at their names"

@@ -28,7 +28,7 @@ struct Heading {
 };
 
 int RoundToInt(double value) {
-  return static_cast<int>(value + 0.5);
+  return static_cast<int>(std::lround(value));
 }
 
 std::uint32_t RandomColor(Random& random, std::uint32_t alpha) {

@@ -134,7 +134,7 @@ MemoryFrame Meeting::ClosePage(const std::string& boardName) {
     }
   }
   Settle();
-  const MemoryFrame drawn = Drawer().CopyFrame();
+  MemoryFrame drawn = Drawer().CopyFrame();
   for (const Participant& participant : participants) {
     RequireEqual(drawn, participant.CopyFrame(), boardName);
   }

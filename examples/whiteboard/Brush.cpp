@@ -43,7 +43,8 @@ int DrawText(cairo_t* painter, const RECT& area, const std::string& text, const 
   int height = 0;
   pango_layout_get_pixel_size(layout, &width, &height);
   SetColor(painter, style.color);
-  cairo_move_to(painter, area.left, area.top + (area.bottom - area.top - height) / 2);
+  const int top = area.top + (area.bottom - area.top - height) / 2;
+  cairo_move_to(painter, area.left, top);
   pango_cairo_show_layout(painter, layout);
   pango_font_description_free(font);
   g_object_unref(layout);

@@ -1,6 +1,7 @@
 #include "Layout.h"
 
 #include <algorithm>
+#include <cmath>
 
 namespace whiteboard {
 
@@ -13,8 +14,9 @@ Layout MakeLayout(int width, int height, double aspect) {
   layout.desk = {0, kToolbarHeight, width, layout.status.top};
   const int roomX = std::max(width - 2 * kMargin, 1);
   const int roomY = std::max(layout.desk.bottom - layout.desk.top - 2 * kMargin, 1);
-  const int pageWidth = std::max(std::min(roomX, static_cast<int>(roomY * aspect + 0.5)), 1);
-  const int pageHeight = std::max(std::min(roomY, static_cast<int>(pageWidth / aspect + 0.5)), 1);
+  const int pageWidth = std::max(std::min(roomX, static_cast<int>(std::lround(roomY * aspect))), 1);
+  const int pageHeight =
+      std::max(std::min(roomY, static_cast<int>(std::lround(pageWidth / aspect))), 1);
   const int left = (width - pageWidth) / 2;
   const int top = kToolbarHeight + kMargin + (roomY - pageHeight) / 2;
   layout.page = {left, top, left + pageWidth, top + pageHeight};

@@ -8,7 +8,6 @@
 namespace {
 
 using exact::Corner;
-using testing::AllOf;
 using Points = std::vector<POINT>;
 
 constexpr CurrentAnnotPageSize kSize = {200, 100};

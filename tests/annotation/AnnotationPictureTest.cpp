@@ -55,7 +55,7 @@ class AnnotationPictureTest : public testing::Test {
     std::ofstream(folder.File(name), std::ios::binary) << bytes;
   }
 
-  static std::unique_ptr<Annotation> Placed(std::vector<POINT> box = {{120, 80}, {20, 20}}) {
+  static std::unique_ptr<Annotation> Placed(const std::vector<POINT>& box = {{120, 80}, {20, 20}}) {
     auto mark = Mark("m").Points(kSize, box).Make();
     mark->type = AnnotationTypePicture;
     mark->subType = AnnotationSubTypeUnknown;

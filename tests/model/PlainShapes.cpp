@@ -95,7 +95,7 @@ std::vector<Line> TriangleSides(const PlainMark& mark, POINT a, POINT b) {
 std::vector<Line> Outline(const PlainMark& mark) {
   const POINT a = PixelAt(mark.points.at(0)[0]);
   const POINT b = PixelAt(mark.points.at(0)[1]);
-  const std::vector<Line> box = Around({a, {b.x, a.y}, b, {a.x, b.y}});
+  std::vector<Line> box = Around({a, {b.x, a.y}, b, {a.x, b.y}});
   if (mark.IsPicture()) {
     return box;
   }
@@ -115,8 +115,10 @@ std::vector<Line> Outline(const PlainMark& mark) {
 bool IsInEllipse(POINT at, const WideBox& box) {
   const Wide cx = (box.left + box.right) / 2;
   const Wide cy = (box.top + box.bottom) / 2;
-  const auto rx = static_cast<double>((box.right - box.left) / 2);
-  const auto ry = static_cast<double>((box.bottom - box.top) / 2);
+  const Wide halfWidth = (box.right - box.left) / 2;
+  const Wide halfHeight = (box.bottom - box.top) / 2;
+  const auto rx = static_cast<double>(halfWidth);
+  const auto ry = static_cast<double>(halfHeight);
   const auto dx = static_cast<double>(at.x - cx);
   const auto dy = static_cast<double>(cy - at.y);
   const double alongX = dx * dx / (rx * rx);

@@ -22,8 +22,8 @@ std::string MakeBitmapFile(int width, int height) {
 
 }  // namespace
 
-const std::vector<std::string> Session::pictures = {MakeBitmapFile(2, 3), MakeBitmapFile(70, 2),
-                                                    "no picture"};
+const std::vector<std::string> Session::kPictures = {MakeBitmapFile(2, 3), MakeBitmapFile(70, 2),
+                                                     "no picture"};
 
 void Records::Write(int level, const std::string& line) {
   const std::size_t blank = line.find(' ');
@@ -48,9 +48,9 @@ void Session::Trace(const std::string& call) {
   }
 }
 
-void Session::MakeOneCall() {
+Session::Call Session::AnyCall() {
   static constexpr struct {
-    void (Session::*call)();
+    Call call;
     int weight;
   } kCalls[] = {{&Session::ReceiveMark, 36},
                 {&Session::ReceiveHeldAgain, 8},
@@ -69,7 +69,7 @@ void Session::MakeOneCall() {
                 {&Session::SavePage, 1},
                 {&Session::SetTip, 1},
                 {&Session::StartSelecting, 14},
-                {static_cast<void (Session::*)()>(&Session::MoveSelecting), 16},
+                {static_cast<Call>(&Session::MoveSelecting), 16},
                 {&Session::EndSelecting, 6},
                 {&Session::AskForSelection, 4},
                 {&Session::GrabSelection, 24},
@@ -102,7 +102,11 @@ void Session::MakeOneCall() {
   while (kind < kinds - 1 && left >= kCalls[kind].weight) {
     left -= kCalls[kind++].weight;
   }
-  auto call = kCalls[kind].call;
+  return kCalls[kind].call;
+}
+
+void Session::MakeOneCall() {
+  Call call = AnyCall();
   // A host without a page has little to call.
   if (plain.CurrentPage() == nullptr && !any.OneIn(4)) {
     call = plain.current ? &Session::AddPage : &Session::ChangeDocuments;
@@ -129,8 +133,8 @@ void Session::Settle() {
 TemporaryFolder& Session::Folder() {
   if (!folder) {
     folder.emplace();
-    for (std::size_t i = 0; i < pictures.size(); ++i) {
-      std::ofstream(folder->File(std::to_string(i)), std::ios::binary) << pictures[i];
+    for (std::size_t i = 0; i < kPictures.size(); ++i) {
+      std::ofstream(folder->File(std::to_string(i)), std::ios::binary) << kPictures[i];
     }
   }
   return *folder;

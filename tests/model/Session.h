@@ -54,6 +54,7 @@ class Session {
   Parchlet& Engine() { return *engine; }
 
  private:
+  using Call = void (Session::*)();
   using Ids = std::vector<std::string>;
   using PointList = std::vector<AnnotationPoint>;
 
@@ -67,6 +68,7 @@ class Session {
     PlainPage* plain;
   };
 
+  Call AnyCall();
   // --- Calls, by theme; one source file each ---
   void ChangeSettings();
   void StartAndStop();
@@ -160,8 +162,8 @@ class Session {
   bool isPaintedAtOnce;
   ReplacedClock clock{1'000'000};
   std::uint64_t tick = 1'000'000;
-  std::optional<TemporaryFolder> folder;           // made for the first file
-  static const std::vector<std::string> pictures;  // the bytes of files; the last is no picture
+  std::optional<TemporaryFolder> folder;            // made for the first file
+  static const std::vector<std::string> kPictures;  // the bytes of files; the last is no picture
   Records records;
   std::deque<MemoryWindow> windows;
   HWND deadWindow = nullptr;

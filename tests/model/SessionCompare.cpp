@@ -143,10 +143,10 @@ void Session::SamePage(const std::string& doc, PlainPage& model) {
   Ids places;
   Ids expected;
   for (const auto& [author, id] : PageTestAccess::PaintPlaces(*page)) {
-    places.push_back(author + "/" + id);
+    places.push_back(std::string(author).append("/").append(id));
   }
   for (const PlainPage::Place& place : model.places) {
-    expected.push_back(place.userId + "/" + place.id);
+    expected.push_back(std::string(place.userId).append("/").append(place.id));
   }
   Same("a page's paint order", places, expected);
   for (const PlainMarkPtr& mark : MarksOf(model)) {

@@ -139,7 +139,7 @@ void Session::PlacePicture() {
       isAbsent && any.OneIn(2) ? "" : Folder().File(isAbsent ? "missing" : std::to_string(which));
   Annotation* placed =
       isFile ? engine->AddPictureFromFile(at.doc, at.page, path, "property", isBackground)
-             : engine->AddPictureFromStream(at.doc, at.page, isAbsent ? "" : pictures[index],
+             : engine->AddPictureFromStream(at.doc, at.page, isAbsent ? "" : kPictures[index],
                                             "property", isBackground);
   PlainPage* page = plain.FindPage(at.doc, at.page);
   const bool isPicture = kPictureSizes[which].width > 0;

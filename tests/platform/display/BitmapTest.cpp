@@ -10,7 +10,6 @@
 namespace {
 
 using Gdiplus::Bitmap;
-using Gdiplus::Image;
 using Gdiplus::ImageCodecInfo;
 
 // The encoder's identifier, found as the home platform has it found.

@@ -82,7 +82,9 @@ class CoveragePlane {
   // Gives a word of a column and forgets it: a bit for every group of the mark within the clip's
   // rows. The caller zeroes those groups' bytes.
   std::uint64_t TakeWord(int column, int word) {
-    std::uint64_t& bitsOfWord = bits[static_cast<std::size_t>(column * wordsPerColumn + word)];
+    std::uint64_t& bitsOfWord =
+        bits[static_cast<std::size_t>(column) * static_cast<std::size_t>(wordsPerColumn) +
+             static_cast<std::size_t>(word)];
     const std::uint64_t taken = bitsOfWord;
     bitsOfWord = 0;
     const std::uint64_t outside = taken & slack[static_cast<std::size_t>(word)];

@@ -41,6 +41,7 @@ std::vector<std::uint32_t> Paint(const Workload& page) {
 
 std::vector<exact::Polygon> Meant(const std::vector<GridPoint>& line, int pen) {
   std::vector<exact::Corner> corners;
+  corners.reserve(line.size());
   for (const GridPoint& point : line) {
     corners.push_back({static_cast<double>(point.x), static_cast<double>(point.y)});
   }
