@@ -28,7 +28,7 @@ void Stroker::Begin(const PixelRect& bounds, float width) {
   halfWidth = width / 2;
   guard = {bounds.left - kGuard, bounds.top - kGuard, bounds.right + kGuard,
            bounds.bottom + kGuard};
-  end = kNoRun;
+  filled = kNoRun;
   knownInSight = false;
 }
 
@@ -104,12 +104,12 @@ void Stroker::CoverStretch(std::span<const GridPoint> line, std::size_t first, s
 void Stroker::FollowNear(std::span<const GridPoint> line) {
   std::size_t next = 1;
   while (next < line.size()) {
-    const std::size_t room = static_cast<std::size_t>(kFull - end);
+    const std::size_t room = static_cast<std::size_t>(kFull - filled);
     const std::size_t taken = TakePoints(&line[next - 1], std::min(line.size() - next, room),
-                                         points.x + end, points.y + end);
-    end += static_cast<int>(taken);
+                                         points.x + filled, points.y + filled);
+    filled += static_cast<int>(taken);
     next += taken;
-    if (end == kFull) {
+    if (filled == kFull) {
       FlushFull();
     } else {
       ++next;  // past a repeated point, or the end
@@ -187,7 +187,7 @@ void Stroker::Walk(Vertex from, Vertex to) {
   if (low > 0) {
     LiftPen();
   }
-  if (end == kNoRun) {
+  if (filled == kNoRun) {
     const Vertex start = low > 0 ? at(low) : from;
     MoveTo(static_cast<float>(start.x), static_cast<float>(start.y));
   }
@@ -209,17 +209,17 @@ void Stroker::MoveToFrom(const Context& before) {
     points.x[kContext - i] = before.x[i];
     points.y[kContext - i] = before.y[i];
   }
-  end = kContext + 1;
+  filled = kContext + 1;
 }
 
 void Stroker::LineTo(float x, float y) {
-  if (x == points.x[end - 1] && y == points.y[end - 1]) {
+  if (x == points.x[filled - 1] && y == points.y[filled - 1]) {
     return;
   }
-  points.x[end] = x;
-  points.y[end] = y;
-  ++end;
-  if (end == kFull) {
+  points.x[filled] = x;
+  points.y[filled] = y;
+  ++filled;
+  if (filled == kFull) {
     FlushFull();
   }
 }
@@ -232,29 +232,29 @@ void Stroker::FlushFull() {
     points.y[i] = points.y[kChunkSegments + i];
   }
   known = kContext;
-  end = 2 * kContext + 1;
+  filled = 2 * kContext + 1;
 }
 
 void Stroker::LiftPen() {
-  if (end != kNoRun) {
-    LiftPenTowards(Context({points.x[end - 1], points.y[end - 1]}));
+  if (filled != kNoRun) {
+    LiftPenTowards(Context({points.x[filled - 1], points.y[filled - 1]}));
   }
 }
 
 void Stroker::LiftPenTowards(const Context& behind) {
-  const int segments = end - kContext - 1;
+  const int segments = filled - kContext - 1;
   if (segments > 0) {
-    for (int i = 1; i <= kContext; ++i, ++end) {
+    for (int i = 1; i <= kContext; ++i, ++filled) {
       if (i <= behind.count) {
-        points.x[end] = behind.x[i];
-        points.y[end] = behind.y[i];
+        points.x[filled] = behind.x[i];
+        points.y[filled] = behind.y[i];
       } else {
-        GoOn(end, -1);
+        GoOn(filled, -1);
       }
     }
     Flush(segments);
   }
-  end = kNoRun;
+  filled = kNoRun;
 }
 
 // Makes up the point `i` straight on from its two neighbours in the direction `back`. A flat cap is

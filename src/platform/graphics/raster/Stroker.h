@@ -84,7 +84,7 @@ class Stroker {
   ChunkPoints points = {};
   ChunkGeometry geometry;
   std::vector<double> angles;  // of an ellipse's vertices
-  int end = kNoRun;            // one past the run's last point in the chunk
+  int filled = kNoRun;         // points in the chunk, those before its first one counted
   int known = 0;               // how many of the points before the chunk are the stroke's own
   bool knownInSight = false;   // whoever feeds the points passes over those out of sight
 };
