@@ -1,6 +1,7 @@
 #include <array>
 #include <chrono>
 #include <cstdio>
+#include <new>
 #include <thread>
 
 #include "document/AnnotationDoc.h"
@@ -18,18 +19,29 @@ std::wstring TimeStampedName() {
   return written > 0 ? std::wstring(name.data()) : std::wstring();
 }
 
+// Writes one page; `start` is what its path begins with. A page for which memory runs out has
+// failed like any other, so that the next one is tried.
+template <class Source>
+int SaveUnderTime(AnnotationPage& page, const std::wstring& start, const Source& source) {
+  try {
+    return page.SavePage(start + TimeStampedName(), source);
+  } catch (const std::bad_alloc&) {
+    return 0;
+  }
+}
+
 }  // namespace
 
 template <class Source>
 int AnnotationDoc::SaveEveryPage(const std::wstring& folder, const std::wstring& prefix,
                                  const Source& source) {
+  std::wstring start = folder + L'\\';
+  if (!prefix.empty()) {
+    start += prefix + L'_';
+  }
   int result = 0;
   for (const auto& [pageId, page] : pages) {
-    std::wstring path = folder + L'\\';
-    if (!prefix.empty()) {
-      path += prefix + L'_';
-    }
-    result = page->SavePage(path + TimeStampedName(), source);
+    result = SaveUnderTime(*page, start, source);
     // The millisecond is over before the next page is named by the time, so no page overwrites
     // another.
     std::this_thread::sleep_for(std::chrono::milliseconds(2));

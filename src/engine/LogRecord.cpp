@@ -2,6 +2,7 @@
 
 #include <parchlet/ILogger.h>
 
+#include <locale>
 #include <string_view>
 
 namespace {
@@ -16,6 +17,8 @@ std::string_view BaseName(std::string_view file) {
 LogRecord::LogRecord(int level, const char* tag, const char* file, int line, const char* function,
                      const std::string& loggerName)
     : level(level), loggerName(loggerName) {
+  // The host's locale would write a line number with separators.
+  text.imbue(std::locale::classic());
   if (tag == nullptr || file == nullptr || function == nullptr) {
     return;
   }

@@ -27,7 +27,10 @@ int Parchlet::NewDoc(const std::string& creator, const std::string& docId) {
     auto document = std::make_unique<AnnotationDoc>();
     document->id = docId;
     document->creator = creator;
-    documents[docId] = document.get();
+    // The record of its absence went to the host's logger, which may have called the engine.
+    if (!documents.try_emplace(docId, document.get()).second) {
+      return 1;
+    }
     currentDocument = document.release();
     PublishCurrentPage();
     return 1;

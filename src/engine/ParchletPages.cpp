@@ -68,7 +68,10 @@ int Parchlet::CreatePage(const std::string& docId, const std::string& pageId,
     PARCHLET_LOG(kLogFailure, kNewPage) << "init page failed";
     return 0;
   }
-  if (documents.find(docId)->second->AddPage(made.get()) == 0) {
+  // The record of its absence went to the host's logger, which may have called the engine.
+  const auto found = documents.find(docId);
+  if (found == documents.end() || found->second->FindPage(pageId) != nullptr ||
+      found->second->AddPage(made.get()) == 0) {
     PARCHLET_LOG(kLogFailure, kNewPage) << "add page failed";
     return 0;
   }

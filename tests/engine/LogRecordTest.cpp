@@ -2,8 +2,11 @@
 
 #include <filesystem>
 #include <fstream>
+#include <functional>
+#include <locale>
 #include <optional>
 #include <stdexcept>
+#include <utility>
 
 #include <parchlet/ILogger.h>
 #include <parchlet/Parchlet.h>
@@ -33,8 +36,18 @@ class KeptLines final : public ILogger {
   std::vector<std::string> lines;
 };
 
+// A locale that writes a separator behind every digit.
+class ManySeparators final : public std::numpunct<char> {
+  std::string do_grouping() const override { return "\1"; }
+};
+
 TEST(LogRecordTest, TheHeaderIsTagBaseNameLineAndFunctionOrNothing) {
   KeptLines logger("mine");
+  const std::locale before = std::locale::global({std::locale(), new ManySeparators});
+  LogRecord(3, "", "f", 1234, "g", "mine").Text() << 5678;
+  std::locale::global(before);
+  EXPECT_THAT(logger.lines, ElementsAre("3[f:1234 g]5678"));
+  logger.lines.clear();
   LogRecord(3, "", "/a/b\\c.cpp", 7, "F::G", "mine").Text() << "text" << 5;
   LogRecord(0, "tag", "d\\e/f.cpp", 8, "G", "mine").Text() << "";
   LogRecord(1, "", "folder/", -9, "", "mine").Text() << "m";
@@ -85,6 +98,56 @@ TEST(LogRecordTest, AnEnginesRecordsNameTheFileAndLineOfTheirStatement) {
                 testing::AllOf(testing::HasSubstr(text), testing::ContainsRegex("L(OG|og)")))
         << line;
   }
+}
+
+// Does at once what a record complains of.
+class Meddler final : public ILogger {
+ public:
+  Meddler(std::string complaint, std::function<void()> answer)
+      : complaint(std::move(complaint)), answer(std::move(answer)) {
+    SetLogger("SDK", this);
+  }
+  ~Meddler() override { SetLogger("SDK", nullptr); }
+  Meddler(const Meddler&) = delete;
+  Meddler& operator=(const Meddler&) = delete;
+
+  void Write(int /*level*/, const std::string& line) override {
+    if (line.ends_with(complaint) && !std::exchange(isDone, true)) {
+      answer();
+    }
+  }
+
+ private:
+  std::string complaint;
+  std::function<void()> answer;
+  bool isDone = false;
+};
+
+TEST(LogRecordTest, ALoggerMayCallTheEngine) {
+  Whiteboard board;
+  Parchlet& engine = board.engine;
+  engine.Init();
+  {
+    const Meddler maker("docid=late", [&] { EXPECT_EQ(1, engine.NewDoc("logger", "late")); });
+    EXPECT_EQ(1, engine.NewDoc("ada", "late"));
+  }
+  std::string creator;
+  EXPECT_EQ(1, engine.GetDocCreator("late", creator));
+  EXPECT_EQ("logger", creator) << "it was first";
+  const auto makePage = [&](const std::string& author) {
+    return engine.NewPage("late", "page", author, board.window.Handle(), PageOf(20, 10));
+  };
+  {
+    const Meddler maker("pageid=page", [&] { EXPECT_EQ(1, makePage("logger")); });
+    EXPECT_EQ(0, makePage("ada"));
+  }
+  EXPECT_EQ(1, engine.GetPageCount("late"));
+  EXPECT_EQ(1, engine.DelPage("late", "page"));
+  {
+    const Meddler deleter("pageid=page", [&] { EXPECT_EQ(1, engine.DelDoc("late")); });
+    EXPECT_EQ(0, makePage("ada"));
+  }
+  EXPECT_EQ(1, engine.GetDocCount());
 }
 
 }  // namespace

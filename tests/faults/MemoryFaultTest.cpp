@@ -385,6 +385,26 @@ INSTANTIATE_TEST_SUITE_P(Pictures, PictureFaultTest,
                          testing::Values(std::pair(false, false), std::pair(false, true),
                                          std::pair(true, false), std::pair(true, true)));
 
+TEST(ExportFaultTest, APageThatRunsOutOfMemoryKeepsNoOtherFromItsFile) {
+  int lastAlone = 0;
+  int files = 0;
+  bool hasFailed = true;
+  for (int nth = 1; hasFailed; ++nth) {
+    Board board;
+    board.engine.NewPage("doc", "z", "", board.whiteboard.window.Handle(), PageOf(9, 9));
+    int result = 0;
+    {
+      const FailingAllocation failing(nth);
+      result = board.engine.SaveDocument("doc", board.folderName, kLongName, std::wstring());
+      hasFailed = failing.HasFailed();
+    }
+    files = static_cast<int>(board.folder.FileCount());
+    lastAlone += result == 1 && files == 1 ? 1 : 0;
+  }
+  EXPECT_EQ(2, files) << "when nothing fails";
+  EXPECT_LT(5, lastAlone);
+}
+
 TEST(TimerFaultTest, AnEngineWithoutMemoryForItsThreadStaysIdle) {
   Parchlet engine;
   {

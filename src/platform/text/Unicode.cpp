@@ -100,24 +100,36 @@ class Converter {
     char* in =
         const_cast<char*>(bytes.data());  // the converter's interface; it does not write there
     std::size_t left = bytes.size();
-    std::array<char, 256> buffer{};
     while (left > 0) {
-      char* to = buffer.data();
-      std::size_t room = buffer.size();
-      const std::size_t before = left;
-      const bool isDone = iconv(handle, &in, &left, &to, &room) != static_cast<std::size_t>(-1);
-      out.append(buffer.data(), buffer.size() - room);
-      if (!isDone && left == before && room == buffer.size()) {
-        const std::size_t skipped = std::min(left, skip(*in));
-        in += skipped;
-        left -= skipped;
-        out += bad;
+      if (Step(&in, &left, out)) {
+        continue;
       }
+      Flush(out);
+      const std::size_t skipped = std::min(left, skip(*in));
+      in += skipped;
+      left -= skipped;
+      out += bad;
     }
+    Flush(out);
     return out;
   }
 
  private:
+  // One call of the converter, which null bytes tell to finish; false when it did nothing.
+  bool Step(char** in, std::size_t* left, std::string& out) {
+    std::array<char, 256> buffer{};
+    char* to = buffer.data();
+    std::size_t room = buffer.size();
+    const std::size_t before = left != nullptr ? *left : 0;
+    const bool isDone = iconv(handle, in, left, &to, &room) != static_cast<std::size_t>(-1);
+    out.append(buffer.data(), buffer.size() - room);
+    return isDone || (left != nullptr && *left != before) || room != buffer.size();
+  }
+
+  // Some sets write an accent as a character of its own, so their converters hold a letter back
+  // until they have seen what follows it.
+  void Flush(std::string& out) { Step(nullptr, nullptr, out); }
+
   iconv_t handle;
 };
 

@@ -76,6 +76,11 @@ TEST(CodePageTest, OtherCharacterSetsAreConvertedOrCountAsUtf8) {
   EXPECT_EQ("a?b?", EncodeText(Units({'a', 0x20AC, 'b', 0xD83D, 0xDE00}), "ISO-8859-1"));
   EXPECT_EQ(Units({'a', 0x5FAE, kBad}), Decode("a\xCE\xA2\xCE", "GBK")) << "cut in a character";
   EXPECT_EQ("\xCE\xA2?", EncodeText(Units({0x5FAE, 0x0E01}), "GBK"));
+  // Sets whose accents are characters: the last letter may be waiting for one.
+  EXPECT_EQ(Units({'a', 'b', 'c'}), Decode("abc", "TCVN5712-1"));
+  EXPECT_EQ(Units({'a', kBad, 'x'}), Decode("a\x8Ax", "CP1258"));
+  EXPECT_EQ("a\x88\x66", EncodeText(Units({'a', 0xCA}), "BIG5-HKSCS"));
+  EXPECT_EQ("\x88\x66?a", EncodeText(Units({0xCA, 0x0E01, 'a'}), "BIG5-HKSCS"));
   EXPECT_EQ(Units({0x5FAE}), Decode("\xE5\xBE\xAE", "NO-SUCH-SET"));
   EXPECT_EQ("\xE5\xBE\xAE", EncodeText(Units({0x5FAE}), "NO-SUCH-SET"));
 }
