@@ -42,7 +42,8 @@ class PARCHLET_API AnnotationHeader {
   AnnotationSubType subType = AnnotationSubTypePath;
   AnnotationPen pen = {0xFF000000, 6, 0};
   // 0: permanent. Else a time of GetTickCount64: a mark drawn here and not confirmed yet is erased
-  // 8000 ms after it.
+  // 8000 ms after it. The page has such a mark from the start, so this one field may be stored
+  // while the mark is painted, through std::atomic_ref.
   std::uint64_t tempStartTick = 0;
 };
 

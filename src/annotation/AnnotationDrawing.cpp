@@ -29,6 +29,19 @@ void CopyPixels(const std::vector<AnnotationPoint>& points, std::vector<Gdiplus:
                  [](const AnnotationPoint& point) { return Gdiplus::Point(point.x, point.y); });
 }
 
+// Calls `visit` with the points of every sub-model of the unbroken run from 0.
+template <class Visit>
+void EachConnected(Annotation::SubModels& points, const Visit& visit) {
+  unsigned int next = 0;
+  for (auto& [number, list] : points) {
+    if (number != next) {
+      return;
+    }
+    ++next;
+    visit(list);
+  }
+}
+
 Gdiplus::Pen StrokePen(std::uint32_t color, int width) {
   return Gdiplus::Pen(Gdiplus::Color(color), static_cast<Gdiplus::REAL>(width));
 }
@@ -147,11 +160,11 @@ void Annotation::DrawShapeTriangle(Gdiplus::Graphics* graphics, CurrentAnnotPage
 void Annotation::ConvertPathTail(CurrentAnnotPageSize size) {
   std::vector<AnnotationPoint>& list = points.find(0)->second;
   bool hasMoved = false;
-  convertedPixels.resize(convertedPoints);
+  convertedPixels.resize(list.size());  // all that takes memory, before anything changes
   for (std::size_t i = convertedPoints; i < list.size(); ++i) {
     const POINT before = {list[i].x, list[i].y};
     const Gdiplus::Point now = Convert(list[i], size);
-    convertedPixels.push_back(now);
+    convertedPixels[i] = now;
     hasMoved = hasMoved || now.X != before.x || now.Y != before.y;
   }
   convertedPoints = list.size();
@@ -161,28 +174,28 @@ void Annotation::ConvertPathTail(CurrentAnnotPageSize size) {
 }
 
 void Annotation::ConvertPath(CurrentAnnotPageSize size) {
-  if (convertedSize.width == size.width && convertedSize.height == size.height) {
+  const bool isNoSize = size.width == 0 && size.height == 0;  // stands for nothing converted
+  if (!isNoSize && convertedSize.width == size.width && convertedSize.height == size.height) {
     ConvertPathTail(size);
     return;
   }
   convertedSize = {0, 0};
-  unsigned int next = 0;
-  for (auto& [number, list] : points) {
-    if (number != next) {
-      break;
-    }
-    ++next;
+  // Memory may run out before the pixels change and after their span follows, never in between.
+  segmentBoxes.clear();
+  EachConnected(points, [](std::vector<AnnotationPoint>& list) {
     if (list.size() == 1) {
       list.push_back(list.front());
     }
+  });
+  EachConnected(points, [size](std::vector<AnnotationPoint>& list) {
     for (AnnotationPoint& point : list) {
       Convert(point, size);
     }
-  }
+  });
+  RecomputeSpan();
   CopyPixels(points.find(0)->second, convertedPixels);
   convertedPoints = convertedPixels.size();
   convertedSize = size;
-  RecomputeSpan();
 }
 
 void Annotation::DrawShapePath(Gdiplus::Graphics* graphics, CurrentAnnotPageSize size) {

@@ -113,6 +113,9 @@ bool IsInTriangle(POINT point, const RECT& box, int half, bool isRight) {
   const auto asFloat = [](std::int64_t value) { return static_cast<float>(value); };
   const float left = asFloat(wide.left);
   const float bottom = asFloat(wide.bottom);
+  if (left == asFloat(wide.right) || bottom == asFloat(wide.top)) {
+    return false;  // rounding may give a wide one a divisor other than 0, and any weights
+  }
   const float apexX = isRight ? left : asFloat((wide.left + wide.right) / 2);
   const float apexY = asFloat(wide.top);
   const Vector e1 = {left - apexX, bottom - apexY};

@@ -195,6 +195,16 @@ TEST(AnnotationDrawingTest, OnlyTheFrameNeedsAMarkThatIsNotErased) {
   EXPECT_EQ(1, mark.Draw(&graphics, {20, 20}, true));
   graphics.Flush();
   EXPECT_EQ(kBlack, GetPixels(dc).pixels[10 * 20 + 10]);
+
+  mark.InsertPoints(1, {{7, 7, 0.5, 0.5}});
+  EXPECT_EQ(1, mark.Draw(&graphics, {0, 0}, false)) << "all of a path lies on its one point then";
+  for (const auto& [number, list] : mark.GetPoints()) {
+    EXPECT_EQ(2U, list.size());
+    for (const AnnotationPoint& point : list) {
+      EXPECT_EQ(0, point.x) << number;
+      EXPECT_EQ(0, point.y) << number;
+    }
+  }
   DeleteDC(dc);
 }
 

@@ -127,6 +127,10 @@ bool IsInEllipse(POINT at, const WideBox& box) {
 }
 
 bool IsInTriangle(POINT at, const WideBox& box, bool isRight) {
+  const auto isSame = [](Wide a, Wide b) { return static_cast<float>(a) == static_cast<float>(b); };
+  if (isSame(box.left, box.right) || isSame(box.top, box.bottom)) {
+    return false;
+  }
   struct Arrow {
     float x, y;
     float operator*(const Arrow& other) const { return x * other.x + y * other.y; }

@@ -29,6 +29,25 @@ TEST(FarMarkTest, MarksAtTheEndOfTheTableAreFoundAsTheFormulasSay) {
   }
 }
 
+// Where rounding would let a triangle without an area have one.
+TEST(FarMarkTest, AFlatTriangleHoldsNoPointHoweverWideItIs) {
+  for (const int right : {9001, 12345, 100001}) {
+    AnnotationPage page;
+    page.AddAnnotation(Mark("flat")
+                           .Shape(AnnotationSubTypeTriangle)
+                           .Pen(kBlack, 1)
+                           .Points(kSize, {{0, 100}, {right, 100}})
+                           .Release(),
+                       true);
+    for (const LONG x : {-29, -8, 0, 50, right / 2, right}) {
+      for (const LONG y : {0, 100, 200}) {
+        EXPECT_EQ(nullptr, page.FindAnnotationAtPoint("", "", {x, y, 0, 0}, false))
+            << right << ": " << x << ", " << y;
+      }
+    }
+  }
+}
+
 TEST(FarMarkTest, EveryCoordinateGetsAnAnswer) {
   PaintedPage painted(kSize);
   AnnotationPage& page = painted.page;

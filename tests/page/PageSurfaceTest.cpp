@@ -91,7 +91,10 @@ TEST_F(PageSurfaceTest, TheWindowsSizeIsWhatIsPushed) {
   Init(PageOf(60, 40));
   const std::pair<RECT, RECT> cases[] = {{{0, 0, 20, 10}, {0, 0, 20, 10}},
                                          {{0, 0, 100, 10}, {0, 0, 60, 10}},
-                                         {{-9, -9, 91, 91}, {0, 0, 60, 40}}};
+                                         {{-9, -9, 91, 91}, {0, 0, 60, 40}},
+                                         {{0, 0, 200, 100}, {0, 0, 60, 40}},
+                                         // As many pixels, in other rows.
+                                         {{0, 0, 100, 200}, {0, 0, 60, 40}}};
   for (const auto& [rect, covered] : cases) {
     window.SetScreenRect(rect);
     const Frame frame = Paint();

@@ -1,3 +1,5 @@
+#include <atomic>
+
 #include "support/Mark.h"
 #include "support/ReplacedClock.h"
 #include "support/Tireless.h"
@@ -14,8 +16,8 @@ TEST(SharedMarkTest, TemporaryInkMayBeCopiedWhileItExpires) {
   const Tireless painter([&painted] { painted.page.UpdateLayeredContent(); });
   for (int round = 0; round < 300; ++round) {
     Annotation* mark = Mark("").Points(kSize, {{5, 5}, {40, 40}}).Release();
-    mark->tempStartTick = now;
     painted.page.AddAnnotation(mark, false);
+    std::atomic_ref<std::uint64_t>(mark->tempStartTick).store(now);  // as it is painted already
     now += 8000;
     clock.Set(now);
     for (int i = 0; i < 5; ++i) {

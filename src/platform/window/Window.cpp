@@ -159,7 +159,8 @@ void UpdatePadded(Registration& registration, const PixelView& surface, int widt
     PARCHLET_REQUIRES(registration.pushing) {
   std::vector<std::uint32_t>& padded = registration.padded;
   const auto count = static_cast<std::size_t>(width) * static_cast<std::size_t>(height);
-  if (padded.size() != count || registration.shown.serial == 0) {
+  const ShownFrame shown = registration.shown;
+  if (padded.size() != count || shown.width != width || shown.serial == 0) {
     padded.assign(count, 0);
     CopyArea(surface, {0, 0, width, height}, width, padded);
     return;
