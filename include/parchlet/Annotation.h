@@ -55,8 +55,11 @@ class PARCHLET_API AnnotationHeader {
 // Owner: whoever made it, until a page adopts it; from then on the page, for the rest of its life.
 // Threads: every function may be called at any time from the host thread while the refresh thread
 // paints the mark; each takes the mark's own lock for as long as it runs.
+//
+// A function that runs out of memory throws std::bad_alloc, a picture that cannot be had excepted.
 class PARCHLET_API Annotation : public AnnotationHeader {
  public:
+  // The points by the number of their sub-model.
   using SubModels = std::map<unsigned int, std::vector<AnnotationPoint>>;
 
   Annotation();
@@ -83,11 +86,13 @@ class PARCHLET_API Annotation : public AnnotationHeader {
   // 1 when the sub-model exists, an empty one included, else 0.
   int IsSubModelExist(unsigned int subModel) const;
 
+  // Sets the id by which participants know the mark; for marks that no page has yet.
   void SetAnnotationId(const std::string& newId);
   std::string GetAnnotationId() const;
 
   // Stores `value`: 1 erases, 0 restores.
   void Erase(int value);
+  // The value stored last.
   int IsErased() const;
 
   // Remembers where a drag starts, or has got to.
