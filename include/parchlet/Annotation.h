@@ -17,8 +17,8 @@ class ReachTable;
 
 // Identity and style of an annotation. The fields are public: a host fills them in a mark that it
 // rebuilds from a message, before it hands the mark to the engine. Once a page owns the mark, the
-// refresh thread reads them while it paints; writing a field then is the host's own affair, while
-// the functions of Annotation are safe at any time.
+// refresh thread reads them while it paints: the host writes none then but `tempStartTick`, and
+// that atomically, while the functions of Annotation are safe at any time.
 class PARCHLET_API AnnotationHeader {
  public:
   AnnotationHeader();
@@ -34,15 +34,18 @@ class PARCHLET_API AnnotationHeader {
   std::int32_t hostData1 = 4;   // carried and copied, never interpreted
   std::int32_t hostData2 = 0;
   std::int32_t hostData3 = 0;
-  std::int32_t subModelIndex = -1;  // which sub-model this fragment's points are; see AddPoint
-  std::int32_t order = 0;           // paint order on the page, ascending
-  std::int32_t erased = 0;          // 1: neither drawn nor hit; the mark stays in its page
-  std::int32_t tipVisible = 1;      // non-zero while the author's name is to be shown
+  // Which sub-model of the mark a fragment's points become, which are in its own sub-model 0: see
+  // Parchlet::AddAnnotationFromRemote.
+  std::int32_t subModelIndex = -1;
+  std::int32_t order = 0;       // paint order on the page, ascending
+  std::int32_t erased = 0;      // 1: neither drawn nor hit; the mark stays in its page
+  std::int32_t tipVisible = 1;  // non-zero while the author's name is to be shown
   AnnotationType type = AnnotationTypeDrawing;
   AnnotationSubType subType = AnnotationSubTypePath;
   AnnotationPen pen = {0xFF000000, 6, 0};
   // 0: permanent. Else a time of GetTickCount64: a mark drawn here and not confirmed yet is erased
-  // 8000 ms after it.
+  // 8000 ms after it. The host sets it by std::atomic_ref, or what its compiler has for that, in
+  // the mark that Parchlet::GetLocalAnnotation gives.
   std::uint64_t tempStartTick = 0;
 };
 

@@ -1,3 +1,5 @@
+#include <atomic>
+
 #include "c/Call.h"
 
 namespace {
@@ -108,7 +110,11 @@ int32_t ParchletMarkGetHostData(const ParchletMark* mark, int32_t* data1, int32_
 }
 
 int32_t ParchletMarkSetTempStartTick(ParchletMark* mark, uint64_t tick) {
-  return SetField(mark, &AnnotationHeader::tempStartTick, tick);
+  return OnMark(mark, [&](Annotation& annotation) {
+    // The refresh thread may read it.
+    std::atomic_ref(annotation.tempStartTick).store(tick, std::memory_order_relaxed);
+    return PARCHLET_YES;
+  });
 }
 
 int32_t ParchletMarkGetTempStartTick(const ParchletMark* mark, uint64_t* tick) {

@@ -1,3 +1,5 @@
+#include <atomic>
+
 #include "page/AnnotationPage.h"
 
 namespace {
@@ -45,7 +47,9 @@ void AnnotationPage::DrawPending() {
     if (annotation->IsErased() != 0) {
       continue;
     }
-    const ULONGLONG start = annotation->tempStartTick;
+    // The host may write it meanwhile.
+    const std::uint64_t start =
+        std::atomic_ref(annotation->tempStartTick).load(std::memory_order_relaxed);
     if (start != 0 && GetTickCount64() - start >= kTemporaryInkMs) {
       annotation->Erase(1);
     } else {
