@@ -1,6 +1,7 @@
 #!/usr/bin/env bash
 # Uses the Debian packages of out/packages as an application's developer and its users would.
-#   scripts/test-packages.sh              builds the hosts of tests/install against the unpacked packages
+#   scripts/test-packages.sh              builds the hosts of tests/install against the unpacked packages,
+#                                         and holds a meeting in Python with their library
 #   scripts/test-packages.sh --clean-root also installs them in a fresh Debian, runs the hosts there
 #                                         and removes the packages again; takes root and some minutes
 set -euo pipefail
@@ -35,6 +36,7 @@ quiet cmake -S tests/install/host -B "$work/host" -G Ninja -D WITH_X11=ON \
 quiet cmake --build "$work/host"
 "$work/host/host" "$work"
 "$work/host/c-host"
+python3 tests/c/meeting.py "$(echo "$work"/unpacked/usr/lib/*/libparchlet.so.*.*.*)"
 if ! $clean_root; then
   echo "All is well."
   exit 0

@@ -41,9 +41,11 @@ std::optional<Options> ParseOptions(int argc, const char* const* argv) {
   app.add_option("contents", options.contents,
                  "Pictures to draw on, one page each; a folder of pictures is a document");
   app.add_option("--name", options.name, "Your nickname")->type_name("NAME")->capture_default_str();
-  app.add_flag("--peer", hasPeer, "A second participant, with a window of its own");
+  CLI::Option* second =
+      app.add_flag("--peer", hasPeer, "A second participant, with a window of its own");
   app.add_option("--peer-name", peer, "The second participant's nickname")
       ->type_name("NAME")
+      ->needs(second)
       ->capture_default_str();
   CLI::Option* overlay = app.add_flag("--overlay", options.overlay, "Draw over the live desktop");
   app.add_option("--monitor", options.monitor, "The monitor to draw over (default: the main one)")

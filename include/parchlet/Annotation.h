@@ -17,8 +17,8 @@ class ReachTable;
 
 // Identity and style of an annotation. The fields are public: a host fills them in a mark that it
 // rebuilds from a message, before it hands the mark to the engine. Once a page owns the mark, the
-// refresh thread reads them while it paints; writing a field then is the host's own affair, while
-// the functions of Annotation are safe at any time.
+// refresh thread reads them while it paints: the host writes none then but `tempStartTick`, and
+// that atomically, while the functions of Annotation are safe at any time.
 class PARCHLET_API AnnotationHeader {
  public:
   AnnotationHeader();
@@ -34,16 +34,19 @@ class PARCHLET_API AnnotationHeader {
   std::int32_t hostData1 = 4;   // carried and copied, never interpreted
   std::int32_t hostData2 = 0;
   std::int32_t hostData3 = 0;
-  std::int32_t subModelIndex = -1;  // which sub-model this fragment's points are; see AddPoint
-  std::int32_t order = 0;           // paint order on the page, ascending
-  std::int32_t erased = 0;          // 1: neither drawn nor hit; the mark stays in its page
-  std::int32_t tipVisible = 1;      // non-zero while the author's name is to be shown
+  // Which sub-model of the mark a fragment's points become, which are in its own sub-model 0: see
+  // Parchlet::AddAnnotationFromRemote.
+  std::int32_t subModelIndex = -1;
+  std::int32_t order = 0;       // paint order on the page, ascending
+  std::int32_t erased = 0;      // 1: neither drawn nor hit; the mark stays in its page
+  std::int32_t tipVisible = 1;  // non-zero while the author's name is to be shown
   AnnotationType type = AnnotationTypeDrawing;
   AnnotationSubType subType = AnnotationSubTypePath;
   AnnotationPen pen = {0xFF000000, 6, 0};
   // 0: permanent. Else a time of GetTickCount64: a mark drawn here and not confirmed yet is erased
-  // 8000 ms after it. The page has such a mark from the start, so this one field may be stored
-  // while the mark is painted, through std::atomic_ref.
+  // 8000 ms after it. The page has such a mark from the start, so this one field may be stored while
+  // the mark is painted: by std::atomic_ref, or what the host's compiler has for that, in the mark
+  // that Parchlet::GetLocalAnnotation gives.
   std::uint64_t tempStartTick = 0;
 };
 
@@ -56,8 +59,11 @@ class PARCHLET_API AnnotationHeader {
 // Owner: whoever made it, until a page adopts it; from then on the page, for the rest of its life.
 // Threads: every function may be called at any time from the host thread while the refresh thread
 // paints the mark; each takes the mark's own lock for as long as it runs.
+//
+// A function that runs out of memory throws std::bad_alloc, a picture that cannot be had excepted.
 class PARCHLET_API Annotation : public AnnotationHeader {
  public:
+  // The points by the number of their sub-model.
   using SubModels = std::map<unsigned int, std::vector<AnnotationPoint>>;
 
   Annotation();
@@ -84,11 +90,13 @@ class PARCHLET_API Annotation : public AnnotationHeader {
   // 1 when the sub-model exists, an empty one included, else 0.
   int IsSubModelExist(unsigned int subModel) const;
 
+  // Sets the id by which participants know the mark; for marks that no page has yet.
   void SetAnnotationId(const std::string& newId);
   std::string GetAnnotationId() const;
 
   // Stores `value`: 1 erases, 0 restores.
   void Erase(int value);
+  // The value stored last.
   int IsErased() const;
 
   // Remembers where a drag starts, or has got to.

@@ -62,7 +62,8 @@ struct AnnotationPageInfo {
   std::int32_t width;  // surface size in pixels, at least 1
   std::int32_t height;
   bool transparent;  // the background is 0x0A000000 and ignores SetPageBackgroundColor
-  // An empty extent at creation makes the surface one pixel wide (or high) until the first resize.
+  // Kept for the host; but an empty extent at creation makes the surface one pixel wide (or high)
+  // until the first resize, so a host without a use for it gives the whole page.
   RECT viewRect;
   std::uint32_t backgroundColor;  // as reported; Parchlet::NewPage puts the engine's colour here
 };

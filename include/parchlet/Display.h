@@ -32,7 +32,7 @@ class PARCHLET_API Display {
 };
 
 // Puts a display in place of the present one; null brings the desktop in memory back. Not owned: it
-// must outlive its last use. Not while an export is under way.
+// must outlive its last use. Any thread, but not while an export is under way.
 PARCHLET_API void SetDisplay(Display* display);
 
 // Lays the desktop in memory out anew. It shows the background, black outside its area, and over it

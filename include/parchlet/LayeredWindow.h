@@ -32,7 +32,7 @@ class PARCHLET_API LayeredWindow {
 };
 
 // Makes a handle to give to Parchlet::NewPage. The window is not owned and must stay until its
-// handle is unregistered. Any thread.
+// handle is unregistered. Throws std::bad_alloc when memory runs out. Any thread.
 PARCHLET_API HWND RegisterLayeredWindow(LayeredWindow& window);
 
 // Ends a handle, after waiting for a call into the window under way; unknown handles are ignored.

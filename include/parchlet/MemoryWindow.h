@@ -19,13 +19,16 @@ struct MemoryFrame {
 
 // A window that keeps the last frame pushed to it. Its handle is registered for as long as it
 // lives; destroying it waits for a push under way. Every function may be called from any thread.
+// The constructor and CopyFrame throw std::bad_alloc when memory runs out.
 class PARCHLET_API MemoryWindow {
  public:
+  // Makes a window there on the desktop in memory (Display.h); its size is that of the frames.
   explicit MemoryWindow(const RECT& screenRect);
   ~MemoryWindow();
   MemoryWindow(const MemoryWindow&) = delete;
   MemoryWindow& operator=(const MemoryWindow&) = delete;
 
+  // The handle to give to Parchlet::NewPage; never null.
   HWND Handle() const;
 
   // Moves and resizes the window; its content keeps until the next push.

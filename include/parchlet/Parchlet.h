@@ -82,6 +82,7 @@ class PARCHLET_API Parchlet {
   int NewDoc(const std::string& creator, const std::string& docId);
   // Deletes a document with its pages; when it was the current one there is none until NewDoc.
   int DelDoc(const std::string& docId);
+  // How many documents there are.
   int GetDocCount();
   // Writes the creator given to NewDoc.
   int GetDocCreator(const std::string& docId, std::string& creator);
@@ -103,6 +104,7 @@ class PARCHLET_API Parchlet {
   int DelPage(const std::string& docId, const std::string& pageId);
   // Accepted, without effect; gives 1.
   int DuplicatePage(const std::string& docId, const std::string& pageId, std::string& newPageId);
+  // How many pages the document has; 0 for an unknown one.
   int GetPageCount(const std::string& docId);
   // The page's position in its document, from 1; -1 for an unknown page.
   int GetPageIndex(const std::string& docId, const std::string& pageId);
@@ -152,7 +154,8 @@ class PARCHLET_API Parchlet {
   // The id of the current page's mark in progress, or the empty string. Writes the ids as
   // GetCurrentPageInfo does.
   std::string GetCurrentAnnotationInfo(std::string& docId, std::string& pageId);
-  // 1 when all points of the mark's sub-model 0 fall on one pixel: a press without a movement.
+  // 1 when all points of the mark's sub-model 0 fall on one pixel: a press without a movement. 0
+  // for null and for a mark without that sub-model.
   int IsPointAnnotation(Annotation* annotation);
 
   // --- Selecting and moving ---
@@ -250,10 +253,17 @@ class PARCHLET_API Parchlet {
 
   // --- Export ---
 
-  // Writes the page to an image file, whose folder must be there: JPEG for ".jpg", BMP for ".bmp",
-  // PNG for any other name. What is written is the page's surface as it was rendered last; or, for
-  // the name of a display, all of what that shows; or, for a window, what the screen shows where it
-  // is. 0 when it cannot be written; a file that was there is then kept.
+  // Writes the page to an image file: JPEG for ".jpg", BMP for ".bmp", PNG for any other name. The
+  // path must name a folder that is there: "./page.png", not "page.png". What is written is
+  //
+  // - for an empty display name, or a window that is null or gone, the page's surface as it was
+  //   rendered last;
+  // - for the name of a display, all of what that shows. Off Windows it is a DisplayMonitor's
+  //   (Display.h), as Utils::Utf8ToUnicode gives it; on Windows one of EnumDisplayDevices;
+  // - for a window, what the screen shows where it is.
+  //
+  // 0 when it cannot be written, or for an unknown page or display; a file that was there is then
+  // kept.
   int SavePage(const std::string& docId, const std::string& pageId, const std::string& path,
                const std::wstring& displayDevice);
   int SavePage(const std::string& docId, const std::string& pageId, const std::string& path,

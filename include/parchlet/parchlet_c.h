@@ -309,7 +309,7 @@ PARCHLET_C_API int32_t ParchletSaveAs(ParchletEngine* engine, const char* docId,
 /* --- Marks ---
  *
  * What changes a mark may be called on one of the host's own; on a borrowed one, nothing but the
- * operations on points, ParchletMarkErase and the two on moving. */
+ * operations on points, ParchletMarkErase, ParchletMarkSetTempStartTick and the two on moving. */
 
 /* Null when memory ran out. */
 PARCHLET_C_API ParchletMark* ParchletMarkNew(void);

@@ -111,7 +111,8 @@ int32_t ParchletMarkGetHostData(const ParchletMark* mark, int32_t* data1, int32_
 
 int32_t ParchletMarkSetTempStartTick(ParchletMark* mark, uint64_t tick) {
   return OnMark(mark, [&](Annotation& annotation) {
-    std::atomic_ref<std::uint64_t>(annotation.tempStartTick).store(tick, std::memory_order_relaxed);
+    // The refresh thread may read it.
+    std::atomic_ref(annotation.tempStartTick).store(tick, std::memory_order_relaxed);
     return PARCHLET_YES;
   });
 }

@@ -47,9 +47,9 @@ void AnnotationPage::DrawPending() {
     if (annotation->IsErased() != 0) {
       continue;
     }
-    // A host makes its drawing temporary while it is painted: the page has had it from the start.
-    const ULONGLONG start =
-        std::atomic_ref<std::uint64_t>(annotation->tempStartTick).load(std::memory_order_relaxed);
+    // The host may write it meanwhile.
+    const std::uint64_t start =
+        std::atomic_ref(annotation->tempStartTick).load(std::memory_order_relaxed);
     if (start != 0 && GetTickCount64() - start >= kTemporaryInkMs) {
       annotation->Erase(1);
     } else {

@@ -37,8 +37,8 @@ Connection::Connection(const std::string& displayName)
 
 bool Connection::CheckAlive(std::string& error) const {
   if (screen == nullptr) {
-    error = "cannot open the X display \"" +
-            (displayName.empty() ? "of the environment" : displayName) + "\"";
+    error = displayName.empty() ? "cannot open the X display that DISPLAY names"
+                                : "cannot open the X display \"" + displayName + "\"";
     return false;
   }
   if (xcb_connection_has_error(connection.get()) != 0) {

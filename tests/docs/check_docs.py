@@ -38,6 +38,7 @@ CONTEXT = """
 #include <parchlet/Parchlet.h>
 #if __has_include(<parchlet/x11/X11Window.h>)
 #include <parchlet/x11/X11Display.h>
+#include <parchlet/x11/X11Overlay.h>
 #include <parchlet/x11/X11Window.h>
 #include <xcb/xcb.h>
 xcb_window_t MakeWindow();
@@ -56,14 +57,17 @@ class Failure(Exception):
     pass
 
 
-def run(folder, *command, **more):
-    result = subprocess.run(command, cwd=folder, env=environment, capture_output=True, text=True,
-                            check=False, **more)
+def run(folder, *command, env=None):
+    result = subprocess.run(command, cwd=folder, env=env or environment, capture_output=True,
+                            text=True, check=False)
     if result.returncode != 0:
         raise Failure(f"{shlex.join(map(str, command))}:\n{result.stdout}{result.stderr}")
 
 
-environment = dict(os.environ, HOME=str(work / "home"), LD_LIBRARY_PATH=str(library), CXX=compiler)
+# What a reader types must find the library by itself; for the other blocks it is found for them.
+of_reader = {name: value for name, value in os.environ.items() if name != "LD_LIBRARY_PATH"}
+of_reader |= {"HOME": str(work / "home"), "CXX": compiler}
+environment = {**of_reader, "LD_LIBRARY_PATH": str(library)}
 flags = [f"-I{prefix}/include", "-Wall", "-Wextra", "-Werror"]
 link = [f"-L{library}", "-lparchlet"]
 
@@ -184,7 +188,7 @@ def check_blocks(name, text):
             if found["file"]:
                 (folder / found["file"]).write_text(code)
             elif found["order"]:
-                run(folder, "bash", "-eu", "-c", code)
+                run(folder, "bash", "-eu", "-c", code, env=of_reader)
             elif language not in checks:
                 raise Failure(f"nobody can check a block of {language}")
             else:

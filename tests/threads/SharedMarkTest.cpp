@@ -1,5 +1,6 @@
 #include <atomic>
 
+#include "c/Call.h"
 #include "support/Mark.h"
 #include "support/ReplacedClock.h"
 #include "support/Tireless.h"
@@ -27,6 +28,23 @@ TEST(SharedMarkTest, TemporaryInkMayBeCopiedWhileItExpires) {
     mark->Erase(0);
     painted.page.CancelAnnotation(mark->GetAnnotationId());
   }
+}
+
+TEST(SharedMarkTest, AMarkMayBecomeTemporaryWhileItIsPainted) {
+  ReplacedClock clock(1);
+  PaintedPage painted(kSize);
+  Annotation* mark = Mark("").Points(kSize, {{5, 5}, {40, 40}}).Release();
+  painted.page.AddAnnotation(mark, false);
+  {
+    const Tireless painter([&painted] { painted.page.UpdateLayeredContent(); });
+    while (painter.Rounds() < 50) {
+      ASSERT_EQ(ParchletMarkSetTempStartTick(HandleOf(mark), 1), PARCHLET_YES);
+    }
+  }
+  EXPECT_EQ(mark->IsErased(), 0);
+  clock.Set(8001);
+  painted.page.UpdateLayeredContent();
+  EXPECT_EQ(mark->IsErased(), 1);
 }
 
 }  // namespace

@@ -90,6 +90,7 @@ TEST(WhiteboardOptions, AnOrderThatIsNotWholeIsRefused) {
   EXPECT_EQ(Parse({"--peer", "--peer-name", "张三"})->peer, "张三");
   EXPECT_THROW(Parse({"--what"}), whiteboard::Failure);
   EXPECT_THROW(Parse({"--monitor", "LEFT"}), whiteboard::Failure);
+  EXPECT_THROW(Parse({"--peer-name", "Bo"}), whiteboard::Failure);
   EXPECT_THROW(Parse({"--export-folder", "/no/such/folder"}), whiteboard::Failure);
   for (const char* size : {"10x10", "1280", "1280x", "x860", "1280x860x2", "99999x860"}) {
     EXPECT_THROW(Parse({"--size", size}), whiteboard::Failure) << size;

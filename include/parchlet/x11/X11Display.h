@@ -13,8 +13,8 @@
 // there before it is destroyed. Monitors have the names and areas that RandR gives them. A capture
 // holds what the screen shows, blended windows included.
 //
-// Failure is a false or empty result and a text. Threads: every function may be called from any
-// thread; calls wait for each other.
+// Failure is a false or empty result and a text, but for memory that runs out. Threads: every
+// function may be called from any thread; calls wait for each other.
 class PARCHLET_API X11Display final : public Display {
  public:
   // Opens a connection to `displayName`, or for an empty name to that in the environment's DISPLAY.

@@ -19,7 +19,8 @@
 // the next frame.
 //
 // Nothing fails louder than by a false result and a text: a server that goes away, a window that
-// another client destroys, a display that cannot be reached.
+// another client destroys, a display that cannot be reached. Memory alone that runs out is thrown,
+// as std::bad_alloc; the refresh thread gives up its frame for it and goes on.
 //
 // Threads: every function may be called from any thread; the refresh thread calls Present and
 // GetScreenRect, and a call may wait for a frame of this window under way. The lock that sees to it
