@@ -129,6 +129,9 @@ void MeasureTangents(const ChunkPoints& points, ChunkGeometry& out) {
     hn::StoreU(hn::Mul(dy, inverse), kFloats, out.tangentY + i);
     hn::StoreU(length, kFloats, out.length + i);
   }
+  std::fill_n(out.length, points.madeUpBefore, 0.0F);
+  std::fill_n(out.length + points.segments + 2 * kContext - points.madeUpBehind,
+              points.madeUpBehind, 0.0F);
 }
 
 // With t0, t1 the tangents at a joint and theta the angle between them, the seam's normal is t0 +
@@ -162,26 +165,53 @@ void MeasureJoints(const ChunkPoints& points, float halfWidth, ChunkGeometry& ou
   }
 }
 
-// Whether a joint's inner corner fits a segment of `length` beside that of the joint at its other
-// end, which takes no room on the other side of the stroke, nor where it ends square for certain.
-HWY_INLINE hn::Mask<Floats> Fits(F backOff, F length, F otherBackOff, F otherTurn) {
-  const auto square = hn::Or(hn::Lt(otherTurn, Set(kSharpTurn)),
-                             hn::Gt(hn::Abs(otherBackOff), hn::Min(length, Set(kLongestBackOff))));
-  const F both = hn::Add(backOff, hn::IfThenZeroElse(square, otherBackOff));
-  return hn::And(hn::Le(hn::Abs(backOff), length), hn::Le(hn::Abs(both), length));
+HWY_INLINE F Cross(const ChunkGeometry& out, int i, int j) {
+  const F x0 = hn::LoadU(kFloats, out.tangentX + i);
+  const F y0 = hn::LoadU(kFloats, out.tangentY + i);
+  const F x1 = hn::LoadU(kFloats, out.tangentX + j);
+  const F y1 = hn::LoadU(kFloats, out.tangentY + j);
+  return hn::Sub(hn::Mul(x0, y1), hn::Mul(y0, x1));
 }
 
-void JudgeJoints(const ChunkPoints& points, ChunkGeometry& out) {
+struct Joint {
+  F backOff, turn;
+
+  HWY_INLINE Joint(const ChunkGeometry& out, int i)
+      : backOff(hn::LoadU(kFloats, out.backOff + i)), turn(hn::LoadU(kFloats, out.turn + i)) {}
+};
+
+// Whether a joint's seam fits a segment of `length` whose other end is the joint `other`.
+//
+// Its inner corner must find room beside that of the other joint, which takes none on the other
+// side of the stroke, nor where it ends square for certain. And what the seam cuts off the
+// neighbour, up to the corner that a square end would have, `corner` from the joint, must be
+// covered none the less: by the segment, or by the one `beyond` it. The corner reaches hw sin theta
+// along the segment, and hw sin(theta + phi) - length cos phi along the one beyond, with phi the
+// angle at the other joint and `across` the sine of both.
+HWY_INLINE hn::Mask<Floats> Fits(const Joint& joint, const Joint& other, F corner, F across,
+                                 F length, F beyond) {
+  const F backOff = hn::Abs(joint.backOff);
+  const auto square = hn::Or(hn::Lt(other.turn, Set(kSharpTurn)),
+                             hn::Gt(hn::Abs(other.backOff), hn::Min(length, Set(kLongestBackOff))));
+  const F both = hn::Add(joint.backOff, hn::IfThenZeroElse(square, other.backOff));
+  const auto hasRoom = hn::And(hn::Le(backOff, length), hn::Le(hn::Abs(both), length));
+  const auto within = hn::Le(hn::Mul(backOff, joint.turn), length);
+  const F reach = hn::Sub(hn::Mul(corner, across), hn::Mul(length, hn::Sub(other.turn, Set(1))));
+  const auto withinNext = hn::AndNot(square, hn::Le(reach, beyond));
+  return hn::And(hasRoom, hn::Or(within, withinNext));
+}
+
+void JudgeJoints(const ChunkPoints& points, float halfWidth, ChunkGeometry& out) {
   const int end = points.segments + kContext;
   for (int i = kContext; i <= end; i += static_cast<int>(hn::Lanes(kFloats))) {
-    const F backOff = hn::LoadU(kFloats, out.backOff + i);
+    const Joint joint(out, i);
+    const auto length = [&](int segment) { return hn::LoadU(kFloats, out.length + segment); };
+    const F corner = hn::CopySign(Set(halfWidth), joint.backOff);
     const auto fits = hn::And(
-        Fits(backOff, hn::LoadU(kFloats, out.length + i - 1),
-             hn::LoadU(kFloats, out.backOff + i - 1), hn::LoadU(kFloats, out.turn + i - 1)),
-        Fits(backOff, hn::LoadU(kFloats, out.length + i), hn::LoadU(kFloats, out.backOff + i + 1),
-             hn::LoadU(kFloats, out.turn + i + 1)));
-    const auto soft = hn::And(hn::Ge(hn::LoadU(kFloats, out.turn + i), Set(kSharpTurn)),
-                              hn::Le(hn::Abs(backOff), Set(kLongestBackOff)));
+        Fits(joint, Joint(out, i - 1), corner, Cross(out, i - 2, i), length(i - 1), length(i - 2)),
+        Fits(joint, Joint(out, i + 1), corner, Cross(out, i - 1, i + 1), length(i), length(i + 1)));
+    const auto soft = hn::And(hn::Ge(joint.turn, Set(kSharpTurn)),
+                              hn::Le(hn::Abs(joint.backOff), Set(kLongestBackOff)));
     hn::StoreU(hn::VecFromMask(kInts, hn::RebindMask(kInts, hn::And(fits, soft))), kInts,
                out.good + i);
   }
@@ -321,7 +351,7 @@ void Measure(const ChunkPoints& points, float halfWidth, const PixelRect& clip,
   out.segments = points.segments;
   MeasureTangents(points, out);
   MeasureJoints(points, halfWidth, out);
-  JudgeJoints(points, out);
+  JudgeJoints(points, halfWidth, out);
   MeasurePieces(points, halfWidth, clip, out);
   std::fill(out.shape + kContext + points.segments, std::end(out.shape), std::uint8_t{0});
   MeasureBox(out);

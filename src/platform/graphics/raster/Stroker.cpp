@@ -226,7 +226,7 @@ void Stroker::LineTo(float x, float y) {
 
 // Covers a full chunk and starts the next one with its last points.
 void Stroker::FlushFull() {
-  Flush(kChunkSegments);
+  Flush(kChunkSegments, 0);
   for (int i = 0; i <= 2 * kContext; ++i) {
     points.x[i] = points.x[kChunkSegments + i];
     points.y[i] = points.y[kChunkSegments + i];
@@ -252,7 +252,7 @@ void Stroker::LiftPenTowards(const Context& behind) {
         GoOn(end, -1);
       }
     }
-    Flush(segments);
+    Flush(segments, kContext - behind.count);
   }
   end = kNoRun;
 }
@@ -280,11 +280,13 @@ bool Stroker::IsInSight() const {
   return reaches(points.x, clip.left, clip.right) && reaches(points.y, clip.top, clip.bottom);
 }
 
-void Stroker::Flush(int segments) {
+void Stroker::Flush(int segments, int madeUpBehind) {
   for (int i = kContext - 1 - known; i >= 0; --i) {
     GoOn(i, 1);
   }
   points.segments = segments;
+  points.madeUpBefore = kContext - known;
+  points.madeUpBehind = madeUpBehind;
   if (!knownInSight && !IsInSight()) {
     return;
   }
