@@ -128,7 +128,8 @@ void Stroker::CoverOpen(std::span<const GridPoint> line) {
       continue;
     }
     const bool inside = InGuard(point.x, point.y);
-    if (inside && lastInside) {
+    // There is no run yet where the line did no more than touch the guard's edge from outside.
+    if (inside && lastInside && end != kNoRun) {
       LineTo(static_cast<float>(point.x), static_cast<float>(point.y));
     } else {
       Walk(ToVertex(last), ToVertex(point));

@@ -174,6 +174,17 @@ TEST(QualityTest, EveryInstructionSetPaintsTheSame) {
   hwy::SetSupportedTargetsForTest(0);
 }
 
+TEST(QualityTest, ALineFromFarAwayIsPaintedFromWhereItComesNear) {
+  constexpr int kSide = 64;
+  const auto paint = [](const std::vector<POINT>& points) {
+    return Paint({"", kSide, kSide, {{AnnotationSubTypePath, 0xFF000000, 9, points}}});
+  };
+  const std::vector<std::uint32_t> whole = paint({{kSide + 100, 30}, {10, 30}, {10, 50}});
+  for (int at = kSide + raster::kGuard - 1; at <= kSide + raster::kGuard + 1; ++at) {
+    EXPECT_EQ(paint({{at + 100, 30}, {at, 30}, {10, 30}, {10, 50}}), whole) << at;
+  }
+}
+
 // The pixels around the surface stand in for whoever owns the memory there.
 TEST(QualityTest, HostileGeometryNeverLeavesTheSurface) {
   constexpr int kSide = 64;
