@@ -27,10 +27,8 @@ constexpr hn::Rebind<std::uint8_t, Floats> kBytes;
 
 // How far beyond its ideal edge a piece may tint a pixel, as a distance between centre and edge.
 constexpr float kFringe = 0.8F;
-// A mitre that reaches further along the stroke than this would make boxes large; such a joint ends
-// square and gets its corner from a wedge.
-constexpr float kLongestBackOff = 24.0F;
-// 1 + cos(turn) of the sharpest good joint.
+// 1 + cos(turn) of the sharpest good joint, whose back-off is no more than the pen's half width:
+// boxes stay small.
 constexpr float kSharpTurn = 1.0F;
 constexpr float kLongestNarrow = 16.0F;
 constexpr float kWidestNarrowBox = 108.0F;  // width and height together
@@ -191,8 +189,8 @@ struct Joint {
 HWY_INLINE hn::Mask<Floats> Fits(const Joint& joint, const Joint& other, F corner, F across,
                                  F length, F beyond) {
   const F backOff = hn::Abs(joint.backOff);
-  const auto square = hn::Or(hn::Lt(other.turn, Set(kSharpTurn)),
-                             hn::Gt(hn::Abs(other.backOff), hn::Min(length, Set(kLongestBackOff))));
+  const auto square =
+      hn::Or(hn::Lt(other.turn, Set(kSharpTurn)), hn::Gt(hn::Abs(other.backOff), length));
   const F both = hn::Add(joint.backOff, hn::IfThenZeroElse(square, other.backOff));
   const auto hasRoom = hn::And(hn::Le(backOff, length), hn::Le(hn::Abs(both), length));
   const auto within = hn::Le(hn::Mul(backOff, joint.turn), length);
@@ -210,8 +208,7 @@ void JudgeJoints(const ChunkPoints& points, float halfWidth, ChunkGeometry& out)
     const auto fits = hn::And(
         Fits(joint, Joint(out, i - 1), corner, Cross(out, i - 2, i), length(i - 1), length(i - 2)),
         Fits(joint, Joint(out, i + 1), corner, Cross(out, i - 1, i + 1), length(i), length(i + 1)));
-    const auto soft = hn::And(hn::Ge(joint.turn, Set(kSharpTurn)),
-                              hn::Le(hn::Abs(joint.backOff), Set(kLongestBackOff)));
+    const auto soft = hn::Ge(joint.turn, Set(kSharpTurn));
     hn::StoreU(hn::VecFromMask(kInts, hn::RebindMask(kInts, hn::And(fits, soft))), kInts,
                out.good + i);
   }
