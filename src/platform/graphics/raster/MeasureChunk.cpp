@@ -332,11 +332,11 @@ void MeasureBox(ChunkGeometry& out) {
         hn::Ne(hn::PromoteTo(kInts, hn::LoadU(kBytes, out.shape + i)), hn::Zero(kInts));
     const I column = hn::LoadU(kInts, out.column + i);
     const I row = hn::LoadU(kInts, out.row + i);
-    const I end = hn::Add(column, hn::LoadU(kInts, out.columns + i));
+    const I past = hn::Add(column, hn::LoadU(kInts, out.columns + i));
     const I rows = hn::ShiftLeft<kBlockShift>(hn::LoadU(kInts, out.blocks + i));
     left = hn::Min(left, hn::IfThenElse(has, column, left));
     top = hn::Min(top, hn::IfThenElse(has, row, top));
-    right = hn::Max(right, hn::IfThenElse(has, end, right));
+    right = hn::Max(right, hn::IfThenElse(has, past, right));
     bottom = hn::Max(bottom, hn::IfThenElse(has, hn::Add(row, rows), bottom));
   }
   out.box = {hn::GetLane(hn::MinOfLanes(kInts, left)), hn::GetLane(hn::MinOfLanes(kInts, top)),
