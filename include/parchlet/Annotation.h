@@ -44,9 +44,9 @@ class PARCHLET_API AnnotationHeader {
   AnnotationSubType subType = AnnotationSubTypePath;
   AnnotationPen pen = {0xFF000000, 6, 0};
   // 0: permanent. Else a time of GetTickCount64: a mark drawn here and not confirmed yet is erased
-  // 8000 ms after it. The page has such a mark from the start, so this one field may be stored while
-  // the mark is painted: by std::atomic_ref, or what the host's compiler has for that, in the mark
-  // that Parchlet::GetLocalAnnotation gives.
+  // 8000 ms after it. The page has such a mark from the start, so this one field may be stored
+  // while the mark is painted: by std::atomic_ref, or what the host's compiler has for that, in the
+  // mark that Parchlet::GetLocalAnnotation gives.
   std::uint64_t tempStartTick = 0;
 };
 

@@ -27,10 +27,8 @@ constexpr hn::Rebind<std::uint8_t, Floats> kBytes;
 
 // How far beyond its ideal edge a piece may tint a pixel, as a distance between centre and edge.
 constexpr float kFringe = 0.8F;
-// A mitre that reaches further along the stroke than this would make boxes large; such a joint ends
-// square and gets its corner from a wedge.
-constexpr float kLongestBackOff = 24.0F;
-// 1 + cos(turn) of the sharpest good joint.
+// 1 + cos(turn) of the sharpest good joint, whose back-off is no more than the pen's half width:
+// boxes stay small.
 constexpr float kSharpTurn = 1.0F;
 constexpr float kLongestNarrow = 16.0F;
 constexpr float kWidestNarrowBox = 108.0F;  // width and height together
@@ -129,6 +127,9 @@ void MeasureTangents(const ChunkPoints& points, ChunkGeometry& out) {
     hn::StoreU(hn::Mul(dy, inverse), kFloats, out.tangentY + i);
     hn::StoreU(length, kFloats, out.length + i);
   }
+  std::fill_n(out.length, points.madeUpBefore, 0.0F);
+  std::fill_n(out.length + points.segments + 2 * kContext - points.madeUpBehind,
+              points.madeUpBehind, 0.0F);
 }
 
 // With t0, t1 the tangents at a joint and theta the angle between them, the seam's normal is t0 +
@@ -162,26 +163,52 @@ void MeasureJoints(const ChunkPoints& points, float halfWidth, ChunkGeometry& ou
   }
 }
 
-// Whether a joint's inner corner fits a segment of `length` beside that of the joint at its other
-// end, which takes no room on the other side of the stroke, nor where it ends square for certain.
-HWY_INLINE hn::Mask<Floats> Fits(F backOff, F length, F otherBackOff, F otherTurn) {
-  const auto square = hn::Or(hn::Lt(otherTurn, Set(kSharpTurn)),
-                             hn::Gt(hn::Abs(otherBackOff), hn::Min(length, Set(kLongestBackOff))));
-  const F both = hn::Add(backOff, hn::IfThenZeroElse(square, otherBackOff));
-  return hn::And(hn::Le(hn::Abs(backOff), length), hn::Le(hn::Abs(both), length));
+HWY_INLINE F Cross(const ChunkGeometry& out, int i, int j) {
+  const F x0 = hn::LoadU(kFloats, out.tangentX + i);
+  const F y0 = hn::LoadU(kFloats, out.tangentY + i);
+  const F x1 = hn::LoadU(kFloats, out.tangentX + j);
+  const F y1 = hn::LoadU(kFloats, out.tangentY + j);
+  return hn::Sub(hn::Mul(x0, y1), hn::Mul(y0, x1));
 }
 
-void JudgeJoints(const ChunkPoints& points, ChunkGeometry& out) {
+struct Joint {
+  F backOff, turn;
+
+  HWY_INLINE Joint(const ChunkGeometry& out, int i)
+      : backOff(hn::LoadU(kFloats, out.backOff + i)), turn(hn::LoadU(kFloats, out.turn + i)) {}
+};
+
+// Whether a joint's seam fits a segment of `length` whose other end is the joint `other`.
+//
+// Its inner corner must find room beside that of the other joint, which takes none on the other
+// side of the stroke, nor where it ends square for certain. And what the seam cuts off the
+// neighbour, up to the corner that a square end would have, `corner` from the joint, must be
+// covered none the less: by the segment, or by the one `beyond` it. The corner reaches hw sin theta
+// along the segment, and hw sin(theta + phi) - length cos phi along the one beyond, with phi the
+// angle at the other joint and `across` the sine of both.
+HWY_INLINE hn::Mask<Floats> Fits(const Joint& joint, const Joint& other, F corner, F across,
+                                 F length, F beyond) {
+  const F backOff = hn::Abs(joint.backOff);
+  const auto square =
+      hn::Or(hn::Lt(other.turn, Set(kSharpTurn)), hn::Gt(hn::Abs(other.backOff), length));
+  const F both = hn::Add(joint.backOff, hn::IfThenZeroElse(square, other.backOff));
+  const auto hasRoom = hn::And(hn::Le(backOff, length), hn::Le(hn::Abs(both), length));
+  const auto within = hn::Le(hn::Mul(backOff, joint.turn), length);
+  const F reach = hn::Sub(hn::Mul(corner, across), hn::Mul(length, hn::Sub(other.turn, Set(1))));
+  const auto withinNext = hn::AndNot(square, hn::Le(reach, beyond));
+  return hn::And(hasRoom, hn::Or(within, withinNext));
+}
+
+void JudgeJoints(const ChunkPoints& points, float halfWidth, ChunkGeometry& out) {
   const int end = points.segments + kContext;
   for (int i = kContext; i <= end; i += static_cast<int>(hn::Lanes(kFloats))) {
-    const F backOff = hn::LoadU(kFloats, out.backOff + i);
+    const Joint joint(out, i);
+    const auto length = [&](int segment) { return hn::LoadU(kFloats, out.length + segment); };
+    const F corner = hn::CopySign(Set(halfWidth), joint.backOff);
     const auto fits = hn::And(
-        Fits(backOff, hn::LoadU(kFloats, out.length + i - 1),
-             hn::LoadU(kFloats, out.backOff + i - 1), hn::LoadU(kFloats, out.turn + i - 1)),
-        Fits(backOff, hn::LoadU(kFloats, out.length + i), hn::LoadU(kFloats, out.backOff + i + 1),
-             hn::LoadU(kFloats, out.turn + i + 1)));
-    const auto soft = hn::And(hn::Ge(hn::LoadU(kFloats, out.turn + i), Set(kSharpTurn)),
-                              hn::Le(hn::Abs(backOff), Set(kLongestBackOff)));
+        Fits(joint, Joint(out, i - 1), corner, Cross(out, i - 2, i), length(i - 1), length(i - 2)),
+        Fits(joint, Joint(out, i + 1), corner, Cross(out, i - 1, i + 1), length(i), length(i + 1)));
+    const auto soft = hn::Ge(joint.turn, Set(kSharpTurn));
     hn::StoreU(hn::VecFromMask(kInts, hn::RebindMask(kInts, hn::And(fits, soft))), kInts,
                out.good + i);
   }
@@ -305,11 +332,11 @@ void MeasureBox(ChunkGeometry& out) {
         hn::Ne(hn::PromoteTo(kInts, hn::LoadU(kBytes, out.shape + i)), hn::Zero(kInts));
     const I column = hn::LoadU(kInts, out.column + i);
     const I row = hn::LoadU(kInts, out.row + i);
-    const I endColumn = hn::Add(column, hn::LoadU(kInts, out.columns + i));
+    const I past = hn::Add(column, hn::LoadU(kInts, out.columns + i));
     const I rows = hn::ShiftLeft<kBlockShift>(hn::LoadU(kInts, out.blocks + i));
     left = hn::Min(left, hn::IfThenElse(has, column, left));
     top = hn::Min(top, hn::IfThenElse(has, row, top));
-    right = hn::Max(right, hn::IfThenElse(has, endColumn, right));
+    right = hn::Max(right, hn::IfThenElse(has, past, right));
     bottom = hn::Max(bottom, hn::IfThenElse(has, hn::Add(row, rows), bottom));
   }
   out.box = {hn::GetLane(hn::MinOfLanes(kInts, left)), hn::GetLane(hn::MinOfLanes(kInts, top)),
@@ -321,7 +348,7 @@ void Measure(const ChunkPoints& points, float halfWidth, const PixelRect& clip,
   out.segments = points.segments;
   MeasureTangents(points, out);
   MeasureJoints(points, halfWidth, out);
-  JudgeJoints(points, out);
+  JudgeJoints(points, halfWidth, out);
   MeasurePieces(points, halfWidth, clip, out);
   std::fill(out.shape + kContext + points.segments, std::end(out.shape), std::uint8_t{0});
   MeasureBox(out);

@@ -34,6 +34,9 @@ struct ChunkPoints {
   alignas(64) float x[kChunkRoom];
   alignas(64) float y[kChunkRoom];
   int segments;
+  // How many of the points before and behind are not the stroke's own: it ends there.
+  int madeUpBefore;
+  int madeUpBehind;
 };
 
 struct PlaneArrays {
@@ -57,7 +60,7 @@ struct ChunkGeometry {
   // Of segment i, from point i to point i + 1.
   alignas(64) float tangentX[kChunkRoom];
   alignas(64) float tangentY[kChunkRoom];
-  alignas(64) float length[kChunkRoom];
+  alignas(64) float length[kChunkRoom];  // 0 where a point is made up
   // Of the joint at point i.
   PlaneArrays seam;
   alignas(64) float turn[kChunkRoom];    // 1 + cos of the angle that the stroke turns by

@@ -128,7 +128,8 @@ void Stroker::CoverOpen(std::span<const GridPoint> line) {
       continue;
     }
     const bool inside = InGuard(point.x, point.y);
-    if (inside && lastInside) {
+    // There is no run yet where the line did no more than touch the guard's edge from outside.
+    if (inside && lastInside && end != kNoRun) {
       LineTo(static_cast<float>(point.x), static_cast<float>(point.y));
     } else {
       Walk(ToVertex(last), ToVertex(point));
@@ -226,7 +227,7 @@ void Stroker::LineTo(float x, float y) {
 
 // Covers a full chunk and starts the next one with its last points.
 void Stroker::FlushFull() {
-  Flush(kChunkSegments);
+  Flush(kChunkSegments, 0);
   for (int i = 0; i <= 2 * kContext; ++i) {
     points.x[i] = points.x[kChunkSegments + i];
     points.y[i] = points.y[kChunkSegments + i];
@@ -252,7 +253,7 @@ void Stroker::LiftPenTowards(const Context& behind) {
         GoOn(filled, -1);
       }
     }
-    Flush(segments);
+    Flush(segments, kContext - behind.count);
   }
   filled = kNoRun;
 }
@@ -280,11 +281,13 @@ bool Stroker::IsInSight() const {
   return reaches(points.x, clip.left, clip.right) && reaches(points.y, clip.top, clip.bottom);
 }
 
-void Stroker::Flush(int segments) {
+void Stroker::Flush(int segments, int madeUpBehind) {
   for (int i = kContext - 1 - known; i >= 0; --i) {
     GoOn(i, 1);
   }
   points.segments = segments;
+  points.madeUpBefore = kContext - known;
+  points.madeUpBehind = madeUpBehind;
   if (!knownInSight && !IsInSight()) {
     return;
   }

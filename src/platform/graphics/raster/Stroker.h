@@ -74,7 +74,7 @@ class Stroker {
   void MoveToFrom(const Context& before);
   void LiftPenTowards(const Context& behind);
   void GoOn(int i, int back);
-  void Flush(int segments);
+  void Flush(int segments, int madeUpBehind);
   void FlushFull();
   bool IsInSight() const;
 

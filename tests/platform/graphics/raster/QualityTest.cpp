@@ -6,6 +6,7 @@
 #include <algorithm>
 #include <cmath>
 #include <cstdint>
+#include <initializer_list>
 #include <numbers>
 #include <vector>
 
@@ -103,17 +104,21 @@ struct JointError {
   double spike = 0;  // what is painted where it covers nothing
 };
 
-JointError ErrorAt(int pen, int degrees) {
+// At a joint behind which the stroke goes straight on to each of these distances.
+JointError ErrorAt(int pen, int degrees, std::initializer_list<int> distances) {
   constexpr int kSide = 96;
   constexpr int kMiddle = 48;
   constexpr int kLength = 34;
   const double from = 0.3 + pen * 0.37;
   const double to = from + degrees * std::numbers::pi / 180;
-  const auto at = [](double angle, int length) {
-    return GridPoint{kMiddle + static_cast<int>(std::lround(length * std::cos(angle))),
-                     kMiddle + static_cast<int>(std::lround(length * std::sin(angle)))};
+  const auto at = [](double angle, int distance) {
+    return GridPoint{kMiddle + static_cast<int>(std::lround(distance * std::cos(angle))),
+                     kMiddle + static_cast<int>(std::lround(distance * std::sin(angle)))};
   };
-  const std::vector<GridPoint> line = {at(from, -kLength), {kMiddle, kMiddle}, at(to, kLength)};
+  std::vector<GridPoint> line = {at(from, -kLength), {kMiddle, kMiddle}};
+  for (const int distance : distances) {
+    line.push_back(at(to, distance));
+  }
   std::vector<std::uint32_t> pixels(kSide * kSide);
   Rasterizer rasterizer;
   rasterizer.SetTarget({pixels.data(), kSide, kSide, kSide}, {0, 0, kSide, kSide});
@@ -131,13 +136,30 @@ JointError ErrorAt(int pen, int degrees) {
 
 // A quarter of full coverage on one pixel of an edge is not seen; a seam through a stroke or a
 // mitre that is a pixel too long would be more.
+constexpr double kSeen = 64;
+
 TEST(QualityTest, NoJointAtAnyAngleShowsAGapOrASpike) {
-  constexpr double kSeen = 64;
+  constexpr int kLong = 34;
   for (int pen = 1; pen <= 30; ++pen) {
     for (int degrees = 0; degrees <= 180; ++degrees) {
-      const JointError error = ErrorAt(pen, degrees);
+      const JointError error = ErrorAt(pen, degrees, {kLong});
       EXPECT_LT(error.hole, kSeen) << "pen " << pen << ", " << degrees << " degrees";
       EXPECT_LT(error.spike, kSeen) << "pen " << pen << ", " << degrees << " degrees";
+    }
+  }
+}
+
+// A seam cuts off a corner of either segment, which lies on the other one only when that is long
+// enough.
+TEST(QualityTest, AStrokeThatEndsRightBehindAJointShowsNoGap) {
+  for (const int pen : {6, 16, 30}) {
+    for (int degrees = 5; degrees <= 90; degrees += 5) {
+      for (int length = 1; length <= pen / 2; ++length) {
+        const JointError atOnce = ErrorAt(pen, degrees, {length});
+        const JointError stepLater = ErrorAt(pen, degrees, {length, length + 2});
+        EXPECT_LT(std::max(atOnce.hole, stepLater.hole), kSeen)
+            << "pen " << pen << ", " << degrees << " degrees, " << length << " px";
+      }
     }
   }
 }
@@ -150,6 +172,17 @@ TEST(QualityTest, EveryInstructionSetPaintsTheSame) {
     EXPECT_EQ(Paint(page), best) << hwy::TargetName(target);
   }
   hwy::SetSupportedTargetsForTest(0);
+}
+
+TEST(QualityTest, ALineFromFarAwayIsPaintedFromWhereItComesNear) {
+  constexpr int kSide = 64;
+  const auto paint = [](const std::vector<POINT>& points) {
+    return Paint({"", kSide, kSide, {{AnnotationSubTypePath, 0xFF000000, 9, points}}});
+  };
+  const std::vector<std::uint32_t> whole = paint({{kSide + 100, 30}, {10, 30}, {10, 50}});
+  for (int at = kSide + raster::kGuard - 1; at <= kSide + raster::kGuard + 1; ++at) {
+    EXPECT_EQ(paint({{at + 100, 30}, {at, 30}, {10, 30}, {10, 50}}), whole) << at;
+  }
 }
 
 // The pixels around the surface stand in for whoever owns the memory there.
