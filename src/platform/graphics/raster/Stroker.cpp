@@ -129,7 +129,7 @@ void Stroker::CoverOpen(std::span<const GridPoint> line) {
     }
     const bool inside = InGuard(point.x, point.y);
     // There is no run yet where the line did no more than touch the guard's edge from outside.
-    if (inside && lastInside && end != kNoRun) {
+    if (inside && lastInside && filled != kNoRun) {
       LineTo(static_cast<float>(point.x), static_cast<float>(point.y));
     } else {
       Walk(ToVertex(last), ToVertex(point));
