@@ -85,18 +85,25 @@ HWY_INLINE hn::Mask<Floats> Fits(const Joint& joint, const Joint& other, F corne
   return hn::And(hasRoom, hn::Or(within, withinNext));
 }
 
+// A joint that takes no more than half of either segment is good whatever its neighbours are, which
+// most are.
 void JudgeJoints(const ChunkPoints& points, float halfWidth, ChunkGeometry& out) {
   const int end = points.segments + kContext;
   for (int i = kContext; i <= end; i += static_cast<int>(hn::Lanes(kFloats))) {
     const Joint joint(out, i);
     const auto length = [&](int segment) { return hn::LoadU(kFloats, out.length + segment); };
-    const F corner = hn::CopySign(Set(halfWidth), joint.backOff);
-    const auto fits = hn::And(
-        Fits(joint, Joint(out, i - 1), corner, Cross(out, i - 2, i), length(i - 1), length(i - 2)),
-        Fits(joint, Joint(out, i + 1), corner, Cross(out, i - 1, i + 1), length(i), length(i + 1)));
+    const F twice = hn::Abs(hn::Add(joint.backOff, joint.backOff));
     const auto soft = hn::Ge(joint.turn, Set(kSharpTurn));
-    hn::StoreU(hn::VecFromMask(kInts, hn::RebindMask(kInts, hn::And(fits, soft))), kInts,
-               out.good + i);
+    auto good = hn::And(soft, hn::Le(twice, hn::Min(length(i - 1), length(i))));
+    if (!hn::AllTrue(kFloats, good)) {
+      const F corner = hn::CopySign(Set(halfWidth), joint.backOff);
+      const auto fits = hn::And(Fits(joint, Joint(out, i - 1), corner, Cross(out, i - 2, i),
+                                     length(i - 1), length(i - 2)),
+                                Fits(joint, Joint(out, i + 1), corner, Cross(out, i - 1, i + 1),
+                                     length(i), length(i + 1)));
+      good = hn::Or(good, hn::And(soft, fits));
+    }
+    hn::StoreU(hn::VecFromMask(kInts, hn::RebindMask(kInts, good)), kInts, out.good + i);
   }
 }
 
