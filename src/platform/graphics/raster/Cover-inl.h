@@ -134,10 +134,11 @@ class PieceLanes {
   }
 
   // Covers `rows` rows, at most 64, from `bytes` on, which are those of the pixel that it stands
-  // at. Gives a bit for every row that is not left empty. Unless kExact, as many more rows are
-  // covered as fill up the last block.
+  // at. Gives a bit for every row that is not left empty. With kExact, only those rows and of each
+  // the `kept` bytes; else as many more rows as fill up the last block.
   template <bool kExact>
-  HWY_INLINE std::uint64_t Cover(std::uint8_t* HWY_RESTRICT bytes, int rows) const {
+  HWY_INLINE std::uint64_t Cover(std::uint8_t* HWY_RESTRICT bytes, int rows,
+                                 std::uint64_t kept) const {
     PlaneValues d(strip.plane, d0);
     PlaneValues o(other.plane, o0);
     PlaneValues s(start, s0);
@@ -154,7 +155,8 @@ class PieceLanes {
       V8 coverage = Product(within, between);
       if constexpr (kExact) {
         const auto wanted = hn::FirstN(k64, static_cast<std::size_t>(rows - row));
-        coverage = hn::BitCast(k8, hn::IfThenElseZero(wanted, hn::BitCast(k64, coverage)));
+        const auto inside = hn::And(hn::BitCast(k64, coverage), hn::Set(k64, kept));
+        coverage = hn::BitCast(k8, hn::IfThenElseZero(wanted, inside));
       }
       hn::StoreU(hn::SaturatedAdd(hn::LoadU(k8, bytes), coverage), k8, bytes);
       touched |= TouchedRows(coverage) << row;

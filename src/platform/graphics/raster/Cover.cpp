@@ -43,7 +43,8 @@ HWY_INLINE void CoverAlike(const ChunkGeometry& g, std::uint64_t pieces, int col
     std::uint8_t* bytes = allBytes + column * bytesStride + row * kGroup;
     std::uint64_t* bits = allBits + column * bitsStride;
     for (int rest = columns; rest > 0; --rest) {
-      CoveragePlane::NoteRows(bits, index, lanes.template Cover<false>(bytes, blocks * kBlockRows));
+      CoveragePlane::NoteRows(bits, index,
+                              lanes.template Cover<false>(bytes, blocks * kBlockRows, 0));
       bytes += bytesStride;
       bits += bitsStride;
       lanes.MoveToNextColumn();

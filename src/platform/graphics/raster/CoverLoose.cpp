@@ -70,12 +70,22 @@ HWY_INLINE int EndBase(const Plane& end, int column, int row) {
               end.c);
 }
 
+// A mask of the bytes of a column's groups whose pixels lie within `first` .. `last`.
+HWY_INLINE std::uint64_t BytesWithin(int column, int first, int last) {
+  const int before = std::max(first - column * kGroup, 0);
+  const int behind = std::max(column * kGroup + kGroup - 1 - last, 0);
+  return ~std::uint64_t{0} << (8 * before) & ~std::uint64_t{0} >> (8 * behind);
+}
+
+// No pixel outside the piece's box is touched: beyond a flat corner its edges part so slowly that
+// their ramps would still meet there.
 template <bool kThin, bool kMitre>
 void CoverCells(const LoosePiece& piece, CoveragePlane& plane) {
   const PixelRect& clip = plane.Clip();
-  const int firstColumn = std::max(static_cast<int>(std::ceil(piece.left)) >> 3, clip.left >> 3);
-  const int lastColumn =
-      std::min(static_cast<int>(std::floor(piece.right)) >> 3, (clip.right - 1) >> 3);
+  const int firstPixel = static_cast<int>(std::ceil(piece.left));
+  const int lastPixel = static_cast<int>(std::floor(piece.right));
+  const int firstColumn = std::max(firstPixel >> kGroupShift, clip.left >> kGroupShift);
+  const int lastColumn = std::min(lastPixel >> kGroupShift, (clip.right - 1) >> kGroupShift);
   const CellStrip strip(piece.strip);
   const CellStrip other(kMitre ? piece.other : piece.strip);
   PieceLanes<kThin, kMitre> lanes(strip.Lanes(), other.Lanes(),
@@ -94,12 +104,13 @@ void CoverCells(const LoosePiece& piece, CoveragePlane& plane) {
       continue;
     }
     plane.NoteBox({column, first, column + 1, end});
+    const std::uint64_t kept = BytesWithin(column, firstPixel, lastPixel);
     for (int row = first; row < end;) {
       const int cellEnd = std::min((row & ~(kCellRows - 1)) + kCellRows, end);
       lanes.MoveTo(Set(strip.Base(column, row)), Set(kMitre ? other.Base(column, row) : 0),
                    Set(EndBase(piece.start, column, row)), Set(EndBase(piece.end, column, row)));
       const std::uint64_t rows =
-          lanes.template Cover<true>(plane.Group(column, row), cellEnd - row);
+          lanes.template Cover<true>(plane.Group(column, row), cellEnd - row, kept);
       CoveragePlane::NoteRows(plane.Bits(column), plane.Index(row), rows);
       row = cellEnd;
     }
