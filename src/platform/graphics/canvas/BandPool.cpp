@@ -1,5 +1,7 @@
 #include "platform/graphics/canvas/BandPool.h"
 
+#include <sched.h>
+
 #include <algorithm>
 #include <utility>
 
@@ -8,8 +10,18 @@ namespace {
 
 constexpr int kMostThreads = 4;
 
+// The processors that the calling thread may run on: two threads on one would push each other's
+// bands out of its cache.
+int UsableProcessors() {
+  cpu_set_t usable;
+  if (sched_getaffinity(0, sizeof usable, &usable) == 0) {
+    return CPU_COUNT(&usable);
+  }
+  return static_cast<int>(std::thread::hardware_concurrency());  // more than a set has room for
+}
+
 int DefaultThreads() {
-  return std::clamp(static_cast<int>(std::thread::hardware_concurrency()), 1, kMostThreads);
+  return std::clamp(UsableProcessors(), 1, kMostThreads);
 }
 
 struct SharedPool {

@@ -22,7 +22,8 @@ class BandPool {
  public:
   using Work = std::function<void(raster::Rasterizer& rasterizer, int item)>;
 
-  // `threads`: the caller's own included; 0: one a processor, at most four.
+  // `threads`: the caller's own included; 0: one for each processor that the caller may run on, at
+  // most four.
   explicit BandPool(int threads);
   ~BandPool();
   BandPool(const BandPool&) = delete;

@@ -8,6 +8,7 @@
 #define HWY_TARGET_INCLUDE "platform/graphics/raster/Blend.cpp"
 #include <hwy/foreach_target.h>
 
+#include <hwy/cache_control.h>
 #include <hwy/highway.h>
 
 #include "platform/graphics/raster/Lanes-inl.h"
@@ -155,20 +156,22 @@ HWY_INLINE void BlendSingly(std::uint64_t rows, std::uint8_t* bytes, std::uint64
 template <bool kOpaque, bool kWhole>
 HWY_INLINE void BlendColumn(CoveragePlane& plane, int column, std::uint64_t kept,
                             const InkLanes& ink, const PixelSurface& surface) {
-  const int left = (plane.FirstColumn() + column) * kGroup;
+  const CoveragePlane::Words words = plane.WordsOf(column);
   std::uint32_t* const origin = surface.pixels;
   const std::ptrdiff_t stride = surface.stride;
-  for (int word = plane.FirstWord(); word <= plane.LastWord(); ++word) {
-    std::uint64_t rest = plane.TakeWord(column, word);
-    std::uint8_t* const bytes = plane.BytesOf(column, word);
-    const std::ptrdiff_t first = plane.RowOf(word) * stride + left;
+  const std::ptrdiff_t top = plane.FirstRow() * stride + (plane.FirstColumn() + column) * kGroup;
+  const int unpairedRow = plane.UnpairedRow();
+  const int lastWord = plane.LastWord();
+  for (int word = plane.FirstWord(); word <= lastWord; ++word) {
+    std::uint64_t rest = words.Take(word);
+    std::uint8_t* const bytes = words.BytesOf(word);
+    const std::ptrdiff_t first = top + word * 64 * stride;
     if constexpr (!kWhole) {
       BlendSingly<kOpaque>(rest, bytes, kept, origin, first, stride, ink);
       continue;
     }
-    // The clip's last row may lack a second one.
-    const std::uint64_t alone = rest & plane.UnpairedRow(word);
-    if (alone != 0) {
+    if (unpairedRow >> 6 == word) {
+      const std::uint64_t alone = rest & std::uint64_t{1} << (unpairedRow & 63);
       BlendSingly<kOpaque>(alone, bytes, kept, origin, first, stride, ink);
       rest ^= alone;
     }
@@ -179,6 +182,10 @@ HWY_INLINE void BlendColumn(CoveragePlane& plane, int column, std::uint64_t kept
       const V8 coverage = hn::LoadDup128(k8, groups);
       hn::Store(hn::Zero(hn::Full128<std::uint8_t>()), hn::Full128<std::uint8_t>(), groups);
       std::uint32_t* const pixels = origin + (first + row * stride);
+      // What the same rows need two columns on: rows lie too far apart for the processor to
+      // foresee.
+      hwy::Prefetch(pixels + kTwoGroups);
+      hwy::Prefetch(pixels + stride + kTwoGroups);
       BlendTwoGroups<kOpaque>(pixels, pixels + stride, coverage, ink);
     }
   }

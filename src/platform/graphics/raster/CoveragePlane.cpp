@@ -48,12 +48,4 @@ void CoveragePlane::ClearSlack(std::uint8_t* top, std::uint64_t rows) {
   }
 }
 
-std::uint64_t CoveragePlane::KeptBytes(int column) const {
-  const int left = (firstColumn + column) * kGroup;
-  const int cutLeft = std::max(0, clip.left - left);
-  const int cutRight = std::max(0, left + kGroup - clip.right);
-  constexpr std::uint64_t kAll = ~std::uint64_t{0};
-  return (kAll << (8 * cutLeft)) & (kAll >> (8 * cutRight));
-}
-
 }  // namespace raster

@@ -67,35 +67,48 @@ class CoveragePlane {
   int LastWord() const { return lastWord; }
   int FirstTouched() const { return firstTouched; }
   int LastTouched() const { return lastTouched; }
-  // The row of a word's lowest bit.
-  int RowOf(int word) const { return clip.top - kSlackRows + word * 64; }
-  std::uint8_t* BytesOf(int column, int word) {
-    return bytes.data() + column * columnStride + word * 64 * kGroup;
-  }
+  // The row of the lowest bit of word 0.
+  int FirstRow() const { return clip.top - kSlackRows; }
 
-  // The bit of the clip's last row if that shares its pair of bits with a row below the clip.
-  std::uint64_t UnpairedRow(int word) const {
+  // The clip's last row, counted from FirstRow(), if it shares its pair of bits with a row below
+  // the clip, else -1.
+  int UnpairedRow() const {
     const int last = Index(clip.bottom - 1);
-    return last % 2 == 0 && last >> 6 == word ? std::uint64_t{1} << (last & 63) : 0;
+    return last % 2 == 0 ? last : -1;
   }
 
-  // Gives a word of a column and forgets it: a bit for every group of the mark within the clip's
-  // rows. The caller zeroes those groups' bytes.
-  std::uint64_t TakeWord(int column, int word) {
-    std::uint64_t& bitsOfWord =
-        bits[static_cast<std::size_t>(column) * static_cast<std::size_t>(wordsPerColumn) +
-             static_cast<std::size_t>(word)];
-    const std::uint64_t taken = bitsOfWord;
-    bitsOfWord = 0;
-    const std::uint64_t outside = taken & slack[static_cast<std::size_t>(word)];
-    if (outside != 0) {
-      ClearSlack(BytesOf(column, word), outside);
+  // A column's words and bytes, to be walked without another look at the plane.
+  struct Words {
+    std::uint64_t* bits;
+    const std::uint64_t* slack;
+    std::uint8_t* bytes;
+
+    std::uint8_t* BytesOf(int word) const { return bytes + word * 64 * kGroup; }
+    // Gives a word and forgets it: a bit for every group of the mark within the clip's rows. The
+    // caller zeroes those groups' bytes.
+    std::uint64_t Take(int word) const {
+      const std::uint64_t taken = bits[word];
+      bits[word] = 0;
+      const std::uint64_t outside = taken & slack[word];
+      if (outside != 0) {
+        ClearSlack(BytesOf(word), outside);
+      }
+      return taken & ~outside;
     }
-    return taken & ~outside;
+  };
+  Words WordsOf(int column) {
+    return {bits.data() + static_cast<std::ptrdiff_t>(column) * wordsPerColumn, slack.data(),
+            bytes.data() + column * columnStride};
   }
 
   // A mask of the bytes of a column's groups that lie within the clip.
-  std::uint64_t KeptBytes(int column) const;
+  std::uint64_t KeptBytes(int column) const {
+    const int left = (firstColumn + column) * kGroup;
+    const int cutLeft = std::max(0, clip.left - left);
+    const int cutRight = std::max(0, left + kGroup - clip.right);
+    constexpr std::uint64_t kAll = ~std::uint64_t{0};
+    return (kAll << (8 * cutLeft)) & (kAll >> (8 * cutRight));
+  }
 
   // The next mark may begin: every word was taken.
   void Restart();

@@ -1,6 +1,7 @@
 #include "platform/graphics/raster/StrokeChunk.h"
 
 #include <algorithm>
+#include <cstring>
 #include <iterator>
 
 #undef HWY_TARGET_INCLUDE
@@ -191,12 +192,21 @@ void MeasurePieces(const ChunkPoints& points, float halfWidth, const PixelRect& 
   }
 }
 
-// The box of the pieces that have a shape.
-void MeasureBox(ChunkGeometry& out) {
+HWY_INLINE std::uint64_t Bits(hn::Mask<Ints> mask) {
+  std::uint8_t bits[8] = {};
+  hn::StoreMaskBits(kInts, mask, bits);
+  std::uint64_t word;
+  std::memcpy(&word, bits, sizeof word);
+  return word;
+}
+
+// The box of the pieces that have a shape, and which segments have more to them.
+void Summarize(ChunkGeometry& out) {
   I left = hn::Set(kInts, INT32_MAX);
   I top = left;
   I right = hn::Set(kInts, INT32_MIN);
   I bottom = right;
+  out.rough = 0;
   const int end = out.segments + kContext;
   for (int i = kContext; i < end; i += static_cast<int>(hn::Lanes(kFloats))) {
     const auto has =
@@ -209,7 +219,10 @@ void MeasureBox(ChunkGeometry& out) {
     top = hn::Min(top, hn::IfThenElse(has, row, top));
     right = hn::Max(right, hn::IfThenElse(has, past, right));
     bottom = hn::Max(bottom, hn::IfThenElse(has, hn::Add(row, rows), bottom));
+    const I smooth = hn::And(hn::LoadU(kInts, out.narrow + i), hn::LoadU(kInts, out.good + i));
+    out.rough |= Bits(hn::Eq(smooth, hn::Zero(kInts))) << (i - kContext);
   }
+  out.rough &= (std::uint64_t{1} << out.segments) - 1;
   out.box = {hn::GetLane(hn::MinOfLanes(kInts, left)), hn::GetLane(hn::MinOfLanes(kInts, top)),
              hn::GetLane(hn::MaxOfLanes(kInts, right)), hn::GetLane(hn::MaxOfLanes(kInts, bottom))};
 }
@@ -222,7 +235,7 @@ void Measure(const ChunkPoints& points, float halfWidth, const PixelRect& clip,
   JudgeJoints(points, halfWidth, out);
   MeasurePieces(points, halfWidth, clip, out);
   std::fill(out.shape + kContext + points.segments, std::end(out.shape), std::uint8_t{0});
-  MeasureBox(out);
+  Summarize(out);
 }
 
 }  // namespace

@@ -90,6 +90,9 @@ struct ChunkGeometry {
   // is not narrow or not within the clip.
   alignas(64) std::uint8_t shape[kChunkRoom];
   PixelRect box;  // of all pieces that have a shape: columns and rows
+  // A bit each for segments kContext, kContext + 1 ... that a shape is not all of: pieces that are
+  // not narrow, and those that begin at a joint that is not good.
+  std::uint64_t rough;
   int segments;
 };
 

@@ -1,6 +1,7 @@
 #include "platform/graphics/raster/Stroker.h"
 
 #include <algorithm>
+#include <bit>
 
 #include "platform/graphics/raster/Cover.h"
 #include "platform/graphics/raster/LoosePieces.h"
@@ -293,7 +294,8 @@ void Stroker::Flush(int segments, int madeUpBehind) {
   }
   MeasureChunk(points, halfWidth, plane.Clip(), geometry);
   CoverChunk(geometry, halfWidth < kThickHalfWidth, plane);
-  for (int i = kContext; i < kContext + segments; ++i) {
+  for (std::uint64_t rest = geometry.rough; rest != 0; rest &= rest - 1) {
+    const int i = kContext + std::countr_zero(rest);
     if (geometry.narrow[i] == 0 && geometry.columns[i] > 0 && geometry.blocks[i] > 0) {
       CoverLoosePiece(MakeLongPiece(points, geometry, i, halfWidth), plane);
     }

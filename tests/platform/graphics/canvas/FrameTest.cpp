@@ -2,11 +2,15 @@
 #include "platform/graphics/canvas/Frame.h"
 
 #include <gtest/gtest.h>
+#include <sched.h>
 
 #include <algorithm>
+#include <chrono>
 #include <cstdint>
 #include <memory>
+#include <mutex>
 #include <random>
+#include <set>
 #include <thread>
 #include <utility>
 #include <vector>
@@ -288,6 +292,26 @@ TEST(FrameTest, SurfacesPaintedAtOnceByAPoolShowWhatOneThreadPaints) {
   std::thread other(paint, 1);
   paint(2);
   other.join();
+}
+
+TEST(FrameTest, AThreadBoundToOneProcessorPaintsAlone) {
+  std::set<std::thread::id> painters;
+  std::thread bound([&painters] {
+    cpu_set_t one;
+    CPU_ZERO(&one);
+    CPU_SET(sched_getcpu(), &one);
+    ASSERT_EQ(sched_setaffinity(0, sizeof one, &one), 0);
+    canvas::BandPool pool(0);
+    raster::Rasterizer rasterizer;
+    std::mutex mutex;
+    pool.Run(20, rasterizer, [&](raster::Rasterizer&, int) {
+      std::this_thread::sleep_for(std::chrono::milliseconds(1));  // for a helper to come in
+      const std::lock_guard lock(mutex);
+      painters.insert(std::this_thread::get_id());
+    });
+  });
+  bound.join();
+  EXPECT_EQ(painters.size(), 1U);
 }
 
 TEST(FrameTest, WhatIsDrawnAfterAFinishLiesOnTopOfIt) {
