@@ -22,7 +22,6 @@ parchlet_target(parchlet_image)
 # fuses a multiplication and an addition. On x86 every processor since 2006 has what it needs at
 # least; what it uses beyond that is chosen at run time.
 add_library(parchlet_raster OBJECT
-  platform/graphics/canvas/BandPool.cpp
   platform/graphics/canvas/Frame.cpp
   platform/graphics/canvas/LinePart.cpp
   platform/graphics/canvas/TileMap.cpp
@@ -36,7 +35,8 @@ add_library(parchlet_raster OBJECT
   platform/graphics/raster/MeasureChunk.cpp
   platform/graphics/raster/Rasterizer.cpp
   platform/graphics/raster/StretchRows.cpp
-  platform/graphics/raster/Stroker.cpp)
+  platform/graphics/raster/Stroker.cpp
+  platform/threads/WorkerPool.cpp)
 target_include_directories(parchlet_raster PUBLIC
   ${PROJECT_SOURCE_DIR}/include ${CMAKE_CURRENT_SOURCE_DIR})
 target_link_libraries(parchlet_raster PUBLIC PkgConfig::HWY Threads::Threads)

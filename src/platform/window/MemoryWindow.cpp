@@ -3,12 +3,15 @@
 #include <algorithm>
 #include <chrono>
 #include <condition_variable>
+#include <cstdint>
+#include <memory>
 #include <mutex>
 
 #include <parchlet/LayeredWindow.h>
 
 #include "platform/display/DesktopLayers.h"
 #include "platform/display/ScreenArea.h"
+#include "platform/threads/WorkerPool.h"
 
 namespace {
 
@@ -20,6 +23,20 @@ std::uint32_t BlendPixel(std::uint32_t over, std::uint32_t under) {
   };
   return channel(24) | channel(16) | channel(8) | channel(0);
 }
+
+struct AreaCopy {
+  const LayeredFrame& from;
+  const RECT& area;
+  MemoryFrame& to;
+
+  void CopyRows(LONG top, LONG bottom) const {
+    for (LONG y = top; y < bottom; ++y) {
+      const std::uint32_t* row = from.pixels + y * (from.stride / 4);
+      std::copy(row + area.left, row + area.right,
+                to.pixels.data() + static_cast<std::ptrdiff_t>(y) * to.width + area.left);
+    }
+  }
+};
 
 }  // namespace
 
@@ -70,11 +87,19 @@ struct MemoryWindow::State final : LayeredWindow, DesktopLayer {
     CopyArea(pushed, {0, 0, pushed.width, pushed.height});
   }
 
+  // Several threads copy what one alone would still be busy with when they have come.
   void CopyArea(const LayeredFrame& pushed, const RECT& area) {
-    for (LONG y = area.top; y < area.bottom; ++y) {
-      const std::uint32_t* row = pushed.pixels + y * (pushed.stride / 4);
-      std::copy(row + area.left, row + area.right,
-                frame.pixels.data() + static_cast<std::ptrdiff_t>(y) * frame.width + area.left);
+    constexpr std::int64_t kPixelsWorthSharing = 500'000;
+    constexpr int kShares = 8;
+    const AreaCopy copy = {pushed, area, frame};
+    if (std::int64_t{area.right - area.left} * (area.bottom - area.top) < kPixelsWorthSharing) {
+      copy.CopyRows(area.top, area.bottom);
+    } else {
+      pool->Run(kShares, [&copy](int, int share) {
+        const LONG height = copy.area.bottom - copy.area.top;
+        copy.CopyRows(copy.area.top + height * share / kShares,
+                      copy.area.top + height * (share + 1) / kShares);
+      });
     }
   }
 
@@ -98,6 +123,7 @@ struct MemoryWindow::State final : LayeredWindow, DesktopLayer {
   }
 
   HWND handle = nullptr;
+  const std::shared_ptr<WorkerPool> pool = WorkerPool::Shared();
   mutable std::mutex mutex;  // guards what follows
   mutable std::condition_variable presented;
   RECT screenRect;

@@ -113,4 +113,15 @@ TEST(MemoryWindowTest, AFreshWindowShowsNothingYet) {
   EXPECT_FALSE(window.WaitForPresent(1, -5));
 }
 
+TEST(MemoryWindowTest, AFrameThatSeveralThreadsCopyArrivesToTheLastRow) {
+  MemoryWindow window({0, 0, 1001, 703});
+  AnnotationPage page;
+  page.InitPage(window.Handle(), PageOf(1001, 703), nullptr);
+  for (const unsigned color : {0xFF112233U, 0xFF445566U}) {
+    page.SetPageBackgroundColor(color);
+    EXPECT_EQ(1, page.UpdateLayeredContent());
+    EXPECT_THAT(window.CopyFrame().pixels, testing::Each(color));
+  }
+}
+
 }  // namespace

@@ -58,7 +58,7 @@ std::uint64_t StyleOf(const Command& command) {
 
 }  // namespace
 
-Frame::Frame(const raster::PixelSurface& surface, std::shared_ptr<BandPool> pool)
+Frame::Frame(const raster::PixelSurface& surface, std::shared_ptr<WorkerPool> pool)
     : surface(surface), tiles(surface.width, surface.height), pool(std::move(pool)) {}
 
 void Frame::Restart() {
@@ -70,11 +70,10 @@ void Frame::Restart() {
 
 void Frame::Clear(std::uint32_t argb) {
   Restart();
-  repeating = repeating && argb == clearColor;
   cleared = true;
   clearColor = argb;
   if (!repeating) {
-    tiles.StartOver(canvas::Finish(Mix(1, argb)));
+    tiles.StartOver();
   }
 }
 
@@ -104,7 +103,7 @@ bool Frame::Repeats(const Command& next, std::span<const raster::GridPoint> line
 void Frame::Depart() {
   if (repeating) {
     repeating = false;
-    tiles.StartOver(canvas::Finish(Mix(1, clearColor)));
+    tiles.StartOver();
     std::for_each_n(commands.begin(), used, [this](const Command& command) { Note(command); });
   }
 }
@@ -283,6 +282,14 @@ void Frame::CutIntoBands() {
   }
 }
 
+raster::Rasterizer& Frame::RasterizerOf(int worker) {
+  std::unique_ptr<raster::Rasterizer>& own = rasterizers[static_cast<std::size_t>(worker)];
+  if (own == nullptr) {
+    own = std::make_unique<raster::Rasterizer>();
+  }
+  return *own;
+}
+
 void Frame::PaintBands() {
   CutIntoBands();
   std::int64_t pixels = 0;
@@ -290,15 +297,15 @@ void Frame::PaintBands() {
     pixels += std::int64_t{area.Width()} * area.Height();
   }
   const int count = static_cast<int>(bands.size());
-  const auto paint = [this](raster::Rasterizer& painter, int band) {
-    Paint(painter, bands[static_cast<std::size_t>(band)]);
+  const auto paint = [this](int worker, int band) {
+    Paint(RasterizerOf(worker), bands[static_cast<std::size_t>(band)]);
   };
   if (pixels < kPixelsWorthSharing) {
     for (int band = 0; band < count; ++band) {
-      paint(rasterizer, band);
+      paint(0, band);
     }
   } else {
-    pool->Run(count, rasterizer, paint);
+    pool->Run(count, paint);
   }
 }
 
@@ -312,10 +319,16 @@ std::span<const raster::PixelRect> Frame::Finish() {
   if (cleared) {
     pictures.clear();
   }
-  if (repeating) {
+  const bool recolored = cleared && clearColor != shownColor;
+  if (repeating && !recolored) {
     return changed;
   }
+  repeating = false;
   try {
+    if (recolored) {
+      tiles.ForgetShown();
+      shownColor = clearColor;
+    }
     tiles.TakeChanged(changed);
     PaintBands();
   } catch (...) {

@@ -7,15 +7,16 @@
 // told of it.
 #pragma once
 
+#include <array>
 #include <memory>
 #include <span>
 #include <vector>
 
-#include "platform/graphics/canvas/BandPool.h"
 #include "platform/graphics/canvas/Command.h"
 #include "platform/graphics/canvas/LinePart.h"
 #include "platform/graphics/canvas/TileMap.h"
 #include "platform/graphics/raster/Rasterizer.h"
+#include "platform/threads/WorkerPool.h"
 
 namespace canvas {
 
@@ -25,7 +26,7 @@ class Frame {
  public:
   // The pixels do not depend on who shares the work.
   explicit Frame(const raster::PixelSurface& surface,
-                 std::shared_ptr<BandPool> pool = BandPool::Shared());
+                 std::shared_ptr<WorkerPool> pool = WorkerPool::Shared());
 
   void Clear(std::uint32_t argb);
   void Stroke(std::span<const raster::GridPoint> points, bool closed, float penWidth,
@@ -52,6 +53,7 @@ class Frame {
                           std::int64_t bottom, int margin) const;
   void MeasureLine(Command& command);
   void Note(const Command& command);
+  raster::Rasterizer& RasterizerOf(int worker);
   void Paint(raster::Rasterizer& painter, const raster::PixelRect& area) const;
   void PaintPicture(const Command& command, const raster::PixelRect& area) const;
   void PaintBands();
@@ -75,13 +77,15 @@ class Frame {
   bool cleared = false;   // the commands start from a Clear
   bool finished = false;  // the commands are painted; the next one starts a new list
   // All commands, those behind the used ones included, are the frame that is shown, which started
-  // from a Clear to clearColor; the tiles are as that frame left them.
+  // from a Clear; the tiles are as that frame left them.
   bool repeating = false;
   std::uint32_t clearColor = 0;
+  std::uint32_t shownColor = 0;  // what the frame shown was cleared to
   std::vector<raster::PixelRect> changed;
   std::vector<raster::PixelRect> bands;
-  std::shared_ptr<BandPool> pool;
-  raster::Rasterizer rasterizer;
+  std::shared_ptr<WorkerPool> pool;
+  // One for each worker that has painted here.
+  std::array<std::unique_ptr<raster::Rasterizer>, WorkerPool::kMostThreads> rasterizers;
 };
 
 }  // namespace canvas

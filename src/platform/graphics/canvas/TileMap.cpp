@@ -13,9 +13,10 @@ TileMap::TileMap(int width, int height)
       rows((height + kTileSide - 1) / kTileSide),
       tiles(static_cast<std::size_t>(columns) * rows) {}
 
-void TileMap::StartOver(std::uint64_t hash) {
+void TileMap::StartOver() {
+  constexpr std::uint64_t kCleared = 1;
   for (Tile& tile : tiles) {
-    tile.drawn = hash;
+    tile.drawn = kCleared;
   }
 }
 

@@ -16,8 +16,9 @@ class TileMap {
  public:
   TileMap(int width, int height);
 
-  // Everything is painted over: what was drawn before no longer counts.
-  void StartOver(std::uint64_t hash);
+  // Everything is cleared: what was drawn before no longer counts. The hashes leave out to which
+  // colour.
+  void StartOver();
   // A new mark begins; `style` is what its pixels depend on besides its parts.
   void BeginMark(std::uint64_t style);
   // The mark draws a part, of that hash, within `reach`, which lies on the page.

@@ -39,8 +39,8 @@ struct Page {
 class Screen {
  public:
   Screen(int width, int height, int threads)
-      : Screen(width, height, std::make_shared<canvas::BandPool>(threads)) {}
-  Screen(int width, int height, std::shared_ptr<canvas::BandPool> pool)
+      : Screen(width, height, std::make_shared<WorkerPool>(threads)) {}
+  Screen(int width, int height, std::shared_ptr<WorkerPool> pool)
       : pixels(static_cast<std::size_t>(width) * height, 0xDEADBEEF),
         frame({pixels.data(), width, height, width}, std::move(pool)) {}
 
@@ -275,7 +275,7 @@ TEST(FrameTest, AStepBehindARestChangesAllThatItShould) {
 }
 
 TEST(FrameTest, SurfacesPaintedAtOnceByAPoolShowWhatOneThreadPaints) {
-  const auto pool = std::make_shared<canvas::BandPool>(3);
+  const auto pool = std::make_shared<WorkerPool>(3);
   const auto paint = [&pool](std::uint32_t seed) {
     Editor editor(seed, 1200, 900);
     Page page;
@@ -301,10 +301,9 @@ TEST(FrameTest, AThreadBoundToOneProcessorPaintsAlone) {
     CPU_ZERO(&one);
     CPU_SET(sched_getcpu(), &one);
     ASSERT_EQ(sched_setaffinity(0, sizeof one, &one), 0);
-    canvas::BandPool pool(0);
-    raster::Rasterizer rasterizer;
+    WorkerPool pool(0);
     std::mutex mutex;
-    pool.Run(20, rasterizer, [&](raster::Rasterizer&, int) {
+    pool.Run(20, [&](int, int) {
       std::this_thread::sleep_for(std::chrono::milliseconds(1));  // for a helper to come in
       const std::lock_guard lock(mutex);
       painters.insert(std::this_thread::get_id());

@@ -1,17 +1,14 @@
-#include "platform/graphics/canvas/BandPool.h"
+#include "platform/threads/WorkerPool.h"
 
 #include <sched.h>
 
 #include <algorithm>
 #include <utility>
 
-namespace canvas {
 namespace {
 
-constexpr int kMostThreads = 4;
-
 // The processors that the calling thread may run on: two threads on one would push each other's
-// bands out of its cache.
+// data out of its cache.
 int UsableProcessors() {
   cpu_set_t usable;
   if (sched_getaffinity(0, sizeof usable, &usable) == 0) {
@@ -20,56 +17,53 @@ int UsableProcessors() {
   return static_cast<int>(std::thread::hardware_concurrency());  // more than a set has room for
 }
 
-int DefaultThreads() {
-  return std::clamp(UsableProcessors(), 1, kMostThreads);
-}
-
 struct SharedPool {
   Mutex mutex;
-  std::weak_ptr<BandPool> pool PARCHLET_GUARDED_BY(mutex);
+  std::weak_ptr<WorkerPool> pool PARCHLET_GUARDED_BY(mutex);
 };
 
 }  // namespace
 
-BandPool::BandPool(int threads) : threads(threads > 0 ? threads : DefaultThreads()) {}
+WorkerPool::WorkerPool(int threads)
+    : threads(std::clamp(threads > 0 ? threads : UsableProcessors(), 1, kMostThreads)) {}
 
-BandPool::~BandPool() {
+WorkerPool::~WorkerPool() {
   {
     const MutexLock lock(mutex);
     ending = true;
   }
   changed.notify_all();
-  for (const auto& helper : helpers) {
-    helper->thread.join();
+  for (std::thread& helper : helpers) {
+    helper.join();
   }
 }
 
-std::shared_ptr<BandPool> BandPool::Shared() {
+std::shared_ptr<WorkerPool> WorkerPool::Shared() {
   // Never destroyed: a host's static engine may outlive every other static object.
   static SharedPool& shared = *new SharedPool;
   const MutexLock lock(shared.mutex);
-  std::shared_ptr<BandPool> pool = shared.pool.lock();
+  std::shared_ptr<WorkerPool> pool = shared.pool.lock();
   if (pool == nullptr) {
-    pool = std::make_shared<BandPool>(0);
+    pool = std::make_shared<WorkerPool>(0);
     shared.pool = pool;
   }
   return pool;
 }
 
-void BandPool::Run(int items, raster::Rasterizer& own, const Work& newWork) {
+void WorkerPool::Run(int items, const Work& newWork) {
   if (items < 2 || !Begin(items, newWork)) {
     for (int item = 0; item < items; ++item) {
-      newWork(own, item);
+      newWork(0, item);
     }
     return;
   }
-  TakeItems(own, newWork, items);
+  TakeItems(0, newWork, items);
   if (const std::exception_ptr thrown = End()) {
     std::rethrow_exception(thrown);
   }
 }
 
-bool BandPool::Begin(int items, const Work& newWork) {
+bool WorkerPool::Begin(int items, const Work& newWork) {
   {
     const MutexLock lock(mutex);
     if (isRunning) {
@@ -90,21 +84,18 @@ bool BandPool::Begin(int items, const Work& newWork) {
   return true;
 }
 
-void BandPool::StartHelpers() {
+void WorkerPool::StartHelpers() {
   try {
     helpers.reserve(static_cast<std::size_t>(threads));
     while (static_cast<int>(helpers.size()) < threads - 1) {
-      auto helper = std::make_unique<Helper>();
-      raster::Rasterizer& rasterizer = helper->rasterizer;
-      helper->thread = std::thread([this, &rasterizer] { Help(rasterizer); });
-      helpers.push_back(std::move(helper));
+      helpers.emplace_back([this, worker = static_cast<int>(helpers.size()) + 1] { Help(worker); });
     }
   } catch (const std::exception&) {
     threads = static_cast<int>(helpers.size()) + 1;  // the machine gives no more; fewer do as well
   }
 }
 
-void BandPool::Help(raster::Rasterizer& rasterizer) {
+void WorkerPool::Help(int worker) {
   std::uint64_t seen = 0;
   for (;;) {
     const Work* job = nullptr;
@@ -121,7 +112,7 @@ void BandPool::Help(raster::Rasterizer& rasterizer) {
       job = work;
       items = itemCount;
     }
-    TakeItems(rasterizer, *job, items);
+    TakeItems(worker, *job, items);
     const MutexLock lock(mutex);
     if (--busy == 0) {
       changed.notify_all();
@@ -129,10 +120,10 @@ void BandPool::Help(raster::Rasterizer& rasterizer) {
   }
 }
 
-void BandPool::TakeItems(raster::Rasterizer& rasterizer, const Work& job, int items) {
+void WorkerPool::TakeItems(int worker, const Work& job, int items) {
   try {
     for (int item = nextItem++; item < items; item = nextItem++) {
-      job(rasterizer, item);
+      job(worker, item);
     }
   } catch (...) {
     nextItem = items;
@@ -141,7 +132,7 @@ void BandPool::TakeItems(raster::Rasterizer& rasterizer, const Work& job, int it
   }
 }
 
-std::exception_ptr BandPool::End() {
+std::exception_ptr WorkerPool::End() {
   const MutexLock lock(mutex);
   while (busy != 0) {
     changed.wait(mutex);
@@ -149,5 +140,3 @@ std::exception_ptr BandPool::End() {
   isRunning = false;
   return std::exchange(failure, nullptr);
 }
-
-}  // namespace canvas
