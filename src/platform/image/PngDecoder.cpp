@@ -1,4 +1,5 @@
 #include <csetjmp>
+#include <cstdlib>
 #include <cstring>
 
 #include <png.h>
@@ -11,6 +12,9 @@ namespace {
 
 constexpr std::size_t kChannels = 4;
 constexpr png_alloc_size_t kMaxChunkBytes = 8U << 20;
+// More than a row of the widest picture and more than a chunk. libpng only warns of a chunk past
+// its limit, and asks for as much memory as the chunk claims to be long.
+constexpr png_alloc_size_t kMaxAllocation = 16U << 20;
 // Deflate packs at most 258 bytes into 2 bits.
 constexpr std::uint64_t kMaxInflation = 1032;
 
@@ -19,6 +23,14 @@ void Fail(png_structp png, png_const_charp /*message*/) {
 }
 
 void Ignore(png_structp /*png*/, png_const_charp /*message*/) {}
+
+png_voidp Allocate(png_structp /*png*/, png_alloc_size_t size) {
+  return size <= kMaxAllocation ? std::malloc(size) : nullptr;
+}
+
+void Release(png_structp /*png*/, png_voidp memory) {
+  std::free(memory);
+}
 
 void ReadBytes(png_structp png, png_bytep destination, png_size_t size) {
   auto& rest = *static_cast<std::span<const std::byte>*>(png_get_io_ptr(png));
@@ -33,7 +45,8 @@ void ReadBytes(png_structp png, png_bytep destination, png_size_t size) {
 // change no local variable after it, so a jump out of libpng skips nothing.
 struct Reader {
   explicit Reader(std::span<const std::byte> bytes) : rest(bytes) {
-    png = png_create_read_struct(PNG_LIBPNG_VER_STRING, nullptr, Fail, Ignore);
+    png = png_create_read_struct_2(PNG_LIBPNG_VER_STRING, nullptr, Fail, Ignore, nullptr, Allocate,
+                                   Release);
     info = png == nullptr ? nullptr : png_create_info_struct(png);
   }
   ~Reader() { png_destroy_read_struct(&png, &info, nullptr); }
@@ -52,6 +65,7 @@ bool ReadHeader(Reader& reader) {
   png_set_read_fn(reader.png, &reader.rest, ReadBytes);
   png_set_user_limits(reader.png, kMaxPictureSide, kMaxPictureSide);
   png_set_chunk_malloc_max(reader.png, kMaxChunkBytes);
+  png_set_chunk_cache_max(reader.png, 1);  // texts and the like are passed over, not unpacked
   png_read_info(reader.png, reader.info);
   return true;
 }
