@@ -29,7 +29,7 @@ feed() {
   esac
   mkdir -p "$found" "fuzz/corpus/$target"
   if "build/fuzz/fuzz/parchlet-fuzz-$target" -max_total_time="$seconds" -max_len="$length" \
-    -timeout=30 -rss_limit_mb=2048 -artifact_prefix="build/fuzz/findings/$target-" \
+    -timeout=30 -rss_limit_mb=2048 -malloc_limit_mb=512 -artifact_prefix="build/fuzz/findings/$target-" \
     -print_final_stats=1 "$found" "fuzz/corpus/$target" >"$log" 2>&1; then
     printf '== %s\n%s\n' "$target" "$(grep -E 'number_of_executed_units|peak_rss_mb' "$log")"
   else
