@@ -18,6 +18,7 @@ namespace {
 // the window manager holds the pointer back for a moment.
 constexpr const char* kWindowManagerSettings = R"(<?xml version="1.0"?>
 <openbox_config xmlns="http://openbox.org/3.4/rc">
+  <theme><keepBorder>no</keepBorder></theme>
   <applications>
     <application class="*"><decor>no</decor></application>
     <application class="Parchlet-whiteboard">
