@@ -1,6 +1,10 @@
 #include <gtest/gtest.h>
 
+#include <algorithm>
+
 #include <png.h>
+#include <sys/resource.h>
+#include <zlib.h>
 
 #include "ImageFiles.h"
 #include "platform/image/Picture.h"
@@ -76,6 +80,56 @@ TEST(PngDecoder, EveryKindOfFileGivesTheColorsThatItHolds) {
       }
     }
   }
+}
+
+// Where the chunk of that name begins, at its length.
+std::size_t FindChunk(const Bytes& file, const char (&name)[5]) {
+  const auto* bytes = reinterpret_cast<const std::byte*>(name);
+  const auto at = std::search(file.begin(), file.end(), bytes, bytes + 4);
+  return static_cast<std::size_t>(at - file.begin()) - 4;
+}
+
+// A chunk of text that unpacks to 7 MB.
+Bytes MakePackedText() {
+  const std::vector<Bytef> letters(7'000'000, 'a');
+  uLongf size = 100'000;
+  Bytes text(3 + size);
+  text[0] = std::byte{'k'};
+  compress2(reinterpret_cast<Bytef*>(text.data() + 3), &size, letters.data(), letters.size(), 9);
+  text.resize(3 + size);
+  Bytes chunk;
+  png_structp png = png_create_write_struct(PNG_LIBPNG_VER_STRING, nullptr, nullptr, nullptr);
+  png_set_write_fn(
+      png, &chunk,
+      [](png_structp writer, png_bytep bytes, png_size_t size) {
+        auto& out = *static_cast<Bytes*>(png_get_io_ptr(writer));
+        const auto* first = reinterpret_cast<const std::byte*>(bytes);
+        out.insert(out.end(), first, first + size);
+      },
+      [](png_structp) {});
+  png_write_chunk(png, reinterpret_cast<png_const_bytep>("zTXt"),
+                  reinterpret_cast<png_const_bytep>(text.data()), text.size());
+  png_destroy_write_struct(&png, nullptr);
+  return chunk;
+}
+
+TEST(PngDecoder, TextsPackedIntoAFileAreNotUnpacked) {
+  constexpr int kTexts = 60;
+  PngFile dot{1, 1, PNG_COLOR_TYPE_GRAY, 8, false, {255}, {}, {}, {}};
+  Bytes file = MakePng(dot);
+  const Bytes text = MakePackedText();
+  for (int i = 0; i < kTexts; ++i) {
+    file.insert(file.begin() + static_cast<std::ptrdiff_t>(FindChunk(file, "IDAT")), text.begin(),
+                text.end());
+  }
+  const auto peak = [] {
+    rusage usage = {};
+    getrusage(RUSAGE_SELF, &usage);
+    return usage.ru_maxrss / 1024;
+  };
+  const long before = peak();
+  EXPECT_EQ(DecodePicture(file).pixels, std::vector{0xFFFFFFFFU});
+  EXPECT_LT(peak() - before, 100) << "MB";
 }
 
 TEST(PngDecoder, SamplesOf16BitsAreRoundedToTheNearest) {
