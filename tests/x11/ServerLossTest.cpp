@@ -49,7 +49,7 @@ TEST_P(ServerLoss, AServerKilledMidStrokeLeavesTheHostAliveWithFalseResults) {
   EXPECT_FALSE(unshown.SetScreenRect({0, 0, 10, 10}));
   EXPECT_FALSE(unshown.Present(frame.Get()));
   EXPECT_EQ(unshown.GetError(), kLost);
-  EXPECT_EQ(X11Overlay(server.Display(), {0, 0, 640, 480}).Handle(), nullptr);
+  EXPECT_EQ(X11Overlay(":65000", {0, 0, 640, 480}).Handle(), nullptr);
   EXPECT_FALSE(overlay.SetClickThrough(true));
   EXPECT_FALSE(overlay.FollowMonitor(""));
   EXPECT_FALSE(overlay.IsBlended());
