@@ -28,6 +28,7 @@ feed() {
     strokes) length=512 ;;
   esac
   mkdir -p "$found" "fuzz/corpus/$target"
+  # The largest picture takes 256 MB; nothing may ask for twice that.
   if "build/fuzz/fuzz/parchlet-fuzz-$target" -max_total_time="$seconds" -max_len="$length" \
     -timeout=30 -rss_limit_mb=2048 -malloc_limit_mb=512 -artifact_prefix="build/fuzz/findings/$target-" \
     -print_final_stats=1 "$found" "fuzz/corpus/$target" >"$log" 2>&1; then

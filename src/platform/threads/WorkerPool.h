@@ -18,8 +18,8 @@ class WorkerPool {
  public:
   static constexpr int kMostThreads = 4;
 
-  // Does an item. `worker` is below kMostThreads and no other thread's at the same time; 0 is the
-  // thread that called Run.
+  // Does an item. `worker`, below kMostThreads, is each thread's own within a Run; 0 is the one
+  // that called it.
   using Work = std::function<void(int worker, int item)>;
 
   // `threads`: the caller's own included, at most kMostThreads; 0: one for each processor that the

@@ -24,6 +24,8 @@ std::uint32_t BlendPixel(std::uint32_t over, std::uint32_t under) {
   return channel(24) | channel(16) | channel(8) | channel(0);
 }
 
+// What a push copies: one object for the threads that share it, so that their job is no more than a
+// reference, which takes no memory to hand over.
 struct AreaCopy {
   const LayeredFrame& from;
   const RECT& area;
@@ -87,7 +89,7 @@ struct MemoryWindow::State final : LayeredWindow, DesktopLayer {
     CopyArea(pushed, {0, 0, pushed.width, pushed.height});
   }
 
-  // Several threads copy what one alone would still be busy with when they have come.
+  // A large area takes longer to copy than other threads take to wake up.
   void CopyArea(const LayeredFrame& pushed, const RECT& area) {
     constexpr std::int64_t kPixelsWorthSharing = 500'000;
     constexpr int kShares = 8;

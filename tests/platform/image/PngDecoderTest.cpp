@@ -1,9 +1,12 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <fstream>
+#include <iterator>
+#include <stdexcept>
+#include <string>
 
 #include <png.h>
-#include <sys/resource.h>
 #include <zlib.h>
 
 #include "ImageFiles.h"
@@ -82,54 +85,77 @@ TEST(PngDecoder, EveryKindOfFileGivesTheColorsThatItHolds) {
   }
 }
 
-// Where the chunk of that name begins, at its length.
-std::size_t FindChunk(const Bytes& file, const char (&name)[5]) {
-  const auto* bytes = reinterpret_cast<const std::byte*>(name);
-  const auto at = std::search(file.begin(), file.end(), bytes, bytes + 4);
-  return static_cast<std::size_t>(at - file.begin()) - 4;
+// The largest size that the process has had so far, in MB: memory that was asked for counts, used
+// or not.
+long PeakSize() {
+  std::ifstream status("/proc/self/status");
+  for (std::string word; status >> word;) {
+    if (word == "VmPeak:") {
+      long kilobytes = 0;
+      status >> kilobytes;
+      return kilobytes / 1024;
+    }
+  }
+  throw std::runtime_error("no VmPeak");
 }
 
-// A chunk of text that unpacks to 7 MB.
-Bytes MakePackedText() {
-  const std::vector<Bytef> letters(7'000'000, 'a');
-  uLongf size = 100'000;
-  Bytes text(3 + size);
-  text[0] = std::byte{'k'};
-  compress2(reinterpret_cast<Bytef*>(text.data() + 3), &size, letters.data(), letters.size(), 9);
-  text.resize(3 + size);
+void AppendNumber(Bytes& file, std::size_t number) {
+  for (const int shift : {24, 16, 8, 0}) {
+    file.push_back(static_cast<std::byte>(number >> shift));
+  }
+}
+
+// A chunk that says it is `length` bytes long.
+Bytes MakeChunk(const std::string& nameAndData, std::size_t length) {
+  const auto* bytes = reinterpret_cast<const Bytef*>(nameAndData.data());
   Bytes chunk;
-  png_structp png = png_create_write_struct(PNG_LIBPNG_VER_STRING, nullptr, nullptr, nullptr);
-  png_set_write_fn(
-      png, &chunk,
-      [](png_structp writer, png_bytep bytes, png_size_t size) {
-        auto& out = *static_cast<Bytes*>(png_get_io_ptr(writer));
-        const auto* first = reinterpret_cast<const std::byte*>(bytes);
-        out.insert(out.end(), first, first + size);
-      },
-      [](png_structp) {});
-  png_write_chunk(png, reinterpret_cast<png_const_bytep>("zTXt"),
-                  reinterpret_cast<png_const_bytep>(text.data()), text.size());
-  png_destroy_write_struct(&png, nullptr);
+  AppendNumber(chunk, length);
+  std::transform(nameAndData.begin(), nameAndData.end(), std::back_inserter(chunk),
+                 [](char c) { return static_cast<std::byte>(c); });
+  AppendNumber(chunk, crc32(0, bytes, static_cast<uInt>(nameAndData.size())));
   return chunk;
 }
 
-TEST(PngDecoder, TextsPackedIntoAFileAreNotUnpacked) {
-  constexpr int kTexts = 60;
-  PngFile dot{1, 1, PNG_COLOR_TYPE_GRAY, 8, false, {255}, {}, {}, {}};
-  Bytes file = MakePng(dot);
-  const Bytes text = MakePackedText();
-  for (int i = 0; i < kTexts; ++i) {
-    file.insert(file.begin() + static_cast<std::ptrdiff_t>(FindChunk(file, "IDAT")), text.begin(),
-                text.end());
+// The data of a chunk zTXt that unpacks to 7 MB.
+std::string PackText() {
+  const std::vector<Bytef> letters(7'000'000, 'a');
+  std::string packed(100'000, 0);
+  uLongf size = packed.size();
+  if (compress(reinterpret_cast<Bytef*>(packed.data()), &size, letters.data(), letters.size()) !=
+      Z_OK) {
+    throw std::runtime_error("cannot pack");
   }
-  const auto peak = [] {
-    rusage usage = {};
-    getrusage(RUSAGE_SELF, &usage);
-    return usage.ru_maxrss / 1024;
+  return std::string("k\0\0", 3) + packed.substr(0, size);
+}
+
+TEST(PngDecoder, ChunksGetNoMoreMemoryThanAFileNeeds) {
+  constexpr std::size_t kTwoGigabytes = 0x7FFF'0000;
+  const Bytes dot = MakePng({1, 1, PNG_COLOR_TYPE_GRAY, 8, false, {255}, {}, {}, {}});
+  const auto behindHeader = [&dot](const Bytes& inserted) {
+    constexpr std::ptrdiff_t kHeader = 33;
+    Bytes file = dot;
+    file.insert(file.begin() + kHeader, inserted.begin(), inserted.end());
+    return file;
   };
-  const long before = peak();
-  EXPECT_EQ(DecodePicture(file).pixels, std::vector{0xFFFFFFFFU});
-  EXPECT_LT(peak() - before, 100) << "MB";
+  const std::string text = "zTXt" + PackText();
+  Bytes texts;
+  for (int i = 0; i < 60; ++i) {
+    const Bytes chunk = MakeChunk(text, text.size() - 4);
+    texts.insert(texts.end(), chunk.begin(), chunk.end());
+  }
+  const Bytes manyTexts = behindHeader(texts);
+  const Bytes liar = behindHeader(MakeChunk("pCALk", kTwoGigabytes));
+  const long before = PeakSize();
+  EXPECT_EQ(DecodePicture(manyTexts).pixels, std::vector{0xFFFFFFFFU});
+  EXPECT_LT(PeakSize() - before, 100) << "texts were unpacked";
+  EXPECT_EQ(DecodePicture(liar).width, 0);
+  EXPECT_LT(PeakSize() - before, 100) << "a chunk got what it asked for";
+}
+
+TEST(PngDecoder, TheWidestRowsAreRead) {
+  constexpr int kWidest = 1'000'000;
+  PngFile file{kWidest, 1, PNG_COLOR_TYPE_RGB_ALPHA, 16, false, Samples(8 * kWidest), {}, {}, {}};
+  EXPECT_EQ(DecodePicture(MakePng(file)).width, kWidest);
 }
 
 TEST(PngDecoder, SamplesOf16BitsAreRoundedToTheNearest) {

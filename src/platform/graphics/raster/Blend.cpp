@@ -162,6 +162,8 @@ HWY_INLINE void BlendColumn(CoveragePlane& plane, int column, std::uint64_t kept
   const std::ptrdiff_t top = plane.FirstRow() * stride + (plane.FirstColumn() + column) * kGroup;
   const int unpairedRow = plane.UnpairedRow();
   const int lastWord = plane.LastWord();
+  // Rows lie too far apart for the processor to foresee what the same ones need two columns on.
+  const std::ptrdiff_t ahead = column + 2 < plane.ColumnCount() ? kTwoGroups : 0;
   for (int word = plane.FirstWord(); word <= lastWord; ++word) {
     std::uint64_t rest = words.Take(word);
     std::uint8_t* const bytes = words.BytesOf(word);
@@ -182,10 +184,8 @@ HWY_INLINE void BlendColumn(CoveragePlane& plane, int column, std::uint64_t kept
       const V8 coverage = hn::LoadDup128(k8, groups);
       hn::Store(hn::Zero(hn::Full128<std::uint8_t>()), hn::Full128<std::uint8_t>(), groups);
       std::uint32_t* const pixels = origin + (first + row * stride);
-      // What the same rows need two columns on: rows lie too far apart for the processor to
-      // foresee.
-      hwy::Prefetch(pixels + kTwoGroups);
-      hwy::Prefetch(pixels + stride + kTwoGroups);
+      hwy::Prefetch(pixels + ahead);
+      hwy::Prefetch(pixels + stride + ahead);
       BlendTwoGroups<kOpaque>(pixels, pixels + stride, coverage, ink);
     }
   }

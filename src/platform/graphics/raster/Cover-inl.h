@@ -98,9 +98,7 @@ HWY_INLINE V8 Product(V8 a, V8 b) {
 
 // A bit for every row of a pair: set when not all of its eight pixels are 0.
 HWY_INLINE std::uint64_t TouchedRows(V8 coverage) {
-  std::uint8_t bits[8] = {};
-  hn::StoreMaskBits(k64, hn::Ne(hn::BitCast(k64, coverage), hn::Zero(k64)), bits);
-  return bits[0];
+  return BitsOf(k64, hn::Ne(hn::BitCast(k64, coverage), hn::Zero(k64)));
 }
 
 struct StripLanes {

@@ -1,7 +1,6 @@
 #include "platform/graphics/raster/Cover.h"
 
 #include <bit>
-#include <cstring>
 
 #undef HWY_TARGET_INCLUDE
 #define HWY_TARGET_INCLUDE "platform/graphics/raster/Cover.cpp"
@@ -56,11 +55,8 @@ HWY_INLINE void CoverAlike(const ChunkGeometry& g, std::uint64_t pieces, int col
 HWY_INLINE std::uint64_t PiecesOf(const ChunkGeometry& g, std::uint8_t shape) {
   std::uint64_t pieces = 0;
   for (std::size_t i = 0; i < 64; i += hn::Lanes(k8)) {
-    std::uint8_t bits[8] = {};
-    hn::StoreMaskBits(k8, hn::Eq(hn::LoadU(k8, g.shape + kContext + i), hn::Set(k8, shape)), bits);
-    std::uint64_t word;
-    std::memcpy(&word, bits, sizeof word);
-    pieces |= word << i;
+    const auto alike = hn::Eq(hn::LoadU(k8, g.shape + kContext + i), hn::Set(k8, shape));
+    pieces |= BitsOf(k8, alike) << i;
   }
   return pieces;
 }

@@ -10,6 +10,7 @@
 #include <hwy/highway.h>
 
 #include <bit>
+#include <cstring>
 
 #include "platform/graphics/raster/CoveragePlane.h"
 
@@ -58,6 +59,16 @@ using V8 = hn::Vec<D8>;
 inline constexpr D16 k16;
 inline constexpr D8 k8;
 inline constexpr D64 k64;
+
+// A bit for every lane of a mask, the first lane's lowest.
+template <class D>
+HWY_INLINE std::uint64_t BitsOf(D d, hn::Mask<D> mask) {
+  std::uint8_t bytes[8] = {};
+  hn::StoreMaskBits(d, mask, bytes);
+  std::uint64_t bits;
+  std::memcpy(&bits, bytes, sizeof bits);
+  return bits;
+}
 
 // Rows of 8 pixels that two vectors of 16-bit lanes hold, and those that a piece of a stroke is
 // covered by at a time. A pixel's coverage does not depend on them.

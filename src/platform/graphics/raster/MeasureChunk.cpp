@@ -1,7 +1,6 @@
 #include "platform/graphics/raster/StrokeChunk.h"
 
 #include <algorithm>
-#include <cstring>
 #include <iterator>
 
 #undef HWY_TARGET_INCLUDE
@@ -192,14 +191,6 @@ void MeasurePieces(const ChunkPoints& points, float halfWidth, const PixelRect& 
   }
 }
 
-HWY_INLINE std::uint64_t Bits(hn::Mask<Ints> mask) {
-  std::uint8_t bits[8] = {};
-  hn::StoreMaskBits(kInts, mask, bits);
-  std::uint64_t word;
-  std::memcpy(&word, bits, sizeof word);
-  return word;
-}
-
 // The box of the pieces that have a shape, and which segments have more to them.
 void Summarize(ChunkGeometry& out) {
   I left = hn::Set(kInts, INT32_MAX);
@@ -220,7 +211,7 @@ void Summarize(ChunkGeometry& out) {
     right = hn::Max(right, hn::IfThenElse(has, past, right));
     bottom = hn::Max(bottom, hn::IfThenElse(has, hn::Add(row, rows), bottom));
     const I smooth = hn::And(hn::LoadU(kInts, out.narrow + i), hn::LoadU(kInts, out.good + i));
-    out.rough |= Bits(hn::Eq(smooth, hn::Zero(kInts))) << (i - kContext);
+    out.rough |= BitsOf(kInts, hn::Eq(smooth, hn::Zero(kInts))) << (i - kContext);
   }
   out.rough &= (std::uint64_t{1} << out.segments) - 1;
   out.box = {hn::GetLane(hn::MinOfLanes(kInts, left)), hn::GetLane(hn::MinOfLanes(kInts, top)),
