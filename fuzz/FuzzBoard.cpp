@@ -3,8 +3,8 @@
 #include <sstream>
 #include <variant>
 
+#include "common/Input.h"
 #include "replay/Board.h"
-#include "replay/Failure.h"
 
 namespace {
 
@@ -51,7 +51,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
       RequireStep(step);
     }
     replay::AuthorsOf({board});
-  } catch (const replay::Failure&) {
+  } catch (const apps::Failure&) {
   }
   return 0;
 }

@@ -7,7 +7,8 @@
 #include <span>
 #include <vector>
 
-#include "platform/graphics/raster/Rasterizer.h"
+#include "platform/raster/Rasterizer.h"
+#include "platform/raster/StrokeRules.h"
 
 namespace {
 
@@ -64,9 +65,9 @@ struct Shape {
     const GridPoint at = points[0];
     const GridPoint extent = points[1];
     if (kind == kEllipse) {
-      rasterizer.StrokeEllipse(at.x, at.y, extent.x, extent.y, width, color);
+      rasterizer.StrokeEllipse(PixelRect::OfSize(at.x, at.y, extent.x, extent.y), width, color);
     } else if (kind == kFilled) {
-      rasterizer.Fill(at.x, at.y, extent.x, extent.y, color);
+      rasterizer.Fill(PixelRect::OfSize(at.x, at.y, extent.x, extent.y), color);
     } else {
       rasterizer.Stroke(points, kind == kClosed, width, color);
     }
@@ -78,7 +79,8 @@ struct Shape {
     if (kind > kClosed) {
       return all;
     }
-    const auto reach = static_cast<std::int64_t>(raster::UsableWidth(width) / 2 * kReach) + kFringe;
+    const auto reach =
+        static_cast<std::int64_t>(raster::ClampPenWidth(width) / 2 * kReach) + kFringe;
     std::int64_t left = kWidth, right = 0, top = kHeight, bottom = 0;
     for (const GridPoint& point : points) {
       left = std::min(left, point.x - reach);

@@ -10,5 +10,5 @@ mkdir -p build out
 echo "Building (the first time takes about a minute) ..."
 { cmake --preset demo && cmake --build --preset demo; } >build/demo.log 2>&1 ||
   { tail -40 build/demo.log >&2; exit 1; }
-build/demo/examples/replay/parchlet-replay --nickname --out out/demo.png "$@" examples/boards/welcome.jsonl
+build/demo/apps/replay/parchlet-replay --nickname --out out/demo.png "$@" examples/boards/welcome.jsonl
 echo "The picture is out/demo.png"

@@ -3,7 +3,7 @@
 # Usage: mutate.sh [--survivors] [WORD ...]
 # With words, only breaks in files whose path holds one of them; with --survivors, only those that
 # the last report says were missed. Everything is made in build/mutation; its report.tsv has a line
-# for each break. docs/testing.md tells what the survivors are.
+# for each break. docs/testing.md says how to read it.
 set -euo pipefail
 cd "$(dirname "$0")/.."
 

@@ -10,6 +10,6 @@ mkdir -p build
 echo "Building (the first time takes about a minute) ..."
 { cmake --preset demo && cmake --build --preset demo --target parchlet-whiteboard; } \
   >build/whiteboard.log 2>&1 || { tail -40 build/whiteboard.log >&2; exit 1; }
-program=$PWD/build/demo/examples/whiteboard/parchlet-whiteboard
+program=$PWD/build/demo/apps/whiteboard/parchlet-whiteboard
 cd "$folder"  # pictures are named from where the person is
 exec "$program" "$@"

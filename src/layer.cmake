@@ -1,6 +1,6 @@
 # What the library is made of off Windows besides the engine: the platform layer.
 
-# The image room stands alone: the replay tool writes its pictures with it as well.
+# The image room stands alone: the fuzzers feed its decoders without the rest.
 add_library(parchlet_image OBJECT
   platform/image/BmpDecoder.cpp
   platform/image/BmpEncoder.cpp
@@ -10,32 +10,38 @@ add_library(parchlet_image OBJECT
   platform/image/JpegDecoder.cpp
   platform/image/JpegEncoder.cpp
   platform/image/Picture.cpp
+  platform/image/Pictures.cpp
   platform/image/PngDecoder.cpp
   platform/image/PngEncoder.cpp
   platform/image/ReplacingFile.cpp
   platform/image/SavePicture.cpp)
-target_include_directories(parchlet_image PUBLIC ${CMAKE_CURRENT_SOURCE_DIR})
+target_include_directories(parchlet_image PUBLIC
+  ${PROJECT_SOURCE_DIR}/include ${CMAKE_CURRENT_SOURCE_DIR})
 target_link_libraries(parchlet_image PUBLIC GIF::GIF JPEG::JPEG PNG::PNG)
 parchlet_target(parchlet_image)
 
-# The rasterizer and the frame stand alone as well. Results must not depend on whether the compiler
+# The rasterizer and the canvas stand alone as well. Results must not depend on whether the compiler
 # fuses a multiplication and an addition. On x86 every processor since 2006 has what it needs at
 # least; what it uses beyond that is chosen at run time.
 add_library(parchlet_raster OBJECT
-  platform/graphics/canvas/Frame.cpp
-  platform/graphics/canvas/LinePart.cpp
-  platform/graphics/canvas/TileMap.cpp
-  platform/graphics/raster/Blend.cpp
-  platform/graphics/raster/Cover.cpp
-  platform/graphics/raster/CoverLoose.cpp
-  platform/graphics/raster/CoveragePlane.cpp
-  platform/graphics/raster/Dot.cpp
-  platform/graphics/raster/Ellipse.cpp
-  platform/graphics/raster/LoosePieces.cpp
-  platform/graphics/raster/MeasureChunk.cpp
-  platform/graphics/raster/Rasterizer.cpp
-  platform/graphics/raster/StretchRows.cpp
-  platform/graphics/raster/Stroker.cpp
+  platform/canvas/BandPainter.cpp
+  platform/canvas/Canvas.cpp
+  platform/canvas/CommandList.cpp
+  platform/canvas/LinePart.cpp
+  platform/canvas/TileMap.cpp
+  platform/raster/Blend.cpp
+  platform/raster/CellPieces.cpp
+  platform/raster/Cover.cpp
+  platform/raster/CoverCells.cpp
+  platform/raster/CoverageMask.cpp
+  platform/raster/Dot.cpp
+  platform/raster/Ellipse.cpp
+  platform/raster/MeasureChunk.cpp
+  platform/raster/Rasterizer.cpp
+  platform/raster/Stretch.cpp
+  platform/raster/StretchRows.cpp
+  platform/raster/StrokePen.cpp
+  platform/raster/Stroker.cpp
   platform/threads/WorkerPool.cpp)
 target_include_directories(parchlet_raster PUBLIC
   ${PROJECT_SOURCE_DIR}/include ${CMAKE_CURRENT_SOURCE_DIR})
@@ -59,7 +65,6 @@ target_sources(parchlet_objects PRIVATE
   platform/graphics/Graphics.cpp
   platform/graphics/Image.cpp
   platform/graphics/Painter.cpp
-  platform/graphics/Stretch.cpp
   platform/graphics/Text.cpp
   platform/graphics/TextPictures.cpp
   platform/text/CodePage.cpp

@@ -5,20 +5,21 @@
 
 #include <parchlet/Platform.h>
 
-// A host derives from it and sets it under the name "SDK" to receive the engine's records: one line
-// each, "[FILE:LINE FUNCTION]MESSAGE", level 0 for failures, level 2 for construction and
-// destruction.
+// Receives log records. A host derives from it and sets it under the name "SDK" to get the engine's
+// records. Each is one line, "[FILE:LINE FUNCTION]MESSAGE". Level 0 is a failure, level 2 the
+// construction or destruction of an engine.
 class PARCHLET_API ILogger {
  public:
   virtual ~ILogger() = default;
 
-  // Takes one record. Called on the thread that makes the engine call; what it throws is dropped.
+  // Takes one record. Called on the thread that calls the engine, while the engine holds no lock.
+  // If it throws, the record is lost and the engine's call goes on.
   virtual void Write(int level, const std::string& line) = 0;
 
-  // The logger of that name; a silent one when none is set. Never fails. Any thread.
+  // Returns the logger of that name, or one that drops its records if none is set. Any thread.
   static ILogger& GetLogerInst(const std::string& name);
 
-  // Sets the logger of that name; null takes it away again. Not owned: it must outlive its last
-  // use, so take it away before deleting it, while no engine call is under way. Any thread.
+  // Sets the logger of that name; null removes it. `logger` is not owned: remove it before you
+  // delete it, while no call of an engine is under way. Any thread.
   static void SetLogger(const std::string& name, ILogger* logger);
 };

@@ -1,7 +1,7 @@
-// Platform.h - the few platform names that Parchlet's interface is written in.
+// Platform.h - the platform types and functions that Parchlet's interface uses.
 //
-// On Windows they are the system's own. Everywhere else this header declares the same names with
-// the same meaning, only as many as the interface needs.
+// On Windows they are the system's own. Elsewhere this header declares the same names with the same
+// meaning, and no more than the interface needs.
 #pragma once
 
 #if defined(_WIN32)
@@ -15,6 +15,7 @@
 #else
 #define PARCHLET_API __declspec(dllimport)
 #endif
+#define PARCHLET_PRIVATE
 
 #else
 
@@ -22,6 +23,8 @@
 #include <cstdint>
 
 #define PARCHLET_API __attribute__((visibility("default")))
+// Hides a nested class of an exported class.
+#define PARCHLET_PRIVATE __attribute__((visibility("hidden")))
 
 using BOOL = int;
 using BYTE = std::uint8_t;
@@ -39,7 +42,7 @@ struct POINT {
   LONG y;
 };
 
-// right and bottom lie one past the last pixel wherever a RECT names an area of the screen.
+// Where a RECT is an area of the screen, right and bottom are one past the last pixel.
 struct RECT {
   LONG left;
   LONG top;
@@ -52,11 +55,11 @@ struct SIZE {
   LONG cy;
 };
 
-// A window handle: made by RegisterLayeredWindow (LayeredWindow.h) or MemoryWindow::Handle
-// (MemoryWindow.h), never dereferenced, never made twice in one process.
+// A window handle, from RegisterLayeredWindow (LayeredWindow.h) or MemoryWindow::Handle
+// (MemoryWindow.h). It is never dereferenced, and no value is used twice in a process.
 using HWND = struct WindowHandle*;
 
-// A block of memory known by a handle; see GlobalAlloc.
+// The handle of a block of memory; see GlobalAlloc.
 using HGLOBAL = struct MemoryBlock*;
 
 union LARGE_INTEGER {
@@ -70,41 +73,41 @@ union ULARGE_INTEGER {
 // Where IStream::Seek counts from.
 enum : DWORD { STREAM_SEEK_SET = 0, STREAM_SEEK_CUR = 1, STREAM_SEEK_END = 2 };
 
-// A reference-counted stream of bytes, as much of it as picture loading reads. A host may implement
-// it; Utils::GetPictureStream makes one over a block of memory.
+// A reference-counted stream of bytes, reduced to what loading a picture needs. A host may
+// implement it; Utils::MakePictureStream returns one over a copy of bytes. One thread uses a stream
+// at a time.
 class PARCHLET_API IStream {
  public:
-  // Adds a reference; gives the new count.
+  // Adds a reference. Returns the new count.
   virtual ULONG AddRef() = 0;
-  // Drops a reference and deletes the stream with the last one; gives the new count.
+  // Removes a reference; the last one deletes the stream. Returns the new count.
   virtual ULONG Release() = 0;
-  // Reads up to `size` bytes into `buffer` and stores the number read in `*read` when that is not
-  // null. A negative result is a failure; fewer bytes than asked for is the stream's end.
+  // Reads up to `size` bytes into `buffer`, and stores the number read in `*read` unless that is
+  // null. Fewer bytes than requested mean the end of the stream. Returns a negative value on
+  // failure.
   virtual HRESULT Read(void* buffer, ULONG size, ULONG* read) = 0;
-  // Moves the position by `move` from `origin`; stores the new one in `*position` when that is not
-  // null. A negative result is a failure.
+  // Sets the position to `origin` plus `move` bytes, and stores it in `*position` unless that is
+  // null. Returns a negative value on failure.
   virtual HRESULT Seek(LARGE_INTEGER move, DWORD origin, ULARGE_INTEGER* position) = 0;
 
  protected:
   ~IStream() = default;
 };
 
-// Allocates `size` bytes under a handle; null when they cannot be had. `flags` is 0. The caller
-// frees the block with GlobalFree. Any thread.
+// Allocates a block of `size` bytes. Returns its handle, or null if memory runs out. `flags` is 0.
+// The caller frees the block with GlobalFree. Any thread.
 PARCHLET_API HGLOBAL GlobalAlloc(UINT flags, std::size_t size);
 
-// Frees a block that no stream reads any more; gives null. Null is ignored. Any thread.
+// Frees a block that no stream uses any more. Does nothing for null. Returns null. Any thread.
 PARCHLET_API HGLOBAL GlobalFree(HGLOBAL block);
 
-// Milliseconds of the engine's clock: never set back, no meaning but their difference. A host
-// stamps AnnotationHeader::tempStartTick with it. Any thread.
+// Returns the engine's clock in milliseconds. It never goes back; only differences mean anything. A
+// host uses it for AnnotationHeader::tempStartTick. Any thread.
 PARCHLET_API ULONGLONG GetTickCount64();
 
 #endif
 
-// The painter's classes, known to the interface by name only.
+// The interface only names the painter; hosts do not use it.
 namespace Gdiplus {
 class Graphics;
-class Image;
-class Point;
 }  // namespace Gdiplus

@@ -1,23 +1,23 @@
-/* parchlet_c.h - the engine for hosts in C, and in whatever calls C: no C++ type crosses it.
+/* parchlet_c.h - the engine for hosts in C and in languages that call C. No C++ type appears here.
  *
- * What an operation does is told in Parchlet.h and Annotation.h under the same name; here stands
- * what is different.
+ * Parchlet.h and Annotation.h document each operation under the same name. The comments here say
+ * only what differs.
  *
- * Results: an operation gives one of the codes below, or a number where that is said, which is
- * never negative unless the operation failed. Nothing is thrown.
+ * Results: an operation returns one of the codes below, or a number where its comment says so. A
+ * number is never negative unless the operation failed. No function throws.
  *
- * Text is UTF-8 and ends at its first zero. A null text stands for the empty one. Text given is
- * copied; text that comes back is put in a ParchletTexts of the host's, or in its buffer. A null
- * pointer for something to be written asks not to write it. Any other null pointer gives
- * PARCHLET_BAD_ARGUMENT, or null; what frees something ignores null.
+ * Text is UTF-8 and ends at its first zero byte. A null text counts as an empty one. Text arguments
+ * are copied; returned text goes into a ParchletTexts or a buffer of the host's. Where a result
+ * would be written through a pointer, null means that it is not wanted. Any other null pointer
+ * makes the function return PARCHLET_BAD_ARGUMENT, or null; a Free function ignores null.
  *
- * Ownership: what a function with New or Copy in its name gives is the host's, to be freed once
- * with the function of the same name that ends in Free. What any other function gives is borrowed.
+ * Ownership: what a function with New or Copy in its name returns belongs to the host, which frees
+ * it once with the Free function of the same prefix. What any other function returns is borrowed.
  *
  * On Windows the host starts GDI+ (GdiplusStartup) before it makes a page.
  *
- * Threads: an engine and the marks of its pages are for one thread at a time, the host's, as are
- * marks and texts of the host's own. Windows and loggers may be used from any thread.
+ * Threads: an engine, the marks of its pages, and the host's own marks and texts are for one thread
+ * at a time. Windows and loggers may be used from any thread.
  */
 #ifndef PARCHLET_C_H
 #define PARCHLET_C_H
@@ -38,23 +38,24 @@ extern "C" {
 #endif
 
 enum {
-  PARCHLET_YES = 1,           /* done, or it is so */
-  PARCHLET_NO = 0,            /* refused, or it is not so: nothing happened unless said otherwise */
-  PARCHLET_BAD_ARGUMENT = -1, /* a null pointer where there must be something; nothing happened */
-  PARCHLET_NO_MEMORY = -2,    /* memory ran out on the way */
+  PARCHLET_YES = 1,           /* done, or true */
+  PARCHLET_NO = 0,            /* refused, or false; nothing changed unless said otherwise */
+  PARCHLET_BAD_ARGUMENT = -1, /* a null pointer that is not allowed; nothing changed */
+  PARCHLET_NO_MEMORY = -2,    /* memory ran out */
   PARCHLET_FAILED = -3        /* the system refused a thread or a lock */
 };
 
 /* An engine with its documents, pages and their marks. */
 typedef struct ParchletEngine ParchletEngine;
-/* A mark: the host's own (ParchletMarkNew, ParchletMarkCopy) or borrowed from a page, which owns
- * it: until the page is deleted for a confirmed one, until ParchletCancelAnnotation, an echo or the
- * page's end for a pending one. A borrowed mark is never freed by the host. */
+/* A mark. It is the host's own (from a function with New or Copy in its name) or borrowed from the
+ * page that owns it. A borrowed confirmed mark is valid until its page is deleted; a borrowed
+ * pending mark until ParchletCancelAnnotation, its echo, or the end of its page. The host never
+ * frees a borrowed mark. */
 typedef struct ParchletMark ParchletMark;
-/* A list of texts, for results. */
+/* A list of texts that an operation returns. */
 typedef struct ParchletTexts ParchletTexts;
 
-/* One sampled point: see AnnotationPoint. The fractions count; pixels follow with the drawing. */
+/* One sampled point, as AnnotationPoint. The ratios decide; drawing computes x and y from them. */
 typedef struct ParchletPoint {
   int32_t x, y; /* pixels */
   double xRatio, yRatio;
@@ -75,7 +76,7 @@ typedef struct ParchletPen {
 } ParchletPen;
 
 typedef struct ParchletPageInfo {
-  int32_t userValue1, userValue2; /* the host's own */
+  int32_t userValue1, userValue2; /* for the host's use */
   int32_t width, height;          /* pixels, at least 1 */
   int32_t transparent;            /* 0 or 1 */
   ParchletRect viewRect;
@@ -101,32 +102,32 @@ enum {
 
 /* The version of the library that is running, such as "1.2.3". Never freed. */
 PARCHLET_C_API const char* ParchletVersion(void);
-/* A new random identifier; NO when the system has no random numbers to give. */
+/* Makes a new random identifier. NO if the system has no random numbers. */
 PARCHLET_C_API int32_t ParchletGenerateGuid(ParchletTexts* guid);
-/* Milliseconds of the engine's clock, as ParchletMarkSetTempStartTick takes them. */
+/* The engine's clock in milliseconds, for ParchletMarkSetTempStartTick. */
 PARCHLET_C_API uint64_t ParchletTickCount(void);
 
-/* Takes one record: `line` is valid during the call, which comes on the thread of an engine's call
- * and must not unwind. */
+/* Receives one log record, on the thread that called the engine. `line` is valid during the call
+ * only. The function must not throw or longjmp. */
 typedef void (*ParchletLogWriter)(void* context, int32_t level, const char* line);
-/* Sends the records of that name ("SDK": the engine's) to `write` with `context`, which is the
- * host's and must outlive its last use; a null `write` ends that. Not while an engine call is under
- * way. */
+/* Sends the log records of that name to `write` with `context`; the engine's name is "SDK". Both
+ * must stay valid until a call with a null `write` ends it. Not during a call of an engine. */
 PARCHLET_C_API int32_t ParchletSetLogger(const char* name, ParchletLogWriter write, void* context);
 
 /* --- Texts --- */
 
-/* An empty list; null when memory ran out. Every operation that is given it replaces what it held,
- * by nothing when it fails. */
+/* Returns an empty list, or null if memory ran out. An operation that takes a list replaces its
+ * texts; if the operation fails, the list is empty. */
 PARCHLET_C_API ParchletTexts* ParchletTextsNew(void);
 PARCHLET_C_API void ParchletTextsFree(ParchletTexts* texts);
 PARCHLET_C_API size_t ParchletTextsCount(const ParchletTexts* texts);
-/* The text at `index`, from 0, valid until the list is written or freed; null past the end. */
+/* Returns the text at `index`, counted from 0; null past the end. It is valid until the list is
+ * written or freed. */
 PARCHLET_C_API const char* ParchletTextsAt(const ParchletTexts* texts, size_t index);
 
 /* --- Lifecycle and settings --- */
 
-/* Null when memory ran out. */
+/* Null if memory ran out. */
 PARCHLET_C_API ParchletEngine* ParchletEngineNew(void);
 /* Stops repainting, and deletes the engine with every page and mark. */
 PARCHLET_C_API void ParchletEngineFree(ParchletEngine* engine);
@@ -152,7 +153,7 @@ PARCHLET_C_API int32_t ParchletSetNicknameTip(ParchletEngine* engine, uint32_t t
 PARCHLET_C_API int32_t ParchletNewDoc(ParchletEngine* engine, const char* creator,
                                       const char* docId);
 PARCHLET_C_API int32_t ParchletDelDoc(ParchletEngine* engine, const char* docId);
-/* A number. */
+/* Returns a number. */
 PARCHLET_C_API int32_t ParchletGetDocCount(ParchletEngine* engine);
 PARCHLET_C_API int32_t ParchletGetDocCreator(ParchletEngine* engine, const char* docId,
                                              ParchletTexts* creator);
@@ -163,8 +164,8 @@ PARCHLET_C_API int32_t ParchletIsDocOpened(ParchletEngine* engine, const char* d
 
 /* --- Pages --- */
 
-/* `window` is a window's handle: on Windows an HWND, elsewhere of ParchletWindowHandle or of
- * RegisterLayeredWindow in LayeredWindow.h. */
+/* `window` is a window's handle: an HWND on Windows, elsewhere from ParchletWindowHandle or
+ * RegisterLayeredWindow (LayeredWindow.h). */
 PARCHLET_C_API int32_t ParchletNewPage(ParchletEngine* engine, const char* docId,
                                        const char* pageId, const char* creator, void* window,
                                        const ParchletPageInfo* info);
@@ -173,13 +174,13 @@ PARCHLET_C_API int32_t ParchletDelPage(ParchletEngine* engine, const char* docId
 /* Leaves `newPageId` empty. */
 PARCHLET_C_API int32_t ParchletDuplicatePage(ParchletEngine* engine, const char* docId,
                                              const char* pageId, ParchletTexts* newPageId);
-/* A number. */
+/* Returns a number. */
 PARCHLET_C_API int32_t ParchletGetPageCount(ParchletEngine* engine, const char* docId);
-/* A number from 1; 0 for an unknown page. */
+/* Returns a number from 1, or 0 for an unknown page. */
 PARCHLET_C_API int32_t ParchletGetPageIndex(ParchletEngine* engine, const char* docId,
                                             const char* pageId);
-/* Writes the creator with a closing zero; NO, and nothing but zeros, when `size` bytes are too few
- * for both. */
+/* Writes the creator and a closing zero. NO if `size` bytes are too few for both; the buffer is
+ * then all zeros. */
 PARCHLET_C_API int32_t ParchletGetPageCreator(ParchletEngine* engine, const char* docId,
                                               const char* pageId, char* buffer, size_t size);
 PARCHLET_C_API int32_t ParchletGetPageSize(ParchletEngine* engine, const char* docId,
@@ -188,7 +189,7 @@ PARCHLET_C_API int32_t ParchletGetPageSize(ParchletEngine* engine, const char* d
 PARCHLET_C_API int32_t ParchletUpdatePage(ParchletEngine* engine, const char* docId,
                                           const char* pageId, const ParchletPageInfo* info,
                                           int32_t resize);
-/* Whether there is such a page, in place of GetPagePtr. */
+/* Whether the page exists. Takes the place of GetPagePtr. */
 PARCHLET_C_API int32_t ParchletIsPageExist(ParchletEngine* engine, const char* docId,
                                            const char* pageId);
 
@@ -196,10 +197,10 @@ PARCHLET_C_API int32_t ParchletIsPageExist(ParchletEngine* engine, const char* d
 
 PARCHLET_C_API int32_t ParchletSetCurrentPage(ParchletEngine* engine, const char* docId,
                                               const char* pageId);
-/* Each list gets one text, the empty one where there is nothing current. */
+/* Each list gets one text, an empty one if no page is current. */
 PARCHLET_C_API int32_t ParchletGetCurrentPageInfo(ParchletEngine* engine, ParchletTexts* docId,
                                                   ParchletTexts* pageId);
-/* These put the id of the page that is now current in `pageId`; NO when nothing changed. */
+/* These put the id of the page that is now current in `pageId`. NO if it did not change. */
 PARCHLET_C_API int32_t ParchletGotoFirstPage(ParchletEngine* engine, const char* docId,
                                              ParchletTexts* pageId);
 PARCHLET_C_API int32_t ParchletGotoLastPage(ParchletEngine* engine, const char* docId,
@@ -219,8 +220,8 @@ PARCHLET_C_API int32_t ParchletStartDrawing(ParchletEngine* engine, const char* 
                                             const char* pageId, int32_t x, int32_t y);
 PARCHLET_C_API int32_t ParchletMoveDrawing(ParchletEngine* engine, int32_t x, int32_t y);
 PARCHLET_C_API int32_t ParchletEndDrawing(ParchletEngine* engine);
-/* NO without a mark in progress; the ids of document and page are written as by
- * ParchletGetCurrentPageInfo, whatever the result. */
+/* NO if no mark is in progress. The ids of document and page are written in either case, as by
+ * ParchletGetCurrentPageInfo. */
 PARCHLET_C_API int32_t ParchletGetCurrentAnnotationInfo(ParchletEngine* engine,
                                                         ParchletTexts* annotationId,
                                                         ParchletTexts* docId,
@@ -234,15 +235,15 @@ PARCHLET_C_API int32_t ParchletStartSelecting(ParchletEngine* engine, const char
                                               const char* userSubId, int32_t x, int32_t y);
 PARCHLET_C_API int32_t ParchletMoveSelecting(ParchletEngine* engine, int32_t x, int32_t y);
 PARCHLET_C_API int32_t ParchletEndSelecting(ParchletEngine* engine);
-/* Gives the number of selected marks, and writes up to `capacity` of them, borrowed, by ascending
- * id. */
+/* Returns the number of selected marks. Writes up to `capacity` of them, borrowed, by ascending id.
+ */
 PARCHLET_C_API int32_t ParchletGetSelectedAnnotations(ParchletEngine* engine, const char* docId,
                                                       const char* pageId, ParchletMark** marks,
                                                       size_t capacity);
 
 /* --- Erasing --- */
 
-/* Gives the number of ids: of the marks under the eraser, none of them empty. */
+/* Returns the number of ids: those of the marks under the eraser. No id is empty. */
 PARCHLET_C_API int32_t ParchletEraseAnnotations(ParchletEngine* engine, const char* docId,
                                                 const char* pageId, const char* userId,
                                                 const char* userSubId, const ParchletPixel* path,
@@ -253,14 +254,15 @@ PARCHLET_C_API int32_t ParchletEraseAnnotation(ParchletEngine* engine, const cha
 PARCHLET_C_API int32_t ParchletEraseAnnotationFromRemote(ParchletEngine* engine, const char* docId,
                                                          const char* pageId, const char* userId,
                                                          const char* annotationId);
-/* Gives the number of ids. */
+/* Returns the number of ids. */
 PARCHLET_C_API int32_t ParchletEraseSelectedAnnotations(ParchletEngine* engine, const char* docId,
                                                         const char* pageId, ParchletTexts* ids);
 
 /* --- Other participants' marks, looking up, clearing --- */
 
-/* Hands over what arrived. The mark stays the host's whatever the result: the page takes a copy of
- * a mark that is new to it, with the same picture. */
+/* Hands over what arrived. The mark stays the host's in every case: the page takes a copy of a mark
+ * that is new to it, with the same picture. A mark borrowed from this page changes no points; a
+ * pending one is confirmed with the points that it has. */
 PARCHLET_C_API int32_t ParchletAddAnnotationFromRemote(ParchletEngine* engine, const char* docId,
                                                        const char* pageId,
                                                        const ParchletMark* mark);
@@ -282,7 +284,7 @@ PARCHLET_C_API int32_t ParchletClearAnnotations(ParchletEngine* engine, const ch
 
 /* --- Pictures and export --- */
 
-/* The mark made is borrowed; null when there is none. */
+/* Returns the new mark, borrowed, or null. */
 PARCHLET_C_API ParchletMark* ParchletAddPictureFromFile(ParchletEngine* engine, const char* docId,
                                                         const char* pageId, const char* filePath,
                                                         const char* pictureProperty,
@@ -291,11 +293,11 @@ PARCHLET_C_API ParchletMark* ParchletAddPictureFromStream(ParchletEngine* engine
                                                           const char* pageId, const void* data,
                                                           size_t size, const char* pictureProperty,
                                                           int32_t isBackground);
-/* As the page was rendered last, or all that the display of that name shows. */
+/* Saves the page as last painted; with a display's name, all that this display shows. */
 PARCHLET_C_API int32_t ParchletSavePage(ParchletEngine* engine, const char* docId,
                                         const char* pageId, const char* path,
                                         const char* displayDevice);
-/* What the screen shows where the window is; as ParchletSavePage for a null window. */
+/* Saves what the screen shows where the window is; with a null window, as ParchletSavePage. */
 PARCHLET_C_API int32_t ParchletSavePageOfWindow(ParchletEngine* engine, const char* docId,
                                                 const char* pageId, const char* path, void* window);
 PARCHLET_C_API int32_t ParchletSaveDocument(ParchletEngine* engine, const char* docId,
@@ -308,15 +310,25 @@ PARCHLET_C_API int32_t ParchletSaveAs(ParchletEngine* engine, const char* docId,
 
 /* --- Marks ---
  *
- * What changes a mark may be called on one of the host's own; on a borrowed one, nothing but the
- * operations on points, ParchletMarkErase, ParchletMarkSetTempStartTick and the two on moving. */
+ * Any operation may be called on a mark of the host's own. On a borrowed mark a host may call what
+ * reads, the operations on points, ParchletMarkErase, ParchletMarkSetTempStartTick,
+ * ParchletMarkStartMoving and ParchletMarkMoving. */
 
-/* Null when memory ran out. */
+/* Null if memory ran out. */
 PARCHLET_C_API ParchletMark* ParchletMarkNew(void);
-/* A mark like this one, all its points and its picture included. */
+/* Returns a copy with all points and the picture. */
 PARCHLET_C_API ParchletMark* ParchletMarkCopy(const ParchletMark* mark);
 /* For the host's own marks only. */
 PARCHLET_C_API void ParchletMarkFree(ParchletMark* mark);
+/* Splits a mark into fragments for sending: see SplitMark in Fragments.h. Writes up to `capacity`
+ * of them, each to be freed by the host, and in `count` how many there are. */
+PARCHLET_C_API int32_t ParchletMarkCopyFragments(const ParchletMark* mark, int32_t order,
+                                                 ParchletMark** fragments, size_t capacity,
+                                                 size_t* count);
+/* Joins the fragments of one mark: see JoinFragments in Fragments.h. The fragments stay the host's.
+ * Returns null if there is no fragment or memory ran out. */
+PARCHLET_C_API ParchletMark* ParchletMarkNewFromFragments(const ParchletMark* const* fragments,
+                                                          size_t count);
 
 PARCHLET_C_API int32_t ParchletMarkInit(ParchletMark* mark, const ParchletPen* pen, int32_t type,
                                         int32_t subType, const char* userId, const char* userSubId,
@@ -334,15 +346,15 @@ PARCHLET_C_API int32_t ParchletMarkGetPictureProperty(const ParchletMark* mark,
 /* The paint order. */
 PARCHLET_C_API int32_t ParchletMarkSetOrder(ParchletMark* mark, int32_t order);
 PARCHLET_C_API int32_t ParchletMarkGetOrder(const ParchletMark* mark, int32_t* order);
-/* The sub-model that a fragment's points become. */
+/* The number of the sub-model that a fragment's points become. */
 PARCHLET_C_API int32_t ParchletMarkSetSubModelIndex(ParchletMark* mark, int32_t index);
 PARCHLET_C_API int32_t ParchletMarkGetSubModelIndex(const ParchletMark* mark, int32_t* index);
-/* Three numbers of the host's own. */
+/* Three numbers for the host's use. */
 PARCHLET_C_API int32_t ParchletMarkSetHostData(ParchletMark* mark, int32_t data1, int32_t data2,
                                                int32_t data3);
 PARCHLET_C_API int32_t ParchletMarkGetHostData(const ParchletMark* mark, int32_t* data1,
                                                int32_t* data2, int32_t* data3);
-/* 0: permanent. Else a time of ParchletTickCount, and the mark is temporary. */
+/* 0 for a permanent mark; for a temporary one, a time of ParchletTickCount. */
 PARCHLET_C_API int32_t ParchletMarkSetTempStartTick(ParchletMark* mark, uint64_t tick);
 PARCHLET_C_API int32_t ParchletMarkGetTempStartTick(const ParchletMark* mark, uint64_t* tick);
 
@@ -350,11 +362,11 @@ PARCHLET_C_API int32_t ParchletMarkAddPoint(ParchletMark* mark, const ParchletPo
 PARCHLET_C_API int32_t ParchletMarkInsertPoints(ParchletMark* mark, uint32_t subModel,
                                                 const ParchletPoint* points, size_t count);
 PARCHLET_C_API int32_t ParchletMarkClearPoints(ParchletMark* mark);
-/* Writes up to `capacity` numbers of sub-models, ascending, and how many there are. */
+/* Writes up to `capacity` sub-model numbers, ascending, and in `count` how many there are. */
 PARCHLET_C_API int32_t ParchletMarkGetSubModels(const ParchletMark* mark, uint32_t* subModels,
                                                 size_t capacity, size_t* count);
-/* Writes up to `capacity` points of a sub-model, and how many there are. NO, and a count of 0, for
- * one that does not exist. */
+/* Writes up to `capacity` points of a sub-model, and in `count` how many there are. NO and a count
+ * of 0 if there is no such sub-model. */
 PARCHLET_C_API int32_t ParchletMarkGetPoints(const ParchletMark* mark, uint32_t subModel,
                                              ParchletPoint* points, size_t capacity, size_t* count);
 PARCHLET_C_API int32_t ParchletMarkIsSubModelExist(const ParchletMark* mark, uint32_t subModel);
@@ -364,8 +376,8 @@ PARCHLET_C_API int32_t ParchletMarkIsErased(const ParchletMark* mark);
 PARCHLET_C_API int32_t ParchletMarkStartMoving(ParchletMark* mark, const ParchletPoint* point);
 PARCHLET_C_API int32_t ParchletMarkMoving(ParchletMark* mark, const ParchletPoint* point);
 
-/* NO for an empty path or no bytes; nothing changes then. A picture that cannot be had is told by
- * the sub-type PARCHLET_UNKNOWN. */
+/* NO for an empty path or no bytes; nothing changes then. A picture that cannot be read or decoded
+ * has the sub-type PARCHLET_UNKNOWN. */
 PARCHLET_C_API int32_t ParchletMarkSetPictureFromFile(ParchletMark* mark, const char* filePath,
                                                       const char* pictureProperty);
 PARCHLET_C_API int32_t ParchletMarkSetPictureFromStream(ParchletMark* mark, const void* data,
@@ -378,22 +390,23 @@ PARCHLET_C_API int32_t ParchletMarkDestroy(ParchletMark* mark);
 
 typedef struct ParchletWindow ParchletWindow;
 
-/* Null when memory ran out, or for a null rectangle. */
+/* Null if memory ran out, or for a null rectangle. */
 PARCHLET_C_API ParchletWindow* ParchletWindowNew(const ParchletRect* screenRect);
-/* Waits for a frame under way. An engine that paints into it goes on as with a destroyed window. */
+/* Waits for a frame that is being pushed. To an engine that paints into it, the window is
+ * destroyed. */
 PARCHLET_C_API void ParchletWindowFree(ParchletWindow* window);
-/* What ParchletNewPage takes; it ends with the window. */
+/* Returns the handle for ParchletNewPage. It is valid as long as the window. */
 PARCHLET_C_API void* ParchletWindowHandle(const ParchletWindow* window);
 PARCHLET_C_API int32_t ParchletWindowSetScreenRect(ParchletWindow* window,
                                                    const ParchletRect* screenRect);
-/* Frames pushed so far; 0 for null. */
+/* Returns how many frames were pushed; 0 for null. */
 PARCHLET_C_API uint64_t ParchletWindowPresentCount(const ParchletWindow* window);
-/* Waits until that many frames were pushed; NO when `timeoutMs` milliseconds passed before. A frame
- * under way may be older than the host's last call: the one after it is not. */
+/* Waits until `count` frames were pushed. NO if `timeoutMs` milliseconds pass before that. The next
+ * frame may have been begun before the host's last call; the one after it shows that call. */
 PARCHLET_C_API int32_t ParchletWindowWaitForPresent(const ParchletWindow* window, uint64_t count,
                                                     int32_t timeoutMs);
-/* Writes the size of the last frame, and its pixels, premultiplied 0xAARRGGBB, row by row, top row
- * first. NO, and no pixels, when they are more than `capacity`. */
+/* Writes the size of the last frame and its pixels: premultiplied 0xAARRGGBB, row by row, top row
+ * first. NO, without pixels, if there are more than `capacity` of them. */
 PARCHLET_C_API int32_t ParchletWindowCopyFrame(const ParchletWindow* window, uint32_t* pixels,
                                                size_t capacity, int32_t* width, int32_t* height);
 

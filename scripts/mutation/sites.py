@@ -23,9 +23,12 @@ _CALL = re.compile(
     r"[A-Za-z_]\w*(?:(?:->|\.|::)[A-Za-z_]\w*)*\([^{}]*\);)$")
 _RESULT = re.compile(r"^\s{2,}return (?P<whole>0|1|-1|true|false);$")
 _STEP = re.compile(rf"(?P<whole>(?P<a>(?!\d){_TERM}) (?P<op>[-+]) (?P<b>\d+))(?=[;),])")
+_LANES = re.compile(r"hn::(?P<op>Add|Sub|Min|Max|Lt|Le|Gt|Ge|And|Or)\(")
 _LOCK = re.compile(r"^\s+(?P<whole>(?:const )?MutexLock \w+\(\w+\);)$")
 
 _FLIPPED = {"<": "<=", "<=": "<", ">": ">=", ">=": ">", "==": "!=", "!=": "=="}
+_OTHER_LANES = {"Add": "Sub", "Sub": "Add", "Min": "Max", "Max": "Min", "Lt": "Le", "Le": "Lt",
+                "Gt": "Ge", "Ge": "Gt", "And": "Or", "Or": "And"}
 _OTHER_RESULT = {"0": "1", "1": "0", "-1": "1", "true": "false", "false": "true"}
 
 
@@ -38,6 +41,21 @@ class Site:
     end: int
     broken: str  # what stands there instead; @ is the switch
     text: str
+
+
+def _end_of_call(line, opening):
+    """Past the parenthesis that closes the one at `opening`; None when the line ends before."""
+    depth = 0
+    for at in range(opening, len(line)):
+        depth += {"(": 1, ")": -1}.get(line[at], 0)
+        if depth == 0:
+            return at + 1
+    return None
+
+
+def is_painter(path):
+    """Whether the file belongs to the rooms that turn marks into pixels."""
+    return "/canvas/" in path or "/raster/" in path
 
 
 def _sites_of_line(path, number, line):
@@ -53,7 +71,13 @@ def _sites_of_line(path, number, line):
     for match in _COMPARISON.finditer(line):
         flipped = f"{match['a']} {_FLIPPED[match['op']]} {match['b']}"
         yield site("flipped comparison", match, f"(@ ? ({flipped}) : ({match['whole']}))")
-    if path.endswith(".h"):
+    for match in _LANES.finditer(line):
+        if end := _end_of_call(line, match.end() - 1):
+            call = line[match.start():end]
+            other = "hn::" + _OTHER_LANES[match["op"]] + line[match.end() - 1:end]
+            yield Site(path, number, "changed lanes", match.start(), end,
+                       f"(@ ? {other} : {call})", line.strip())
+    if path.endswith(".h") and not path.endswith("-inl.h"):
         return
     if match := _LOCK.match(line):
         yield site("dropped lock", match, "")
@@ -65,7 +89,7 @@ def _sites_of_line(path, number, line):
     for match in _STEP.finditer(line):
         step = int(match["b"])
         other = step + 1 if step != 1 else 0
-        yield site("off by one", match, f"({match['a']} {match['op']} (@ ? {other} : {step}))")
+        yield site("off by one", match, f"{match['a']} {match['op']} (@ ? {other} : {step})")
 
 
 def choose_sites(path, text, seed):
@@ -73,7 +97,8 @@ def choose_sites(path, text, seed):
     found = [site for number, line in enumerate(text.split("\n"), 1)
              for site in _sites_of_line(path, number, line)]
     random.Random(f"{seed} {path}").shuffle(found)
-    most = min(4 if "platform/" in path else 9, len(found) // 5 + 1)
+    few = "platform/" in path and not is_painter(path)
+    most = min(4 if few else 9, len(found) // 5 + 1)
     chosen = {}
     for site in found:
         if len(chosen) < most:

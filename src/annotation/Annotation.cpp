@@ -3,9 +3,7 @@
 #include <atomic>
 #include <utility>
 
-#include "annotation/ReachTable.h"
-
-#include "platform/Platform.h"
+#include "annotation/AnnotationState.h"
 
 namespace {
 
@@ -15,25 +13,28 @@ std::atomic_ref<std::int32_t> Shared(std::int32_t& field) {
   return std::atomic_ref<std::int32_t>(field);
 }
 
-// The sub-models that count as one mark: the unbroken run from 0, without the empty ones.
-Annotation::SubModels ConnectedSubModels(const Annotation::SubModels& all) {
-  Annotation::SubModels connected;
-  unsigned int next = 0;
-  for (const auto& [number, list] : all) {
-    if (number != next) {
-      break;
-    }
-    ++next;
-    if (!list.empty()) {
-      connected.emplace_hint(connected.end(), number, list);
-    }
-  }
-  return connected;
-}
-
 }  // namespace
 
-struct Annotation::Snapshot {
+AnnotationHeader::AnnotationHeader() = default;
+AnnotationHeader::AnnotationHeader(const AnnotationHeader& other) = default;
+AnnotationHeader& AnnotationHeader::operator=(const AnnotationHeader& other) = default;
+AnnotationHeader::~AnnotationHeader() = default;
+
+Annotation::Annotation() : state(std::make_unique<State>(*this)) {}
+Annotation::~Annotation() = default;
+
+Annotation::Annotation(const Annotation& other) : Annotation() {
+  state->CopyAnnotation(*other.state);
+}
+
+Annotation& Annotation::operator=(const Annotation& other) {
+  if (this != &other) {
+    state->CopyAnnotation(*other.state);
+  }
+  return *this;
+}
+
+struct Annotation::State::Snapshot {
   AnnotationHeader header;
   AnnotationPoint moveOrigin{};
   SubModels points;
@@ -41,86 +42,66 @@ struct Annotation::Snapshot {
   std::shared_ptr<Gdiplus::Image> picture;
 };
 
-Annotation::Annotation() = default;
-Annotation::~Annotation() = default;
-
-Annotation::Annotation(const Annotation& other) : Annotation() {
-  CopyAnnotation(other);
-}
-
-Annotation& Annotation::operator=(const Annotation& other) {
-  if (this != &other) {
-    CopyAnnotation(other);
-  }
-  return *this;
-}
-
-Annotation::Snapshot Annotation::TakeSnapshot() const {
+Annotation::State::Snapshot Annotation::State::TakeSnapshot() const {
   MutexLock lock(mutex);
-  return {*this, moveOrigin, ConnectedSubModels(points), frame, picture};
+  return {header, moveOrigin, points.Connected(), frame, picture};
 }
 
 // The snapshot keeps the two locks apart and, should memory run out, this mark as it was.
-void Annotation::CopyAnnotation(const Annotation& source) {
+void Annotation::State::CopyAnnotation(const State& source) {
   Snapshot snapshot = source.TakeSnapshot();
   MutexLock lock(mutex);
   TakeOver(snapshot);
 }
 
-void Annotation::TakeOver(Snapshot& snapshot) {
-  AnnotationHeader& header = snapshot.header;
-  annotationId = std::move(header.annotationId);
-  userId = std::move(header.userId);
-  userSubId = std::move(header.userSubId);
-  nickname = std::move(header.nickname);
-  hostData1 = header.hostData1;
-  hostData2 = header.hostData2;
-  hostData3 = header.hostData3;
-  subModelIndex = header.subModelIndex;
-  order = header.order;
-  Shared(erased).store(header.erased, std::memory_order_relaxed);
-  tipVisible = header.tipVisible;
-  type = header.type;
-  subType = header.subType;
-  pen = header.pen;
+void Annotation::State::TakeOver(Snapshot& snapshot) {
+  AnnotationHeader& from = snapshot.header;
+  header.annotationId = std::move(from.annotationId);
+  header.userId = std::move(from.userId);
+  header.userSubId = std::move(from.userSubId);
+  header.nickname = std::move(from.nickname);
+  header.hostData1 = from.hostData1;
+  header.hostData2 = from.hostData2;
+  header.hostData3 = from.hostData3;
+  header.subModelIndex = from.subModelIndex;
+  header.order = from.order;
+  Shared(header.erased).store(from.erased, std::memory_order_relaxed);
+  header.tipVisible = from.tipVisible;
+  header.type = from.type;
+  header.subType = from.subType;
+  header.pen = from.pen;
   moveOrigin = snapshot.moveOrigin;
   frame = snapshot.frame;
   picture.swap(snapshot.picture);
-  points.swap(snapshot.points);
-  PointsReplaced();
+  points.SetAll(snapshot.points);
   PublishReach();
 }
 
 void Annotation::Init(AnnotationPen newPen, AnnotationType newType, AnnotationSubType newSubType,
                       const std::string& newUserId, const std::string& newUserSubId,
                       const std::string& newNickname) {
-  MutexLock lock(mutex);
+  MutexLock lock(state->mutex);
   pen = newPen;
   type = newType;
   subType = newSubType;
   userId = newUserId;
   userSubId = newUserSubId;
   nickname = newNickname;
-  PublishReach();
+  state->PublishReach();
 }
 
 void Annotation::SetAnnotationId(const std::string& newId) {
-  MutexLock lock(mutex);
+  MutexLock lock(state->mutex);
   annotationId = newId;
 }
 
 std::string Annotation::GetAnnotationId() const {
-  MutexLock lock(mutex);
+  MutexLock lock(state->mutex);
   return annotationId;
 }
 
-bool Annotation::IsNamedIn(const std::map<std::string, Annotation*>& annotations) const {
-  MutexLock lock(mutex);
-  return annotations.contains(annotationId);
-}
-
 void Annotation::Erase(int value) {
-  MutexLock lock(mutex);
+  MutexLock lock(state->mutex);
   Shared(erased).store(value, std::memory_order_relaxed);
 }
 
@@ -128,31 +109,10 @@ int Annotation::IsErased() const {
   return Shared(const_cast<std::int32_t&>(erased)).load(std::memory_order_relaxed);
 }
 
-Annotation::TipSubject Annotation::GetTipSubject() const {
-  MutexLock lock(mutex);
-  TipSubject subject;
-  if (nickname.empty() || tipVisible == 0) {
-    return subject;
-  }
-  subject.isWanted = true;
-  subject.userId = userId;
-  subject.nickname = nickname;
-  const auto first = points.find(0);
-  if (first != points.end() && !first->second.empty()) {
-    subject.hasPoint = true;
-    subject.firstPoint = first->second.front();
-  }
-  return subject;
-}
-
-void Annotation::SetTipVisible(int value) {
-  MutexLock lock(mutex);
-  tipVisible = value;
-}
-
 void Annotation::Destroy() {
-  MutexLock lock(mutex);
-  picture.reset();
-  points.clear();
-  PointsReplaced();
+  MutexLock lock(state->mutex);
+  state->picture.reset();
+  SubModels none;
+  state->points.SetAll(none);
+  state->PublishReach();
 }

@@ -4,7 +4,7 @@
 
 #include <parchlet/Annotation.h>
 
-#include "platform/Platform.h"
+#include "annotation/AnnotationState.h"
 
 namespace {
 
@@ -45,7 +45,7 @@ void Annotation::SetPicture(const std::wstring& path, const std::string& propert
   if (path.empty()) {
     return;
   }
-  SetLoadedPicture(LoadImage(path.c_str()), property);
+  state->SetLoadedPicture(LoadImage(path.c_str()), property);
 }
 
 void Annotation::SetPicture(IStream* stream, const std::string& property) {
@@ -54,20 +54,22 @@ void Annotation::SetPicture(IStream* stream, const std::string& property) {
   }
   std::shared_ptr<Gdiplus::Image> loaded = LoadImage(stream);
   stream->Release();
-  SetLoadedPicture(std::move(loaded), property);
+  state->SetLoadedPicture(std::move(loaded), property);
 }
 
 // Takes the property by value, so that a mark changes whole or not at all.
-void Annotation::SetLoadedPicture(std::shared_ptr<Gdiplus::Image> loaded, std::string property) {
+void Annotation::State::SetLoadedPicture(std::shared_ptr<Gdiplus::Image> loaded,
+                                         std::string property) {
   MutexLock lock(mutex);
   picture.swap(loaded);
   SetPictureProperty(std::move(property));
+  PublishReach();
 }
 
-void Annotation::SetPictureProperty(std::string property) {
+void Annotation::State::SetPictureProperty(std::string property) {
   if (picture == nullptr) {
     return;
   }
-  subType = SubTypeOf(*picture);
-  pictureProperty.swap(property);
+  header.subType = SubTypeOf(*picture);
+  header.pictureProperty.swap(property);
 }

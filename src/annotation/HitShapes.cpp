@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cstdint>
+#include <cstdlib>
 #include <span>
 
 #include <parchlet/Utils.h>
@@ -24,10 +25,6 @@ struct WideBox {
   std::int64_t bottom;
 };
 
-LONG Middle(LONG a, LONG b) {
-  return static_cast<LONG>((std::int64_t{a} + b) / 2);
-}
-
 // The corners in the order of the walk around; the last one closes it.
 bool CrossesSides(POINT from, POINT to, std::span<const POINT> corners) {
   for (std::size_t i = 1; i < corners.size(); ++i) {
@@ -48,6 +45,23 @@ float Dot(Vector a, Vector b) {
 }
 
 }  // namespace
+
+std::int64_t Farthest(const RECT& box) {
+  const auto distance = [](LONG value) { return std::abs(std::int64_t{value}); };
+  return std::max(
+      {distance(box.left), distance(box.top), distance(box.right), distance(box.bottom)});
+}
+
+std::int64_t Extents(const RECT& box) {
+  return std::int64_t{box.right} - box.left + (std::int64_t{box.bottom} - box.top);
+}
+
+RECT CrossableArea(const RECT& eraser, std::int64_t farthest, std::int64_t extents) {
+  farthest = std::max(farthest, Farthest(eraser));
+  return farthest > kFarthestExact
+             ? kEverywhere
+             : Widened(eraser, CrossingMargin(farthest, extents + Extents(eraser)));
+}
 
 bool IsInBox(POINT point, const RECT& box, int margin) {
   const WideBox wide(box, margin);

@@ -29,6 +29,11 @@ inline POINT PixelOf(const AnnotationPoint& point, CurrentAnnotPageSize size) {
           SaturatingPixel(size.height * point.yRatio + 0.5)};
 }
 
+// The pixel of the last conversion.
+inline POINT StoredPixel(const AnnotationPoint& point) {
+  return {point.x, point.y};
+}
+
 // The page point of a host's pixel.
 inline AnnotationPoint PagePoint(POINT pixel, CurrentAnnotPageSize size) {
   return {pixel.x, pixel.y, static_cast<double>(pixel.x) / static_cast<double>(size.width),
@@ -49,6 +54,20 @@ inline bool IsSameBox(const RECT& a, const RECT& b) {
 
 inline RECT BoxOf(POINT a, POINT b) {
   return {std::min(a.x, b.x), std::min(a.y, b.y), std::max(a.x, b.x), std::max(a.y, b.y)};
+}
+
+inline bool DoMeet(const RECT& a, const RECT& b) {
+  return a.left <= b.right && b.left <= a.right && a.top <= b.bottom && b.top <= a.bottom;
+}
+
+// The box with `margin` more on every side, as far as pixels go.
+inline RECT Widened(const RECT& box, std::int64_t margin) {
+  return {SaturatingPixel(box.left - margin), SaturatingPixel(box.top - margin),
+          SaturatingPixel(box.right + margin), SaturatingPixel(box.bottom + margin)};
+}
+
+inline LONG Middle(LONG a, LONG b) {
+  return static_cast<LONG>((std::int64_t{a} + b) / 2);
 }
 
 inline void Extend(RECT& box, POINT point) {

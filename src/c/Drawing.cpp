@@ -24,12 +24,7 @@ int32_t ParchletGetCurrentAnnotationInfo(ParchletEngine* engine, ParchletTexts* 
                     std::string id = parchlet.GetCurrentAnnotationInfo(doc, page);
                     Replace(docId, std::move(doc));
                     Replace(pageId, std::move(page));
-                    if (id.empty()) {
-                      Empty({annotationId});
-                      return PARCHLET_NO;
-                    }
-                    Replace(annotationId, std::move(id));
-                    return PARCHLET_YES;
+                    return ReplaceIfAny(annotationId, std::move(id));
                   },
                   {annotationId, docId, pageId});
 }

@@ -29,7 +29,57 @@ ParchletPageInfo InfoOf(const AnnotationPageInfo& info) {
           info.backgroundColor};
 }
 
+// Runs an operation that returns the id of the page it made current, or an empty id.
+template <class Operation>
+int32_t Goto(ParchletEngine* engine, ParchletTexts* pageId, const Operation& operation) {
+  return OnEngine(engine,
+                  [&](Parchlet& parchlet) { return ReplaceIfAny(pageId, operation(parchlet)); },
+                  {pageId});
+}
+
 }  // namespace
+
+int32_t ParchletNewDoc(ParchletEngine* engine, const char* creator, const char* docId) {
+  return OnEngine(engine,
+                  [&](Parchlet& parchlet) { return parchlet.NewDoc(Text(creator), Text(docId)); });
+}
+
+int32_t ParchletDelDoc(ParchletEngine* engine, const char* docId) {
+  return OnEngine(engine, [&](Parchlet& parchlet) { return parchlet.DelDoc(Text(docId)); });
+}
+
+int32_t ParchletGetDocCount(ParchletEngine* engine) {
+  return OnEngine(engine, [](Parchlet& parchlet) { return parchlet.GetDocCount(); });
+}
+
+int32_t ParchletGetDocCreator(ParchletEngine* engine, const char* docId, ParchletTexts* creator) {
+  return OnEngine(engine,
+                  [&](Parchlet& parchlet) {
+                    std::string found;
+                    if (parchlet.GetDocCreator(Text(docId), found) == 0) {
+                      Empty({creator});
+                      return PARCHLET_NO;
+                    }
+                    Replace(creator, std::move(found));
+                    return PARCHLET_YES;
+                  },
+                  {creator});
+}
+
+int32_t ParchletIsDocExist(ParchletEngine* engine, const char* docId) {
+  return OnEngine(engine, [&](Parchlet& parchlet) { return parchlet.IsDocExist(Text(docId)); });
+}
+
+int32_t ParchletIsDocOpened(ParchletEngine* engine, const char* docId, ParchletTexts* out) {
+  return OnEngine(engine,
+                  [&](Parchlet& parchlet) {
+                    std::string unused;
+                    const int result = parchlet.IsDocOpened(Text(docId), unused);
+                    Empty({out});
+                    return result;
+                  },
+                  {out});
+}
 
 int32_t ParchletNewPage(ParchletEngine* engine, const char* docId, const char* pageId,
                         const char* creator, void* window, const ParchletPageInfo* info) {
@@ -75,7 +125,7 @@ int32_t ParchletGetPageCreator(ParchletEngine* engine, const char* docId, const 
     return PARCHLET_BAD_ARGUMENT;
   }
   return OnEngine(engine, [&](Parchlet& parchlet) {
-    // Copied first, as the arguments may lie in the buffer.
+    // Copied before the buffer is cleared: the arguments may point into it.
     const std::string doc = Text(docId);
     const std::string page = Text(pageId);
     std::fill_n(buffer, size, '\0');
@@ -110,4 +160,54 @@ int32_t ParchletIsPageExist(ParchletEngine* engine, const char* docId, const cha
   return OnEngine(engine, [&](Parchlet& parchlet) {
     return parchlet.GetPagePtr(Text(docId), Text(pageId)) != nullptr ? PARCHLET_YES : PARCHLET_NO;
   });
+}
+
+int32_t ParchletSetCurrentPage(ParchletEngine* engine, const char* docId, const char* pageId) {
+  return OnEngine(engine, [&](Parchlet& parchlet) {
+    return parchlet.SetCurrentPage(Text(docId), Text(pageId));
+  });
+}
+
+int32_t ParchletGetCurrentPageInfo(ParchletEngine* engine, ParchletTexts* docId,
+                                   ParchletTexts* pageId) {
+  return OnEngine(engine,
+                  [&](Parchlet& parchlet) {
+                    std::string doc;
+                    std::string page;
+                    parchlet.GetCurrentPageInfo(doc, page);
+                    Replace(docId, std::move(doc));
+                    Replace(pageId, std::move(page));
+                  },
+                  {docId, pageId});
+}
+
+int32_t ParchletGotoFirstPage(ParchletEngine* engine, const char* docId, ParchletTexts* pageId) {
+  return Goto(engine, pageId,
+              [&](Parchlet& parchlet) { return parchlet.GotoFirstPage(Text(docId)); });
+}
+
+int32_t ParchletGotoLastPage(ParchletEngine* engine, const char* docId, ParchletTexts* pageId) {
+  return Goto(engine, pageId,
+              [&](Parchlet& parchlet) { return parchlet.GotoLastPage(Text(docId)); });
+}
+
+int32_t ParchletGotoNextPage(ParchletEngine* engine, const char* docId, ParchletTexts* pageId) {
+  return Goto(engine, pageId,
+              [&](Parchlet& parchlet) { return parchlet.GotoNextPage(Text(docId)); });
+}
+
+int32_t ParchletGotoPreviousPage(ParchletEngine* engine, const char* docId, ParchletTexts* pageId) {
+  return Goto(engine, pageId,
+              [&](Parchlet& parchlet) { return parchlet.GotoPreviousPage(Text(docId)); });
+}
+
+int32_t ParchletGotoPageAt(ParchletEngine* engine, const char* docId, int32_t index,
+                           ParchletTexts* pageId) {
+  return Goto(engine, pageId,
+              [&](Parchlet& parchlet) { return parchlet.GotoPage(Text(docId), index); });
+}
+
+int32_t ParchletGotoPage(ParchletEngine* engine, const char* docId, const char* pageId) {
+  return OnEngine(engine,
+                  [&](Parchlet& parchlet) { return parchlet.GotoPage(Text(docId), Text(pageId)); });
 }

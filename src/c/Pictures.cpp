@@ -3,13 +3,10 @@
 ParchletMark* ParchletAddPictureFromFile(ParchletEngine* engine, const char* docId,
                                          const char* pageId, const char* filePath,
                                          const char* pictureProperty, int32_t isBackground) {
-  Annotation* made = nullptr;
-  OnEngine(engine, [&](Parchlet& parchlet) {
-    made = parchlet.AddPictureFromFile(Text(docId), Text(pageId), Text(filePath),
+  return FindMark(engine, [&](Parchlet& parchlet) {
+    return parchlet.AddPictureFromFile(Text(docId), Text(pageId), Text(filePath),
                                        Text(pictureProperty), isBackground != 0);
-    return PARCHLET_YES;
   });
-  return HandleOf(made);
 }
 
 ParchletMark* ParchletAddPictureFromStream(ParchletEngine* engine, const char* docId,
@@ -18,12 +15,9 @@ ParchletMark* ParchletAddPictureFromStream(ParchletEngine* engine, const char* d
   if (data == nullptr) {
     return nullptr;
   }
-  Annotation* made = nullptr;
-  OnEngine(engine, [&](Parchlet& parchlet) {
+  return FindMark(engine, [&](Parchlet& parchlet) {
     const std::string bytes(static_cast<const char*>(data), size);
-    made = parchlet.AddPictureFromStream(Text(docId), Text(pageId), bytes, Text(pictureProperty),
+    return parchlet.AddPictureFromStream(Text(docId), Text(pageId), bytes, Text(pictureProperty),
                                          isBackground != 0);
-    return PARCHLET_YES;
   });
-  return HandleOf(made);
 }

@@ -1,4 +1,4 @@
-// Left out on Windows, where windows are the system's own.
+// Windows in memory. Not built on Windows, where the system's own windows are used.
 #include <algorithm>
 
 #include <parchlet/MemoryWindow.h>
@@ -19,12 +19,10 @@ RECT RectOf(const ParchletRect& rect) {
 }  // namespace
 
 ParchletWindow* ParchletWindowNew(const ParchletRect* screenRect) {
-  ParchletWindow* made = nullptr;
-  Guarded([&] {
-    made = screenRect != nullptr ? new ParchletWindow(RectOf(*screenRect)) : nullptr;
-    return PARCHLET_YES;
-  });
-  return made;
+  if (screenRect == nullptr) {
+    return nullptr;
+  }
+  return OrNull([&] { return new ParchletWindow(RectOf(*screenRect)); });
 }
 
 void ParchletWindowFree(ParchletWindow* window) {
@@ -39,18 +37,12 @@ int32_t ParchletWindowSetScreenRect(ParchletWindow* window, const ParchletRect* 
   if (window == nullptr || screenRect == nullptr) {
     return PARCHLET_BAD_ARGUMENT;
   }
-  return Guarded([&] {
-    window->window.SetScreenRect(RectOf(*screenRect));
-    return PARCHLET_YES;
-  });
+  return Guarded([&] { window->window.SetScreenRect(RectOf(*screenRect)); });
 }
 
 uint64_t ParchletWindowPresentCount(const ParchletWindow* window) {
   std::uint64_t count = 0;
-  Guarded([&] {
-    count = window != nullptr ? window->window.PresentCount() : 0;
-    return PARCHLET_YES;
-  });
+  Guarded([&] { count = window != nullptr ? window->window.PresentCount() : 0; });
   return count;
 }
 

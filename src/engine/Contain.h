@@ -3,8 +3,9 @@
 #include <exception>
 #include <system_error>
 
-// Runs a façade operation and turns what it throws, memory that ran out, into `failure`. Only a
-// mutex that cannot be locked is the host's to know.
+// Runs an operation of the interface and returns `failure` if it throws, for instance
+// std::bad_alloc. Only std::system_error, a thread or mutex that the system refuses, reaches the
+// host.
 template <class Result, class Operation>
 Result Contain(Result failure, const Operation& operation) {
   try {

@@ -17,7 +17,7 @@ std::string_view BaseName(std::string_view file) {
 LogRecord::LogRecord(int level, const char* tag, const char* file, int line, const char* function,
                      const std::string& loggerName)
     : level(level), loggerName(loggerName) {
-  // The host's locale would write a line number with separators.
+  // In the host's locale, line numbers could get digit separators.
   text.imbue(std::locale::classic());
   if (tag == nullptr || file == nullptr || function == nullptr) {
     return;

@@ -3,16 +3,15 @@
 #include <sstream>
 #include <string>
 
-// One line of log, composed where it is made and handed to the logger of `loggerName` when it goes
-// out of scope: "[FILE:LINE FUNCTION]" and what was appended to Text().
+// One log record: "[FILE:LINE FUNCTION]" and what is appended to Text(). The destructor writes it
+// to the logger named `loggerName`. Lives on one thread's stack.
 class LogRecord {
  public:
-  // `tag` stands in brackets before the header unless it is empty. A null tag, file or function
-  // leaves the header out. `file` is cut to its base name.
+  // A non-empty `tag` is put in brackets before the header. If tag, file or function is null, there
+  // is no header. Only the base name of `file` is written.
   LogRecord(int level, const char* tag, const char* file, int line, const char* function,
             const std::string& loggerName);
-  // Emits the record; what the logger throws is dropped, as logging must not change what a call
-  // does.
+  // Writes the record. Ignores what the logger throws: logging must not change what a call does.
   ~LogRecord();
   LogRecord(const LogRecord&) = delete;
   LogRecord& operator=(const LogRecord&) = delete;
@@ -28,6 +27,6 @@ class LogRecord {
 inline constexpr int kLogFailure = 0;
 inline constexpr int kLogLifetime = 2;
 
-// A record of the engine. Append to it: PARCHLET_LOG(...) << "text" << id.c_str().
+// Makes a record of the engine, to append to: PARCHLET_LOG(...) << "text" << id.c_str().
 #define PARCHLET_LOG(level, function) \
   LogRecord((level), "", __FILE__, __LINE__, (function), "SDK").Text()

@@ -1,21 +1,26 @@
 #include <parchlet/Parchlet.h>
 
 #include <algorithm>
+#include <vector>
 
+#include <parchlet/Utils.h>
+
+#include "annotation/MarkKind.h"
 #include "document/AnnotationDoc.h"
 #include "engine/Contain.h"
+#include "engine/EngineState.h"
 #include "engine/LogRecord.h"
-#include "engine/PeriodicTimer.h"
 #include "page/AnnotationPage.h"
-#include "page/NicknameTipStyle.h"
 
 namespace {
 
 constexpr int kRefreshIntervalMs = 40;
-constexpr unsigned int kMaxPenWidth = 30;
 constexpr unsigned int kLastSubType = 23;
+constexpr unsigned int kDefaultTipFontSize = 18;
+// The default font family, by its Simplified Chinese name.
+constexpr const wchar_t* kDefaultTipFont = L"\u5FAE\u8F6F\u96C5\u9ED1";
 
-// Logging must not keep an engine from being made or destroyed.
+// A record that cannot be written must not stop an engine from being created or destroyed.
 void LogLifetime(const char* function, int line, const char* text) {
   Contain(0, [&] {
     LogRecord(kLogLifetime, "", __FILE__, line, function, "SDK").Text() << text;
@@ -25,94 +30,64 @@ void LogLifetime(const char* function, int line, const char* text) {
 
 }  // namespace
 
-Parchlet::Parchlet() : refreshTimer(std::make_unique<PeriodicTimer>()) {
+Parchlet::Parchlet() : state(std::make_unique<State>()) {
   LogLifetime("Parchlet::Parchlet", __LINE__, "constructor");
 }
 
 Parchlet::~Parchlet() {
   LogLifetime("Parchlet::~Parchlet", __LINE__, "destructor");
-  TearDown();
+  state->TearDown();
 }
 
 int Parchlet::Init() {
-  if (initialised == 1) {
+  if (state->initialised == 1) {
     return 0;
   }
   return Contain(0, [this] {
-    refreshTimer->Start(kRefreshIntervalMs, [this] { UpdateLayeredContent(); });
-    initialised = 1;
+    state->refreshTimer.Start(kRefreshIntervalMs, [this] { state->UpdateLayeredContent(); });
+    state->initialised = 1;
     return 1;
   });
 }
 
 void Parchlet::Destroy() {
-  if (initialised == 1) {
-    TearDown();
+  if (state->initialised == 1) {
+    state->TearDown();
   }
-}
-
-void Parchlet::TearDown() {
-  refreshTimer->Stop();
-  activeWindow = nullptr;
-  currentDocument = nullptr;
-  PublishCurrentPage();
-  tipStyle.reset();
-  ClearDocs();
-  initialised = 0;
-}
-
-// A frame that fails, a window's own code that throws included, must not end the host's process: it
-// is given up, and the next one tries again.
-int Parchlet::UpdateLayeredContent() {
-  try {
-    MutexLock lock(handOverMutex);
-    return refreshPage != nullptr ? refreshPage->UpdateLayeredContent() : 0;
-  } catch (...) {
-    return 0;
-  }
-}
-
-void Parchlet::PublishCurrentPage() {
-  MutexLock lock(handOverMutex);
-  refreshPage = GetCurrentPage();
-}
-
-void Parchlet::WithdrawCurrentPage() {
-  MutexLock lock(handOverMutex);
-  refreshPage = nullptr;
 }
 
 void Parchlet::SetPen(unsigned long color, unsigned int width) {
-  pen.color = static_cast<std::uint32_t>(color);
-  pen.width = static_cast<std::int32_t>(std::clamp(width, 1U, kMaxPenWidth));
+  state->pen.color = static_cast<std::uint32_t>(color);
+  state->pen.width =
+      static_cast<std::int32_t>(std::clamp<unsigned int>(width, kMinPenWidth, kMaxPenWidth));
 }
 
 void Parchlet::SetAnnotationType(AnnotationType type, AnnotationSubType subType) {
   if (type >= AnnotationTypeDrawing && type <= AnnotationTypeReserved4) {
-    annotationType = type;
+    state->annotationType = type;
   }
   if (static_cast<unsigned int>(subType) <= kLastSubType) {
-    annotationSubType = subType;
+    state->annotationSubType = subType;
   }
 }
 
 void Parchlet::SetUserInfo(const std::string& newUserId, const std::string& newUserSubId,
                            const std::string& newNickname) {
   Contain(0, [&] {
-    // Copied first: identity changes whole or not at all.
-    std::string id = newUserId.empty() ? userId : newUserId;
+    // Copy first, then swap, which cannot fail: the identity changes as a whole or not at all.
+    std::string id = newUserId.empty() ? state->userId : newUserId;
     std::string subId = newUserSubId;
     std::string name = newNickname;
-    userId.swap(id);
-    userSubId.swap(subId);
-    nickname.swap(name);
+    state->userId.swap(id);
+    state->userSubId.swap(subId);
+    state->nickname.swap(name);
     return 1;
   });
 }
 
 int Parchlet::SetPageBackgroundColor(unsigned int color) {
-  pageBackgroundColor = color;
-  AnnotationPage* page = GetCurrentPage();
+  state->pageBackgroundColor = color;
+  AnnotationPage* page = state->GetCurrentPage();
   if (page == nullptr) {
     return 0;
   }
@@ -127,4 +102,27 @@ int Parchlet::SetZoom(const std::string& /*docId*/, float /*zoom*/, int /*x*/, i
 int Parchlet::SetPageSize(const std::string& /*docId*/, const std::string& /*pageId*/,
                           int /*width*/, int /*height*/) {
   return 1;
+}
+
+int Parchlet::SetNicknameTip(unsigned int textColor, unsigned int fontSize,
+                             const std::string& fontName, unsigned int boxColor) {
+  return Contain(0, [&] {
+    auto style = std::make_shared<NicknameTipStyle>();
+    style->boxColor = boxColor;
+    style->textColor = textColor;
+    style->fontSize = fontSize != 0 ? fontSize : kDefaultTipFontSize;
+    style->fontFamily = fontName.empty() ? kDefaultTipFont : Utils::Utf8ToUnicode(fontName);
+    std::vector<AnnotationPage*> pages;
+    for (const auto& [docId, document] : state->documents) {
+      for (const auto& [pageId, page] : document->GetPages()) {
+        pages.push_back(page);
+      }
+    }
+    // Nothing below can fail: either all pages get the style or none does.
+    state->tipStyle = std::move(style);
+    for (AnnotationPage* page : pages) {
+      page->SetNicknameTip(state->tipStyle);
+    }
+    return 1;
+  });
 }

@@ -5,20 +5,22 @@
 
 #include "document/AnnotationDoc.h"
 #include "engine/Contain.h"
+#include "engine/EngineState.h"
 #include "page/AnnotationPage.h"
 
 int Parchlet::StartDrawing(const std::string& docId, const std::string& pageId, POINT point) {
   return Contain(0, [&] {
-    if (annotationType != AnnotationTypeDrawing) {
+    if (state->annotationType != AnnotationTypeDrawing) {
       return 0;
     }
     AnnotationPage* page = GetPagePtr(docId, pageId);
-    if (page == nullptr || page->IsPointInPage(point) == 0) {
+    if (page == nullptr || !page->IsPointInPage(point)) {
       return 0;
     }
     auto made = std::make_unique<Annotation>();
-    made->Init(pen, annotationType, annotationSubType, userId, userSubId, nickname);
-    // Before the page has it: a press that fails leaves no mark.
+    made->Init(state->pen, state->annotationType, state->annotationSubType, state->userId,
+               state->userSubId, state->nickname);
+    // Add the point before the page takes the mark, so that a press that fails leaves no mark.
     made->AddPoint(page->ToPagePoint(point));
     page->AddAnnotation(made.get(), false);
     static_cast<void>(made.release());
@@ -26,43 +28,29 @@ int Parchlet::StartDrawing(const std::string& docId, const std::string& pageId, 
   });
 }
 
-Annotation* Parchlet::GetCurrentAnnotation() {
-  const AnnotationPage* page = GetCurrentPage();
-  return page != nullptr ? page->GetCurrentAnnotation() : nullptr;
-}
-
-// The mark that a move extends and a release ends, or null.
-Annotation* Parchlet::GetDrawingInProgress() {
-  if (activeWindow == nullptr) {
-    return nullptr;
-  }
-  Annotation* annotation = GetCurrentAnnotation();
-  return annotation != nullptr && annotation->type == AnnotationTypeDrawing ? annotation : nullptr;
-}
-
 int Parchlet::MoveDrawing(POINT point) {
   return Contain(0, [&] {
-    Annotation* annotation = GetDrawingInProgress();
+    Annotation* annotation = state->GetDrawingInProgress();
     if (annotation == nullptr) {
       return 0;
     }
-    annotation->AddPoint(GetCurrentPage()->ToPagePoint(point));
+    annotation->AddPoint(state->GetCurrentPage()->ToPagePoint(point));
     return 1;
   });
 }
 
 int Parchlet::EndDrawing() {
-  if (GetDrawingInProgress() == nullptr) {
+  if (state->GetDrawingInProgress() == nullptr) {
     return 0;
   }
-  GetCurrentPage()->SetCurrentAnnotation(nullptr);
+  state->GetCurrentPage()->SetCurrentAnnotation(nullptr);
   return 1;
 }
 
 std::string Parchlet::GetCurrentAnnotationInfo(std::string& docId, std::string& pageId) {
   return Contain(std::string(), [&] {
     GetCurrentPageInfo(docId, pageId);
-    const Annotation* annotation = GetCurrentAnnotation();
+    const Annotation* annotation = state->GetCurrentAnnotation();
     return annotation != nullptr ? annotation->GetAnnotationId() : std::string();
   });
 }

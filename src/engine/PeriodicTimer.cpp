@@ -1,7 +1,6 @@
 #include "engine/PeriodicTimer.h"
 
 #include <chrono>
-#include <thread>
 #include <utility>
 
 PeriodicTimer::~PeriodicTimer() {
@@ -9,36 +8,37 @@ PeriodicTimer::~PeriodicTimer() {
 }
 
 void PeriodicTimer::Start(int intervalMs, std::function<void()> task) {
-  if (!idle.exchange(false)) {
-    return;
-  }
-  try {
-    std::thread([this, intervalMs, task = std::move(task)] { Run(intervalMs, task); }).detach();
-  } catch (...) {
-    idle = true;
-    throw;
+  const std::lock_guard lock(mutex);
+  if (!isRunning) {
+    worker = std::thread([this, intervalMs, task = std::move(task)] { Run(intervalMs, task); });
+    isRunning = true;
   }
 }
 
 void PeriodicTimer::Stop() {
-  if (idle || stopRequested.exchange(true)) {
-    return;
+  {
+    const std::lock_guard lock(mutex);
+    if (!isRunning || stopRequested) {
+      return;
+    }
+    stopRequested = true;
   }
-  std::unique_lock lock(mutex);
-  stoppedSignal.wait(lock, [this] { return idle.load(); });
+  stopSignal.notify_one();
+  worker.join();
+  const std::lock_guard lock(mutex);
+  isRunning = false;
   stopRequested = false;
 }
 
 void PeriodicTimer::Run(int intervalMs, const std::function<void()>& task) {
-  while (!stopRequested) {
-    if (intervalMs > 0) {
-      // Not the system's time of day: setting that back would freeze the page.
-      std::this_thread::sleep_until(std::chrono::steady_clock::now() +
-                                    std::chrono::milliseconds(intervalMs));
-    }
+  while (WaitFor(intervalMs)) {
     task();
   }
-  const std::lock_guard lock(mutex);
-  idle = true;
-  stoppedSignal.notify_one();
+}
+
+bool PeriodicTimer::WaitFor(int intervalMs) {
+  // A steady clock: if the time of day is set back, refreshing goes on.
+  const auto deadline = std::chrono::steady_clock::now() + std::chrono::milliseconds(intervalMs);
+  std::unique_lock lock(mutex);
+  return !stopSignal.wait_until(lock, deadline, [this] { return stopRequested; });
 }

@@ -1,35 +1,37 @@
 #pragma once
 
-#include <atomic>
 #include <condition_variable>
 #include <functional>
 #include <mutex>
+#include <thread>
 
-// Calls a task again and again on a thread of its own. Start, Stop and the destructor belong to the
-// owner's thread and must not be called from within the task; the timer outlives its worker, which
-// is never joined but handed over: the worker sets `idle` under `mutex` and signals.
+// Calls a task periodically on a thread of its own, which Stop joins. The owner's thread calls
+// Start, Stop and the destructor; the task must not.
 class PeriodicTimer {
  public:
   PeriodicTimer() = default;
-  // Stops first.
+  // Calls Stop.
   ~PeriodicTimer();
   PeriodicTimer(const PeriodicTimer&) = delete;
   PeriodicTimer& operator=(const PeriodicTimer&) = delete;
 
-  // Starts a worker that sleeps `intervalMs` milliseconds (none below 1) and calls `task`, over and
-  // over; the period is the interval plus what the task takes. Nothing when a worker runs. Throws
-  // std::system_error when the system refuses a thread, and stays idle then. A task that throws
-  // ends the process.
+  // Starts a worker that repeats: wait `intervalMs` milliseconds (0 or less: not at all), then call
+  // `task`. The period is the interval plus the time that the task takes. Does nothing if a worker
+  // runs. Throws std::system_error if the system refuses a thread; the timer is then idle. A task
+  // that throws ends the process.
   void Start(int intervalMs, std::function<void()> task);
-  // Returns when the worker has ended its last call and will make no other: within one interval and
-  // one call. At once when there is no worker or another Stop is under way.
+  // Wakes the worker if it waits, lets a call of the task end, and joins the worker. Returns at
+  // once if there is no worker or another Stop is under way.
   void Stop();
 
  private:
   void Run(int intervalMs, const std::function<void()>& task);
+  // Waits. Returns false as soon as Stop is called, else true.
+  bool WaitFor(int intervalMs);
 
-  std::atomic<bool> idle{true};
-  std::atomic<bool> stopRequested{false};
-  std::mutex mutex;  // the hand-over of `idle`
-  std::condition_variable stoppedSignal;
+  std::thread worker;  // written by Start, under `mutex`; used by the Stop that joins it
+  std::mutex mutex;    // guards the two flags
+  std::condition_variable stopSignal;
+  bool isRunning = false;  // from Start until the worker is joined
+  bool stopRequested = false;
 };

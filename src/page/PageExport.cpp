@@ -36,20 +36,15 @@ bool SaveScreenArea(HDC display, POINT origin, int width, int height, const std:
 
 }  // namespace
 
-int AnnotationPage::SaveSurface(const std::wstring& path, const CLSID& encoder) {
-  if (surface.GetBitmap() == nullptr) {
-    return 0;
-  }
-  return SaveBitmap(surface.GetBitmap(), surface.GetWidth(), surface.GetHeight(), path, encoder)
-             ? 1
-             : 0;
+bool AnnotationPage::SaveSurface(const std::wstring& path, const CLSID& encoder) const {
+  return ReadableSurface().Save(path, encoder);
 }
 
-int AnnotationPage::SavePage(const std::wstring& path, const std::wstring& displayDevice) {
+bool AnnotationPage::SavePage(const std::wstring& path, const std::wstring& displayDevice) {
   MutexLock lock(mutex);
   CLSID encoder{};
   if (!GetEncoder(path, &encoder)) {
-    return 0;
+    return false;
   }
   if (displayDevice.empty()) {
     return SaveSurface(path, encoder);
@@ -59,41 +54,37 @@ int AnnotationPage::SavePage(const std::wstring& path, const std::wstring& displ
   DEVMODEW mode{};
   mode.dmSize = sizeof(mode);
   if (display == nullptr || EnumDisplaySettingsW(name, ENUM_CURRENT_SETTINGS, &mode) == 0) {
-    return 0;
+    return false;
   }
   return SaveScreenArea(display.get(), {0, 0}, static_cast<int>(mode.dmPelsWidth),
-                        static_cast<int>(mode.dmPelsHeight), path, encoder)
-             ? 1
-             : 0;
+                        static_cast<int>(mode.dmPelsHeight), path, encoder);
 }
 
-int AnnotationPage::SavePage(const std::wstring& path, HWND capturedWindow) {
+bool AnnotationPage::SavePage(const std::wstring& path, HWND capturedWindow) {
   MutexLock lock(mutex);
   CLSID encoder{};
   if (!GetEncoder(path, &encoder)) {
-    return 0;
+    return false;
   }
   if (capturedWindow == nullptr || IsWindow(capturedWindow) == 0) {
     return SaveSurface(path, encoder);
   }
   RECT area{};
   if (GetWindowRect(capturedWindow, &area) == 0) {
-    return 0;
+    return false;
   }
   MONITORINFOEXW monitor{};
   monitor.cbSize = sizeof(monitor);
   if (GetMonitorInfoW(MonitorFromRect(&area, MONITOR_DEFAULTTONEAREST), &monitor) == 0) {
-    return 0;
+    return false;
   }
   const OwnedContext display(CreateDCW(monitor.szDevice, monitor.szDevice, nullptr, nullptr));
   if (display == nullptr) {
-    return 0;
+    return false;
   }
   const POINT origin = {SaturatingPixel(std::int64_t{area.left} - monitor.rcMonitor.left),
                         SaturatingPixel(std::int64_t{area.top} - monitor.rcMonitor.top)};
   return SaveScreenArea(display.get(), origin,
                         SaturatingPixel(std::int64_t{area.right} - area.left),
-                        SaturatingPixel(std::int64_t{area.bottom} - area.top), path, encoder)
-             ? 1
-             : 0;
+                        SaturatingPixel(std::int64_t{area.bottom} - area.top), path, encoder);
 }

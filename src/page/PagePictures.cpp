@@ -1,9 +1,10 @@
 #include <cmath>
 #include <memory>
 
+#include <parchlet/Utils.h>
+
 #include "annotation/PixelMath.h"
 #include "page/AnnotationPage.h"
-#include "utils/OwningStream.h"
 
 namespace {
 
@@ -25,19 +26,19 @@ int FitExtent(UINT picture, int page) {
 
 }  // namespace
 
-int AnnotationPage::FitPicture(unsigned int imageWidth, unsigned int imageHeight,
-                               PictureBox* box) const {
+bool AnnotationPage::FitPicture(unsigned int imageWidth, unsigned int imageHeight,
+                                PictureBox* box) const {
   const int width = currentInfo.width;
   const int height = currentInfo.height;
   if (imageWidth == 0 || imageHeight == 0 || width == 0 || height == 0) {
-    return 0;
+    return false;
   }
   constexpr double kSameAspect = 0.001;
   const double pageAspect = static_cast<double>(width) / height;
   const double imageAspect = static_cast<double>(imageWidth) / imageHeight;
   *box = {0, 0, width, height};
   if (std::abs(pageAspect - imageAspect) < kSameAspect) {
-    return 1;
+    return true;
   }
   if (pageAspect > imageAspect) {
     box->width = SaturatingPixel(height * imageAspect);
@@ -46,12 +47,7 @@ int AnnotationPage::FitPicture(unsigned int imageWidth, unsigned int imageHeight
     box->height = SaturatingPixel(width / imageAspect);
     box->y = (height - box->height) / 2;
   }
-  return 1;
-}
-
-bool AnnotationPage::HasGraphics() const {
-  MutexLock lock(mutex);
-  return graphics != nullptr;
+  return true;
 }
 
 // Gives the annotation the corners of its box; false when a background picture has no size.
@@ -59,7 +55,7 @@ bool AnnotationPage::PlacePicture(Gdiplus::Image& probe, Annotation& annotation,
                                   bool isBackground) const {
   PictureBox box = {0, 0, FitExtent(probe.GetWidth(), currentInfo.width),
                     FitExtent(probe.GetHeight(), currentInfo.height)};
-  if (isBackground && FitPicture(probe.GetWidth(), probe.GetHeight(), &box) == 0) {
+  if (isBackground && !FitPicture(probe.GetWidth(), probe.GetHeight(), &box)) {
     return false;
   }
   annotation.AddPoint(ToPagePoint({box.x, box.y}));
@@ -69,19 +65,18 @@ bool AnnotationPage::PlacePicture(Gdiplus::Image& probe, Annotation& annotation,
 
 void AnnotationPage::ReplaceBackgroundPicture(Annotation* annotation) {
   MutexLock lock(mutex);
-  delete backgroundPicture;
-  backgroundPicture = annotation;
-  annotation->isOwned = true;
+  backgroundPicture.reset(annotation);
+  MarkState::Of(*annotation).SetOwned();
 }
 
 // `load` gives the annotation its image. A failure, memory that runs out included, leaves it as it
 // came: without points and without a picture.
 template <class Load>
-int AnnotationPage::GivePicture(Gdiplus::Image& probe, Annotation& annotation, bool isBackground,
-                                const Load& load) {
+bool AnnotationPage::GivePicture(Gdiplus::Image& probe, Annotation& annotation, bool isBackground,
+                                 const Load& load) {
   try {
     if (!PlacePicture(probe, annotation, isBackground)) {
-      return 0;
+      return false;
     }
     load();
   } catch (...) {
@@ -91,32 +86,32 @@ int AnnotationPage::GivePicture(Gdiplus::Image& probe, Annotation& annotation, b
   if (isBackground) {
     ReplaceBackgroundPicture(&annotation);
   }
-  return 1;
+  return true;
 }
 
-int AnnotationPage::AddPictureFromFile(const std::wstring& filePath,
-                                       const std::string& pictureProperty, Annotation* annotation,
-                                       bool isBackground) {
-  if (!HasGraphics() || filePath.empty() || annotation == nullptr) {
-    return 0;
+bool AnnotationPage::AddPictureFromFile(const std::wstring& filePath,
+                                        const std::string& pictureProperty, Annotation* annotation,
+                                        bool isBackground) {
+  if (!surfaceReady || filePath.empty() || annotation == nullptr) {
+    return false;
   }
   Gdiplus::Image probe(filePath.c_str());
   if (probe.GetWidth() == 0 || probe.GetHeight() == 0) {
-    return 0;
+    return false;
   }
   return GivePicture(probe, *annotation, isBackground,
                      [&] { annotation->SetPicture(filePath, pictureProperty); });
 }
 
-int AnnotationPage::AddPictureFromStream(const std::string& pictureData,
-                                         const std::string& pictureProperty, Annotation* annotation,
-                                         bool isBackground) {
-  if (!HasGraphics() || pictureData.empty() || annotation == nullptr) {
-    return 0;
+bool AnnotationPage::AddPictureFromStream(const std::string& pictureData,
+                                          const std::string& pictureProperty,
+                                          Annotation* annotation, bool isBackground) {
+  if (!surfaceReady || pictureData.empty() || annotation == nullptr) {
+    return false;
   }
-  StreamPointer stream(MakeOwningStream(pictureData));
+  StreamPointer stream(Utils::MakePictureStream(pictureData));
   if (stream == nullptr) {
-    return 0;
+    return false;
   }
   Rewind(*stream);
   Gdiplus::Image probe(stream.get());

@@ -1,5 +1,3 @@
-#include <atomic>
-
 #include "page/AnnotationPage.h"
 
 namespace {
@@ -8,59 +6,66 @@ constexpr ULONGLONG kTemporaryInkMs = 8000;
 
 }  // namespace
 
-int AnnotationPage::DrawPage() {
-  MutexLock lock(mutex);
+bool AnnotationPage::DrawPage() {
+  Gdiplus::Graphics* graphics = surface.Painter();
   if (graphics == nullptr) {
-    return 0;
+    return false;
   }
+  MutexLock lock(mutex);
   graphics->Clear(Gdiplus::Color(clearColor));
-  DrawBackgroundPicture();
-  DrawConfirmed();
-  DrawPending();
-  DrawRubberBand();
+  if (backgroundPicture != nullptr && backgroundPicture->IsErased() == 0) {
+    backgroundPicture->Draw(graphics, GetSize(), false);
+  }
+  DrawConfirmed(*graphics);
+  DrawPending(*graphics);
+  Annotation& band = selection.RubberBand();
+  if (band.IsErased() == 0) {
+    band.Draw(graphics, GetSize(), false);
+    band.DrawRectEx(graphics, GetSize());
+  }
   // Whoever reads the surface, with the page lock or after it, finds this frame.
   graphics->Flush(Gdiplus::FlushIntentionSync);
-  return 1;
+  return true;
 }
 
-void AnnotationPage::DrawBackgroundPicture() {
-  if (backgroundPicture != nullptr && backgroundPicture->IsErased() == 0) {
-    backgroundPicture->Draw(graphics.get(), GetSize(), false);
-  }
-}
-
-void AnnotationPage::DrawConfirmed() {
-  for (const PaintOrderEntry& entry : paintOrder) {
+void AnnotationPage::DrawConfirmed(Gdiplus::Graphics& graphics) {
+  const bool hasSelection = !selection.Selected().empty();
+  for (const PaintOrderEntry& entry : store.PaintOrder()) {
     Annotation& annotation = *entry.annotation;
     if (annotation.IsErased() == 0) {
-      annotation.Draw(graphics.get(), GetSize(), false);
-      if (!selectedAnnotations.empty() && annotation.IsNamedIn(selectedAnnotations)) {
-        annotation.DrawRectEx(graphics.get(), GetSize());
+      annotation.Draw(&graphics, GetSize(), false);
+      if (hasSelection && selection.Holds(annotation)) {
+        annotation.DrawRectEx(&graphics, GetSize());
       }
     }
-    DrawTipOf(annotation);
+    DrawTipOf(annotation, graphics);
   }
 }
 
-void AnnotationPage::DrawPending() {
-  for (const auto& [id, annotation] : localAnnotations) {
+void AnnotationPage::DrawTipOf(Annotation& annotation, Gdiplus::Graphics& graphics) {
+  MarkState& state = MarkState::Of(annotation);
+  const MarkState::TipSubject subject = state.GetTipSubject();
+  if (!subject.isWanted) {
+    return;
+  }
+  const bool isVisible =
+      tips.IsTipVisible(subject.userId, annotation.GetAnnotationId(), GetTickCount64());
+  state.SetTipVisible(isVisible ? 1 : 0);
+  if (isVisible && subject.hasPoint && tipStyle != nullptr) {
+    DrawNicknameTip(graphics, *tipStyle, GetSize(), subject.nickname, subject.firstPoint);
+  }
+}
+
+void AnnotationPage::DrawPending(Gdiplus::Graphics& graphics) {
+  for (const auto& [id, annotation] : store.LocalAnnotations()) {
     if (annotation->IsErased() != 0) {
       continue;
     }
-    // The host may write it meanwhile.
-    const std::uint64_t start =
-        std::atomic_ref(annotation->tempStartTick).load(std::memory_order_relaxed);
+    const std::uint64_t start = MarkState::Of(*annotation).TempStartTick();
     if (start != 0 && GetTickCount64() - start >= kTemporaryInkMs) {
       annotation->Erase(1);
     } else {
-      annotation->Draw(graphics.get(), GetSize(), true);
+      annotation->Draw(&graphics, GetSize(), true);
     }
-  }
-}
-
-void AnnotationPage::DrawRubberBand() {
-  if (selectRect.IsErased() == 0) {
-    selectRect.Draw(graphics.get(), GetSize(), false);
-    selectRect.DrawRectEx(graphics.get(), GetSize());
   }
 }

@@ -6,7 +6,7 @@
 
 namespace {
 
-static_assert(std::numeric_limits<float>::is_iec559, "a division by zero must give no trap");
+static_assert(std::numeric_limits<float>::is_iec559, "a division by zero must not trap");
 
 struct FloatPoint {
   explicit FloatPoint(POINT point)
@@ -18,12 +18,12 @@ struct FloatPoint {
   float y;
 };
 
-// False for NaN, which is what parallel lines give.
+// Returns false for NaN, which parallel lines produce.
 bool IsBetween(float value, float a, float b) {
   return value >= std::min(a, b) && value <= std::max(a, b);
 }
 
-// The coordinates cannot overflow a double, nor lose a bit to it below 2^26.
+// In double precision: no coordinate overflows, and below 2^26 the squares are exact.
 double Distance(POINT a, POINT b) {
   const double dx = static_cast<double>(a.x) - b.x;
   const double dy = static_cast<double>(a.y) - b.y;

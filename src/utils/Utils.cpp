@@ -3,6 +3,7 @@
 #include <array>
 #include <cstdio>
 #include <cstring>
+#include <limits>
 #include <vector>
 
 #include "platform/Platform.h"
@@ -90,4 +91,25 @@ IStream* Utils::GetPictureStream(const std::string& data, HGLOBAL block, unsigne
   }
   GlobalUnlock(block);
   return stream;
+}
+
+IStream* Utils::MakePictureStream(const std::string& data) {
+  if (data.empty() || data.size() > std::numeric_limits<unsigned int>::max()) {
+    return nullptr;
+  }
+  HGLOBAL block = GlobalAlloc(0, data.size());
+  if (block == nullptr) {
+    return nullptr;
+  }
+  // Fills the block. The stream that this returns does not own it, so a second one is made below.
+  IStream* filled = GetPictureStream(data, block, static_cast<unsigned int>(data.size()));
+  IStream* owning = nullptr;
+  if (filled == nullptr || !SUCCEEDED(CreateStreamOnHGlobal(block, 1, &owning))) {
+    GlobalFree(block);
+    owning = nullptr;
+  }
+  if (filled != nullptr) {
+    filled->Release();
+  }
+  return owning;
 }

@@ -16,7 +16,7 @@ inline RECT Intersect(const RECT& a, const RECT& b) {
           std::min(a.bottom, b.bottom)};
 }
 
-// Whether the corners lie within what X11's 16 bits hold; its sizes are then within 16 bits too.
+// Returns whether the corners fit X11's 16 bits; the sides then do too.
 inline bool FitsX11(const RECT& area) {
   const auto fits = [](LONG low, LONG high) { return low >= INT16_MIN && high <= INT16_MAX; };
   return fits(area.left, area.right) && fits(area.top, area.bottom);

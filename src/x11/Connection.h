@@ -9,8 +9,8 @@
 
 #include "x11/Reply.h"
 
-// Owned by the object that uses it, whose lock it is used under. A connection that could not be
-// opened, or whose server went away, stays a harmless object: requests on it do nothing.
+// Owned by the object that uses it, and used under that object's lock. If it could not be opened,
+// or its server went away, requests on it do nothing.
 class Connection {
  public:
   // An empty name stands for the environment's DISPLAY.
@@ -18,26 +18,27 @@ class Connection {
 
   xcb_connection_t* Get() const { return connection.get(); }
 
-  // Null when the connection could not be opened; else valid for its lifetime.
+  // Returns null if the connection could not be opened; else valid for its lifetime.
   const xcb_screen_t* Screen() const { return screen; }
   int ScreenNumber() const { return screenNumber; }
 
-  // False, with a text, when there is no server at the other end.
+  // Returns false, and a text, if there is no server at the other end.
   bool CheckAlive(std::string& error) const;
 
-  // Waits for a request's outcome; false with a text that says what was tried when it failed.
+  // Waits for a request's outcome. Returns false, and a text that names `what` was tried, if it
+  // failed.
   bool Check(xcb_void_cookie_t request, std::string_view what, std::string& error) const;
 
-  // Says why there is no reply: the server's refusal, or none when the connection broke.
+  // Returns why there is no reply: the server's refusal, or a broken connection.
   std::string Describe(std::string_view what, const xcb_generic_error_t* refusal) const;
 
-  // Whether the server has an extension.
+  // Returns whether the server has an extension.
   bool Has(xcb_extension_t& extension) const;
 
-  // The atom of a name; none when it does not exist, unless `create` is set.
+  // Returns the atom of a name. If it does not exist: none, or a new one if `create` is set.
   xcb_atom_t Atom(std::string_view name, bool create) const;
 
-  // The next event, or an asynchronous refusal, that has arrived; null when there is none.
+  // Returns the next event or asynchronous refusal that arrived; null if there is none.
   Reply<xcb_generic_event_t> PollEvent() const;
 
  private:
@@ -47,7 +48,7 @@ class Connection {
   int screenNumber = 0;
 };
 
-// What a call of XCB takes for the reason why its reply is missing.
+// Receives the error of a call of XCB whose reply is missing.
 class Refusal {
  public:
   xcb_generic_error_t** Receive() { return &error; }

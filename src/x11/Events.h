@@ -3,12 +3,12 @@
 
 #include <xcb/xcb.h>
 
-// The event's number, whether the server or another client sent it.
+// Returns the event's number, whether the server or another client sent it.
 inline unsigned EventNumber(const xcb_generic_event_t& event) {
   return event.response_type & 0x7FU;
 }
 
-// The event as one of that number; null when it is another.
+// Returns the event as one of that number; null if it has another.
 template <class Event>
 const Event* EventAs(const xcb_generic_event_t& event, unsigned number) {
   return EventNumber(event) == number ? reinterpret_cast<const Event*>(&event) : nullptr;

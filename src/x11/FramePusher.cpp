@@ -9,7 +9,7 @@
 namespace {
 
 constexpr std::uint8_t kDepth = 32;
-// What a request to put an image has before its pixels, in bytes, with room to spare.
+// At least the size of a PutImage request without its pixels, in bytes.
 constexpr std::size_t kRequestHead = 64;
 
 void CopyRows(const LayeredFrame& frame, const RECT& area, std::uint32_t* to) {
@@ -31,7 +31,7 @@ FramePusher::FramePusher(const Connection& connection, xcb_window_t window)
       window(window),
       context(xcb_generate_id(connection.Get())),
       canShare(SharedImage::CanShare(connection)) {
-  // A plain copy needs no word from the server about other copies' hidden sources.
+  // Without this the server sends an event for every copy.
   const std::uint32_t noExposures = 0;
   xcb_create_gc(connection.Get(), context, window, XCB_GC_GRAPHICS_EXPOSURES, &noExposures);
 }
@@ -80,7 +80,7 @@ void FramePusher::PushShared(const LayeredFrame& frame, const std::vector<RECT>&
 
 void FramePusher::PushThroughConnection(const LayeredFrame& frame, const RECT& area) {
   const std::size_t limit =
-      std::size_t{xcb_get_maximum_request_length(connection.Get())} * 4;  // told in words
+      std::size_t{xcb_get_maximum_request_length(connection.Get())} * 4;  // it counts words
   const std::size_t rowBytes = std::size_t{WidthOf(area)} * sizeof(std::uint32_t);
   const std::size_t pixelBytes = limit > kRequestHead ? limit - kRequestHead : 0;
   const auto rowsAtOnce =
@@ -99,7 +99,7 @@ void FramePusher::PushThroughConnection(const LayeredFrame& frame, const RECT& a
 
 bool FramePusher::WaitForAll(std::string& error) {
   bool isTaken = true;
-  // The last one first: one wait then serves for all.
+  // The last one first: when it is done, all are.
   for (auto request = underWay.rbegin(); request != underWay.rend(); ++request) {
     isTaken = connection.Check(*request, "show a frame", error) && isTaken;
   }

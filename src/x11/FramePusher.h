@@ -12,8 +12,8 @@
 #include "x11/Connection.h"
 #include "x11/SharedImage.h"
 
-// Owned by the window's adapter, whose lock it is used under; the connection outlives it. Images go
-// through shared memory, or, where that cannot be had, through the connection.
+// Owned by the window's adapter and used under its lock; the connection outlives it. Images go
+// through shared memory, or through the connection if there is none.
 class FramePusher {
  public:
   FramePusher(const Connection& connection, xcb_window_t window);
@@ -21,8 +21,8 @@ class FramePusher {
   FramePusher(const FramePusher&) = delete;
   FramePusher& operator=(const FramePusher&) = delete;
 
-  // Sends the areas, which lie within the frame, and waits until the server has taken them; the
-  // frame is not needed any more then. False with a text when it has not taken all of them.
+  // Sends the areas, which lie within the frame, and waits until the server has them; it does not
+  // need the frame afterwards. Returns false, and a text, if any of them failed.
   bool Push(const LayeredFrame& frame, const std::vector<RECT>& areas, std::string& error);
 
  private:

@@ -12,7 +12,7 @@ namespace {
 // How many units of UTF-16 a display's name may have.
 constexpr std::size_t kMaxNameUnits = 31;
 
-// The longest start of a UTF-8 text that fits a display's name.
+// Returns the longest start of a UTF-8 text that fits a display's name.
 std::string CutName(const std::string& name) {
   std::size_t units = 0;
   for (std::size_t i = 0; i < name.size(); ++i) {
@@ -26,7 +26,7 @@ std::string CutName(const std::string& name) {
   return name;
 }
 
-// 1.5 brought monitors.
+// Monitors came with 1.5.
 bool KnowsMonitors(const Connection& connection) {
   if (!connection.Has(xcb_randr_id)) {
     return false;

@@ -9,15 +9,16 @@
 
 #include "x11/Connection.h"
 
-// The active monitors as the server tells them, the primary one first; empty with a text when they
-// cannot be told. A server without monitors has one of the whole screen, named "screen".
+// Asks the server and returns its active monitors, the primary one first; nothing and a text on
+// failure. A server without RandR's monitors has one for the whole screen, named "screen".
 std::vector<DisplayMonitor> QueryMonitors(const Connection& connection, std::string& error);
 
-// The monitor of that name, the main one for an empty name; none with a text when there is none.
+// Returns the monitor of that name, or the main one for an empty name; nothing and a text if there
+// is none.
 std::optional<DisplayMonitor> FindMonitor(const Connection& connection, const std::string& name,
                                           std::string& error);
 
-// The number of the first event of the monitors' extension; 0 on a server without it. Makes those
-// events arrive whenever monitors change, as they do on the root window, where structure events are
-// to be selected.
+// Selects the events of RandR that report a change of monitors, and returns the number of its first
+// event; 0 on a server without RandR. The root window's structure events report some changes too;
+// the caller selects those.
 unsigned WatchMonitors(const Connection& connection);

@@ -101,7 +101,7 @@ bool OverlayWindow::SetClickThrough(bool clickThrough, std::string& error) {
     error = "the X server cannot let the pointer through a window: it has no XFixes";
     return false;
   }
-  // A client has to say first which version it speaks.
+  // A client must negotiate the version first.
   const Reply<xcb_xfixes_query_version_reply_t> version(xcb_xfixes_query_version_reply(
       connection.Get(), xcb_xfixes_query_version(connection.Get(), 2, 0), nullptr));
   xcb_xfixes_region_t region = XCB_XFIXES_REGION_NONE;  // stands for the whole window
@@ -157,11 +157,11 @@ void OverlayWindow::Restack() {
   }
 }
 
-// Whether the tool is above the overlay, and nothing else that it may go above.
+// Returns whether the tool is above the overlay, and no window is that the overlay may cover.
 bool OverlayWindow::IsInPlace() const {
   const std::vector<xcb_window_t> stack = ChildrenOf(connection, connection.Screen()->root);
   const auto own = std::find(stack.begin(), stack.end(), window);
-  // A window manager that takes a tool into its frame puts that where it likes.
+  // A window manager that puts the tool into a frame stacks that frame where it likes.
   const bool coversTool = std::find(stack.begin(), own, toolTopLevel) != own;
   return own == stack.end() ||
          (!coversTool && std::none_of(own + 1, stack.end(),
@@ -178,7 +178,7 @@ bool OverlayWindow::HidesUs(xcb_window_t other) const {
          attributes->_class == XCB_WINDOW_CLASS_INPUT_OUTPUT && !IsOtherOverlay(other);
 }
 
-// Two overlays must not go above each other in turns for ever.
+// Else two overlays would raise themselves above each other for ever.
 bool OverlayWindow::IsOtherOverlay(xcb_window_t other) const {
   const Reply<xcb_get_property_reply_t> name(xcb_get_property_reply(
       connection.Get(),
@@ -197,7 +197,7 @@ void OverlayWindow::Raise() {
   if (toolTopLevel == XCB_NONE) {
     xcb_configure_window(connection.Get(), window, XCB_CONFIG_WINDOW_STACK_MODE, &above);
   } else {
-    // Through the window manager where the tool is its affair.
+    // If a window manager manages the tool, it sees this request.
     xcb_configure_window(connection.Get(), tool, XCB_CONFIG_WINDOW_STACK_MODE, &above);
     const std::uint32_t belowTool[] = {toolTopLevel, XCB_STACK_MODE_BELOW};
     xcb_configure_window(connection.Get(), window,

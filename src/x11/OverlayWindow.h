@@ -9,16 +9,16 @@
 
 #include "x11/Connection.h"
 
-// Owned by the overlay, whose lock it is used under; the connection outlives it. The X server
-// destroys the window with the connection.
+// Owned by the overlay and used under its lock; the connection outlives it. The X server destroys
+// the window when the connection closes.
 class OverlayWindow {
  public:
   explicit OverlayWindow(const Connection& connection) : connection(connection) {}
 
-  // Creates the window, hidden; false with a text when the display cannot have it.
+  // Creates the window, hidden. Returns false, and a text, on failure.
   bool Create(std::string& error);
 
-  // None before Create and when that failed.
+  // XCB_NONE before Create and if that failed.
   xcb_window_t Id() const { return window; }
 
   // Moves and resizes it; the area is not empty and fits X11.
@@ -27,16 +27,17 @@ class OverlayWindow {
   void Hide();
   bool IsShown() const { return isShown; }
 
-  // Lets the pointer through, or not; false with a text when the server cannot.
+  // Lets the pointer through, or not. Returns false, and a text, if the server cannot.
   bool SetClickThrough(bool clickThrough, std::string& error);
 
-  // The window to stay right below, none for XCB_NONE; false with a text when there is none such.
+  // Sets the window to stay right below; XCB_NONE for none. Returns false, and a text, if it does
+  // not exist.
   bool KeepBelow(xcb_window_t newTool, std::string& error);
 
-  // Takes note of other windows that come up, or that move in the stack.
+  // Notes other windows that appear, or that move in the stack.
   void Handle(const xcb_generic_event_t& event);
 
-  // Goes above the others again when one came up.
+  // Raises the window again if another one came up.
   void Restack();
 
  private:

@@ -11,7 +11,7 @@ bool IsPlain(const xcb_visualtype_t& visual) {
          visual.green_mask == 0x00FF00 && visual.blue_mask == 0x0000FF;
 }
 
-// The first visual of the screen that `accepts` says yes to, with its depth.
+// Returns the first visual of the screen that `accepts` accepts, with its depth.
 template <class Accepts>
 const xcb_visualtype_t* FindVisual(const xcb_screen_t& screen, const Accepts& accepts) {
   auto depths = xcb_screen_allowed_depths_iterator(&screen);

@@ -8,11 +8,12 @@
 
 #include "x11/Connection.h"
 
-// Whether images of that depth are 32-bit words in this machine's byte order; else a text.
+// Returns whether images of that depth are 32-bit words in this machine's byte order; if not, sets
+// the text.
 bool CheckImageFormat(const Connection& connection, std::uint8_t depth, std::string& error);
 
-// Whether the screen's visual has its colours at 0x00RRGGBB.
+// Returns whether the screen's visual has its colours at 0x00RRGGBB.
 bool HasPlainColors(const xcb_screen_t& screen, xcb_visualid_t visual);
 
-// The visual of 32 bits whose colours are at 0x00RRGGBB, which leaves the highest eight to alpha.
+// Returns the visual of 32 bits with its colours at 0x00RRGGBB: the highest eight bits are alpha.
 std::optional<xcb_visualid_t> FindAlphaVisual(const xcb_screen_t& screen);

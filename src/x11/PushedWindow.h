@@ -11,10 +11,10 @@
 #include "x11/Connection.h"
 #include "x11/FramePusher.h"
 
-// Owned by the window's adapter, whose lock it is used under; the connection outlives it.
+// Owned by the window's adapter and used under its lock; the connection outlives it.
 class PushedWindow {
  public:
-  // What to select on the window, in addition to what the adapter wants to hear of.
+  // The events to select on the window, besides those that the adapter needs.
   static constexpr std::uint32_t kEvents =
       XCB_EVENT_MASK_EXPOSURE | XCB_EVENT_MASK_STRUCTURE_NOTIFY;
 
@@ -23,11 +23,11 @@ class PushedWindow {
   xcb_window_t Id() const { return window; }
   bool IsDestroyed() const { return isDestroyed; }
 
-  // Takes note of what happened to the window.
+  // Notes what happened to the window.
   void Handle(const xcb_generic_event_t& event);
 
-  // Sends what changed since the last frame shown, and what lost its content since. False with a
-  // text when the window does not show the frame; the next one is sent as a whole then.
+  // Sends what changed since the last frame, and what the window lost since. Returns false, and a
+  // text, if the window does not show the frame; the next frame is then sent whole.
   bool Show(const LayeredFrame& frame, std::string& error);
 
  private:
@@ -39,7 +39,7 @@ class PushedWindow {
   FramePusher pusher;
   std::vector<RECT> exposed;
   bool isDestroyed = false;
-  // The size of the frame that the window shows, but for the exposed areas; 0 x 0 for none.
+  // The size of the frame that the window shows, except in the exposed areas; 0 x 0 for none.
   int shownWidth = 0;
   int shownHeight = 0;
 };

@@ -3,8 +3,8 @@
 
 #include <csignal>
 
-// For its lifetime, writing to a closed connection gives this thread an error and no SIGPIPE, which
-// would end a process that has not arranged for it. XCB writes in most of its calls.
+// While it lives, a write of this thread to a closed connection fails without a SIGPIPE, which
+// would end a process that does not handle it. Most calls of XCB write.
 class QuietPipe {
  public:
   QuietPipe();

@@ -9,7 +9,7 @@
 
 namespace {
 
-// Memory of that size behind a file descriptor; -1 when it cannot be had.
+// Returns a file descriptor of memory of that size; -1 if there is none.
 int CreateMemoryFile(std::size_t bytes) {
   const int file = memfd_create("parchlet-x11", MFD_CLOEXEC);
   // Reserved now, so that running out of memory is an error here and no signal on the first write.
@@ -28,7 +28,7 @@ bool SharedImage::CanShare(const Connection& connection) {
   }
   const Reply<xcb_shm_query_version_reply_t> version(xcb_shm_query_version_reply(
       connection.Get(), xcb_shm_query_version(connection.Get()), nullptr));
-  // 1.2 brought file descriptors.
+  // File descriptors came with 1.2.
   return version != nullptr && (version->major_version > 1 ||
                                 (version->major_version == 1 && version->minor_version >= 2));
 }

@@ -9,16 +9,15 @@
 
 #include "x11/Connection.h"
 
-// Owned by whoever sends or fetches images; the connection outlives it. The memory is no name in
-// any system table, so nothing is left of it whichever side dies first.
+// Owned by the object that sends or fetches images; the connection outlives it. The memory has no
+// name in the system, so nothing is left of it whichever side dies first.
 class SharedImage {
  public:
-  // Whether the server has the extension. Create tells whether its memory is this machine's as
-  // well.
+  // Returns whether the server has the extension. Create finds out whether it is on this machine.
   static bool CanShare(const Connection& connection);
 
-  // Null when there is no memory, or the server cannot have it: the connection of a remote one does
-  // not pass file descriptors on.
+  // Returns null if there is no memory, or if the server cannot map it: a connection to another
+  // machine does not pass file descriptors.
   static std::unique_ptr<SharedImage> Create(const Connection& connection, std::size_t pixelCount);
   ~SharedImage();
   SharedImage(const SharedImage&) = delete;

@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <cstring>
 
-#include <parchlet/Mutex.h>
+#include "platform/threads/Mutex.h"
 
 #include "x11/Area.h"
 #include "x11/Connection.h"

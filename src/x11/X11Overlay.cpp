@@ -3,7 +3,7 @@
 #include <optional>
 #include <utility>
 
-#include <parchlet/Mutex.h>
+#include "platform/threads/Mutex.h"
 
 #include "x11/Area.h"
 #include "x11/Connection.h"
@@ -48,7 +48,7 @@ void X11Overlay::State::WatchRoot() {
   firstMonitorEvent = WatchMonitors(connection);
 }
 
-// Catches up with what happened on the screen; false with a text when the window is gone.
+// Handles the events that arrived. Returns false, and a text, if the window is gone.
 bool X11Overlay::State::CheckUsable() {
   if (!pushed) {
     return false;
@@ -106,7 +106,7 @@ bool X11Overlay::State::Present(const LayeredFrame& frame) {
     }
     return false;
   }
-  // Before the frame: what is sent to a hidden window is lost.
+  // Before the frame: a hidden window loses what is sent to it.
   window.Show();
   if (!pushed->Show(frame, error)) {
     return false;
@@ -198,7 +198,7 @@ bool X11Overlay::IsBlended() const {
   if (!connection.CheckAlive(ignored)) {
     return false;
   }
-  // A compositor owns this selection, and nothing else does.
+  // Only a compositor owns this selection.
   const xcb_atom_t selection =
       connection.Atom("_NET_WM_CM_S" + std::to_string(connection.ScreenNumber()), false);
   const Reply<xcb_get_selection_owner_reply_t> reply(xcb_get_selection_owner_reply(

@@ -3,7 +3,7 @@
 #include <optional>
 #include <utility>
 
-#include <parchlet/Mutex.h>
+#include "platform/threads/Mutex.h"
 
 #include "x11/Area.h"
 #include "x11/Connection.h"
@@ -15,7 +15,7 @@ namespace {
 
 constexpr std::uint8_t kDepth = 32;
 
-// Whether frames can be shown in the window as they are; else a text.
+// Returns whether the window can show frames as they are; if not, sets the text.
 bool CheckWindow(const Connection& connection, xcb_window_t window, std::string& error) {
   if (!connection.CheckAlive(error)) {
     return false;

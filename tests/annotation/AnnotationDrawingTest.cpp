@@ -8,6 +8,10 @@
 namespace {
 
 using exact::Corner;
+using testing::AllOf;
+using testing::Each;
+using testing::Field;
+using testing::SizeIs;
 using Points = std::vector<POINT>;
 
 constexpr CurrentAnnotPageSize kSize = {200, 100};
@@ -22,21 +26,14 @@ constexpr auto kTriangle = AnnotationSubTypeTriangle;
 constexpr auto kRightTriangle = AnnotationSubTypeRightTriangle;
 constexpr auto kUnknown = static_cast<AnnotationSubType>(7);
 
-// A page with one mark.
-class ShownMark {
- public:
-  explicit ShownMark(Mark& mark, CurrentAnnotPageSize size = kSize)
-      : painted(size), mark(mark.Release()) {
-    painted.page.AddAnnotation(this->mark, true);
-  }
-  Frame Paint() { return painted.Paint(); }
-
-  PaintedPage painted;
-  Annotation* mark;
-};
+Frame Paint(std::unique_ptr<Annotation> mark, CurrentAnnotPageSize size = kSize) {
+  PaintedPage painted(size);
+  painted.page.AddAnnotation(mark.release(), true);
+  return painted.Paint();
+}
 
 Frame Paint(Mark& mark, CurrentAnnotPageSize size = kSize) {
-  return ShownMark(mark, size).Paint();
+  return Paint(mark.Make(), size);
 }
 
 // Red ink on white covers the pixels that the polygons cover whole, and none that they do not
@@ -67,10 +64,6 @@ struct ShapeCase {
   std::vector<Corner> corners;  // what must be inked
 };
 
-void PrintTo(const ShapeCase& shape, std::ostream* out) {
-  *out << shape.name;
-}
-
 const Points kDown = {{20, 20}, {140, 80}};
 const Points kBack = {{140, 20}, {20, 80}};
 const std::vector<Corner> kBox = {{20, 20}, {140, 20}, {140, 80}, {20, 80}};
@@ -79,10 +72,7 @@ const std::vector<Corner> kBendSpots = {{20, 20}, {100, 20}, {150, 80}, {30, 70}
 
 const ShapeCase kShapes[] = {
     {"Line", kLine, kDown, {{20, 20}, {140, 80}}},
-    {"LineBack", kLine, kBack, {{140, 20}, {20, 80}}},
-    {"LineAcross", kLine, {{20, 40}, {150, 40}}, {{20, 40}, {150, 40}}},
-    {"Rectangle", kRectangle, kDown, kBox},
-    {"RectangleBack", kRectangle, kBack, kBox},
+    {"Rectangle", kRectangle, kBack, kBox},
     {"Triangle", kTriangle, kDown, {{80, 20}, {140, 80}, {20, 80}}},
     {"TriangleDraggedUp", kTriangle, {{140, 80}, {20, 20}}, {{80, 20}, {140, 80}, {20, 80}}},
     {"RightTriangle", kRightTriangle, kBack, {{20, 20}, {140, 80}, {20, 80}}},
@@ -92,10 +82,7 @@ const ShapeCase kShapes[] = {
     {"PathOfAPictureKind", AnnotationSubTypePng, kBends, kBendSpots},
 };
 
-class ShapeTest : public testing::TestWithParam<ShapeCase> {};
-
-TEST_P(ShapeTest, ItsInkLiesWhereItsPointsSayOnAnyPageSize) {
-  const ShapeCase& shape = GetParam();
+void ExpectShape(const ShapeCase& shape) {
   const bool isOpen = shape.subType == kLine || shape.corners == kBendSpots;
   for (const CurrentAnnotPageSize size : {kSize, kWideSize}) {
     const double x = static_cast<double>(size.width) / kSize.width;
@@ -113,8 +100,12 @@ TEST_P(ShapeTest, ItsInkLiesWhereItsPointsSayOnAnyPageSize) {
   }
 }
 
-INSTANTIATE_TEST_SUITE_P(All, ShapeTest, testing::ValuesIn(kShapes),
-                         [](const auto& shape) { return shape.param.name; });
+TEST(AnnotationDrawingTest, AShapesInkLiesWhereItsPointsSayOnAnyPageSize) {
+  for (const ShapeCase& shape : kShapes) {
+    SCOPED_TRACE(shape.name);
+    ExpectShape(shape);
+  }
+}
 
 TEST(AnnotationDrawingTest, PenWidthsAreClampedAndDoNotScale) {
   for (const auto& [width, drawn] :
@@ -158,11 +149,11 @@ TEST(AnnotationDrawingTest, PointsOnOnePixelMakeADiscOfThePensWidth) {
 }
 
 TEST(AnnotationDrawingTest, ConnectedSubModelsAreOneLine) {
-  ShownMark shown(Mark("m").Pen(kRed, kPen).Points(kSize, {{20, 20}, {60, 20}}));
-  shown.mark->InsertPoints(1, PointsOn(kSize, {{100, 60}, {100, 70}}));
-  shown.mark->InsertPoints(2, {});
-  shown.mark->InsertPoints(3, PointsOn(kSize, {{120, 90}, {180, 90}}));
-  shown.mark->InsertPoints(5, PointsOn(kSize, {{20, 50}, {180, 50}}));
+  auto mark = Mark("m").Pen(kRed, kPen).Points(kSize, {{20, 20}, {60, 20}}).Make();
+  mark->InsertPoints(1, PointsOn(kSize, {{100, 60}, {100, 70}}));
+  mark->InsertPoints(2, {});
+  mark->InsertPoints(3, PointsOn(kSize, {{120, 90}, {180, 90}}));
+  mark->InsertPoints(5, PointsOn(kSize, {{20, 50}, {180, 50}}));
   std::vector<exact::Polygon> meant;
   // After an empty one not joined; after a missing one not drawn.
   for (const std::vector<Corner>& line : {std::vector<Corner>{{20, 20}, {60, 20}},
@@ -172,7 +163,7 @@ TEST(AnnotationDrawingTest, ConnectedSubModelsAreOneLine) {
     const auto polygons = exact::StrokePolygons(line, false, kPen);
     meant.insert(meant.end(), polygons.begin(), polygons.end());
   }
-  ExpectInked(shown.Paint(), meant);
+  ExpectInked(Paint(std::move(mark)), meant);
 }
 
 TEST(AnnotationDrawingTest, OnlyTheFrameNeedsAMarkThatIsNotErased) {
@@ -182,6 +173,10 @@ TEST(AnnotationDrawingTest, OnlyTheFrameNeedsAMarkThatIsNotErased) {
   section.Create(dc, 20, 20, 32, false);
   SelectObject(dc, section.GetBitmap());
   Gdiplus::Graphics graphics(dc);
+  const auto pixel = [&] {
+    graphics.Flush();
+    return GetPixels(dc).pixels[10 * 20 + 10];
+  };
   Annotation mark;
   EXPECT_EQ(0, mark.Draw(nullptr, kSize, true));
   EXPECT_EQ(0, mark.DrawRectEx(nullptr, kSize));
@@ -190,20 +185,15 @@ TEST(AnnotationDrawingTest, OnlyTheFrameNeedsAMarkThatIsNotErased) {
   mark.InsertPoints(0, PointsOn({20, 20}, {{0, 10}, {20, 10}}));
   mark.Erase(1);
   EXPECT_EQ(0, mark.DrawRectEx(&graphics, {20, 20}));
-  graphics.Flush();
-  EXPECT_EQ(0U, GetPixels(dc).pixels[10 * 20 + 10]);
+  EXPECT_EQ(0U, pixel());
   EXPECT_EQ(1, mark.Draw(&graphics, {20, 20}, true));
-  graphics.Flush();
-  EXPECT_EQ(kBlack, GetPixels(dc).pixels[10 * 20 + 10]);
+  EXPECT_EQ(kBlack, pixel());
 
   mark.InsertPoints(1, {{7, 7, 0.5, 0.5}});
-  EXPECT_EQ(1, mark.Draw(&graphics, {0, 0}, false)) << "all of a path lies on its one point then";
+  EXPECT_EQ(1, mark.Draw(&graphics, {0, 0}, false)) << "all of a path lies on one pixel then";
   for (const auto& [number, list] : mark.GetPoints()) {
-    EXPECT_EQ(2U, list.size());
-    for (const AnnotationPoint& point : list) {
-      EXPECT_EQ(0, point.x) << number;
-      EXPECT_EQ(0, point.y) << number;
-    }
+    EXPECT_THAT(list, SizeIs(2)) << number;
+    EXPECT_THAT(list, Each(AllOf(Field(&AnnotationPoint::x, 0), Field(&AnnotationPoint::y, 0))));
   }
   DeleteDC(dc);
 }

@@ -1,6 +1,8 @@
-#include <parchlet/Annotation.h>
+#include <cmath>
+#include <tuple>
 
-#include "model/PlainMark.h"
+#include <parchlet/Fragments.h>
+
 #include "support/Mark.h"
 #include "support/Whiteboard.h"
 
@@ -9,98 +11,172 @@ namespace {
 using testing::ElementsAre;
 using testing::IsEmpty;
 using testing::Pair;
+using testing::SizeIs;
 
-AnnotationPoint P(double ratio) {
-  return {static_cast<int>(ratio * 100), 0, ratio, -ratio};
+AnnotationPoint P(double x, double y) {
+  return {0, 0, x, y};
 }
 
-std::vector<double> Ratios(const Annotation& mark, unsigned subModel) {
-  const Annotation::SubModels points = mark.GetPoints();
-  std::vector<double> ratios;
-  for (const AnnotationPoint& point : points.at(subModel)) {
-    ratios.push_back(point.xRatio);
+enum Ask { kAt, kAcross, kWithin, kInFrame };
+
+// A point, the way of an eraser, or a rectangle dragged out.
+struct Place {
+  LONG x, y;
+  LONG toX = 0;
+  LONG toY = 0;
+};
+
+// What is asked about a mark of pen 6 between (20, 20) and (140, 80), worked out by hand. The
+// path goes around the box. A point may be 3 pixels off a side.
+const struct {
+  AnnotationSubType subType;
+  Ask ask;
+  std::vector<Place> hits, misses;
+} kHits[] = {{AnnotationSubTypeLine, kAt, {{80, 53}}, {{80, 60}, {143, 83}}},
+             {AnnotationSubTypeLine, kAcross, {{80, 0, 80, 100}}, {{0, 60, 60, 60}}},
+             {AnnotationSubTypeLine, kWithin, {{140, 80, 20, 20}}, {{21, 20, 140, 80}}},
+             {AnnotationSubTypeLine, kInFrame, {{30, 80}}, {{30, 81}}},
+             {AnnotationSubTypePath,
+              kAt,
+              {{80, 17}, {143, 50}, {80, 83}, {17, 50}},
+              {{80, 16}, {144, 50}, {80, 84}, {16, 50}, {80, 50}}},
+             {AnnotationSubTypePath, kAcross, {{80, 0, 80, 40}}, {{80, 30, 80, 70}}},
+             {AnnotationSubTypePath, kWithin, {{20, 20, 140, 80}}, {{20, 20, 140, 79}}},
+             {AnnotationSubTypeRectangle, kAt, {{80, 50}, {17, 83}}, {{16, 50}}},
+             {AnnotationSubTypeRectangle, kAcross, {{80, 30, 80, 90}}, {{80, 30, 100, 60}}},
+             {AnnotationSubTypeEllipse, kAt, {{143, 50}}, {{144, 50}, {140, 20}}},
+             // An end inside, or the diamond within the ellipse; what lies between them is missed.
+             {AnnotationSubTypeEllipse,
+              kAcross,
+              {{140, 0, 100, 30}, {60, 0, 160, 80}},
+              {{104, 15, 145, 44}}},
+             {AnnotationSubTypeTriangle, kAt, {{80, 60}}, {{80, 84}, {30, 30}}},
+             {AnnotationSubTypeTriangle, kAcross, {{60, 60, 30, 30}}, {{70, 60, 90, 60}}},
+             {AnnotationSubTypeRightTriangle, kAt, {{30, 70}}, {{60, 30}}},
+             {AnnotationSubTypeRightTriangle, kAcross, {{100, 0, 100, 65}}, {{100, 0, 100, 55}}},
+             {AnnotationSubTypePng, kAt, {{20, 50}}, {{19, 50}}},
+             {AnnotationSubTypePng, kAcross, {{80, 30, 80, 90}}, {{80, 30, 100, 60}}},
+             {AnnotationSubTypePng, kWithin, {{20, 20, 140, 80}}, {{20, 20, 139, 80}}},
+             {AnnotationSubTypePng, kInFrame, {{30, 80}}, {{30, 81}}}};
+
+bool IsHit(const Annotation& mark, Ask ask, const Place& place) {
+  if (ask == kWithin) {
+    return mark.IsInSelectRect({place.x, place.y, place.toX, place.toY}) != 0;
   }
-  return ratios;
+  const AnnotationPoint from = {place.x, place.y, 0, 0};
+  return (ask == kAcross ? mark.FindAnnotation(from, {place.toX, place.toY, 0, 0})
+                         : mark.FindAnnotation(from, ask == kInFrame)) != 0;
 }
 
-TEST(AnnotationTest, EveryPixelAroundAMarkIsHitAsTheFormulasSay) {
-  for (const int subType : {0, 10, 14, 15, 19, 20}) {
-    for (int width = 1; width < 14; ++width) {
-      PlainMark plain;
-      plain.subType = static_cast<AnnotationSubType>(subType);
-      plain.pen = {kRed, width, 0};
-      plain.points[0] = PointsOn({100, 100}, {{40 - width, 20}, {15, 30 + 2 * width}});
-      Annotation mark;
-      mark.Init(plain.pen, plain.type, plain.subType, "", "", "");
-      mark.InsertPoints(0, plain.points[0]);
-      for (int i = 0; i < 80 * 80; ++i) {
-        const POINT at = {i % 80, i / 80};
-        ASSERT_EQ(plain.IsHit(at, false) ? 1 : 0, mark.FindAnnotation({at.x, at.y, 0, 0}, false))
-            << subType << " of width " << width << " at " << at.x << ", " << at.y;
-      }
+TEST(AnnotationTest, AMarkIsHitWhereItsShapeIs) {
+  constexpr CurrentAnnotPageSize kSize = {200, 100};
+  for (const auto& [subType, ask, hits, misses] : kHits) {
+    Annotation mark;
+    mark.Init({kRed, 6, 0},
+              subType == AnnotationSubTypePng ? AnnotationTypePicture : AnnotationTypeDrawing,
+              subType, "", "", "");
+    mark.InsertPoints(0, subType == AnnotationSubTypePath
+                             ? PointsOn(kSize, {{20, 20}, {140, 20}, {140, 80}, {20, 80}, {20, 20}})
+                             : PointsOn(kSize, {{140, 80}, {20, 20}}));
+    mark.SetRectEx(kSize);
+    for (const Place& place : hits) {
+      EXPECT_TRUE(IsHit(mark, ask, place)) << subType << " at " << place.x << ", " << place.y;
+    }
+    for (const Place& place : misses) {
+      EXPECT_FALSE(IsHit(mark, ask, place)) << subType << " at " << place.x << ", " << place.y;
     }
   }
 }
 
-void FillIn(Annotation& mark) {
-  mark.Init({kRed, 9, 1}, AnnotationTypePicture, AnnotationSubTypeLine, "u", "s", "n");
-  mark.annotationId = "id";
-  mark.pictureProperty = "property";
-  mark.hostData1 = 1;
-  mark.hostData2 = 2;
-  mark.hostData3 = 3;
-  mark.subModelIndex = 4;
-  mark.order = 5;
-  mark.erased = 6;
-  mark.tipVisible = 0;
-  mark.tempStartTick = 8;
-  mark.InsertPoints(0, {P(0.1), P(0.2)});
-  mark.SetRectEx({100, 100});
-  mark.StartMoving({0, 0, 0.25, 0.25});
+TEST(AnnotationTest, EverySegmentOfALongPathIsHit) {
+  std::vector<POINT> zigzag;
+  for (LONG i = 0; i < 70; ++i) {
+    zigzag.push_back({10 * i, 40 * (i % 2)});
+  }
+  Annotation mark;
+  mark.pen.width = 1;
+  mark.InsertPoints(0, PointsOn({700, 100}, zigzag));
+  for (LONG i = 0; i < 69; ++i) {
+    EXPECT_EQ(1, mark.FindAnnotation({10 * i + 5, 20, 0, 0}, false)) << i;
+    EXPECT_EQ(1, mark.FindAnnotation({10 * i + 4, 20, 0, 0}, {10 * i + 6, 20, 0, 0})) << i;
+  }
 }
 
+TEST(AnnotationTest, AFractionIsThePixelThatItIsRoundedTo) {
+  const struct {
+    double x, y;
+    POINT pixel;
+  } cases[] = {{0.16, 0.26, {10, 10}},   // 9.6 and 10.4
+               {-0.01, -0.05, {0, -1}},  // -0.6 and -2, a half more, toward zero
+               {NAN, INFINITY, {0, INT32_MAX}},
+               {-INFINITY, -1e300, {INT32_MIN, INT32_MIN}},
+               {3e9, 1.0, {INT32_MAX, 40}}};
+  for (const auto& [x, y, pixel] : cases) {
+    const POINT found = PixelOf(P(x, y), {60, 40});
+    EXPECT_EQ(pixel.x, found.x) << x;
+    EXPECT_EQ(pixel.y, found.y) << y;
+  }
+}
+
+// The model compares everything else.
 void ExpectCopied(Annotation& copy) {
-  EXPECT_EQ("id u s n",
-            copy.annotationId + " " + copy.userId + " " + copy.userSubId + " " + copy.nickname);
-  EXPECT_THAT((std::vector{copy.hostData1, copy.hostData2, copy.hostData3, copy.subModelIndex,
-                           copy.order, copy.erased, copy.tipVisible, int{copy.type},
-                           int{copy.subType}, copy.pen.width, copy.pen.fill}),
-              ElementsAre(1, 2, 3, 4, 5, 6, 0, 3, 10, 9, 1));
-  EXPECT_EQ(kRed, copy.pen.color);
+  EXPECT_THAT((std::vector{copy.hostData1, copy.hostData2, copy.hostData3}), ElementsAre(1, 2, 3));
   EXPECT_EQ((RECT{10, -19, 20, -9}), AnnotationTestAccess::FrameOf(copy));
   copy.Moving({0, 0, 0.5, 0.25});
-  EXPECT_THAT(Ratios(copy, 0), ElementsAre(testing::DoubleEq(0.35), testing::DoubleEq(0.45)))
+  EXPECT_THAT(copy.GetPoints(), ElementsAre(Pair(0, ElementsAre(P(0.35, -0.1), P(0.45, -0.2)))))
       << "the drag goes on where the source's stood";
 }
 
 TEST(AnnotationCopyTest, CopiesHaveAllButPropertyAndStartTick) {
   Annotation source;
-  FillIn(source);
+  source.pictureProperty = "property";
+  source.tempStartTick = 8;
+  std::tie(source.hostData1, source.hostData2, source.hostData3) = std::tuple(1, 2, 3);
+  source.InsertPoints(0, {P(0.1, -0.1), P(0.2, -0.2)});
+  source.SetRectEx({100, 100});
+  source.StartMoving({0, 0, 0.25, 0.25});
   Annotation copy(source);
   ExpectCopied(copy);
   EXPECT_EQ("", copy.pictureProperty);
   EXPECT_EQ(0U, copy.tempStartTick);
-
   Annotation assigned;
   assigned.pictureProperty = "mine";
   assigned.tempStartTick = 77;
-  assigned.InsertPoints(5, {P(0.9)});
+  assigned.InsertPoints(5, {P(0.9, 0)});
   assigned = source;
-  EXPECT_EQ(0, assigned.IsSubModelExist(5));
   ExpectCopied(assigned);
   EXPECT_EQ("mine", assigned.pictureProperty);
   EXPECT_EQ(77U, assigned.tempStartTick);
-  EXPECT_THAT(Ratios(source, 0), ElementsAre(0.1, 0.2));
+}
+
+TEST(AnnotationCopyTest, FragmentsKeepTheHeaderAndTheirOwnPoints) {
+  Annotation source;
+  source.annotationId = "id";
+  source.pictureProperty = "property";
+  source.hostData2 = 12;
+  source.InsertPoints(0, std::vector<AnnotationPoint>(parchlet::kFragmentPoints * 2 + 1));
+  const auto fragments = parchlet::SplitMark(source, 7);
+  ASSERT_EQ(3U, fragments.size());
+  EXPECT_EQ(2, fragments[2]->subModelIndex);
+  fragments[2]->subModelIndex = 3;
+  const std::unique_ptr<Annotation> joined = parchlet::JoinFragments(fragments);
+  EXPECT_EQ("id property", joined->annotationId + " " + joined->pictureProperty);
+  EXPECT_THAT((std::vector{joined->subModelIndex, joined->order, joined->hostData2}),
+              ElementsAre(0, 7, 12));
+  EXPECT_THAT(joined->GetPoints(),
+              ElementsAre(Pair(0, SizeIs(256)), Pair(1, SizeIs(256)), Pair(3, SizeIs(1))));
+  EXPECT_EQ(1U, parchlet::SplitMark(Annotation(), 0).size());
+  EXPECT_EQ(nullptr, parchlet::JoinFragments({}));
 }
 
 TEST(AnnotationCopyTest, AssigningAMarkToItselfChangesNothing) {
   Annotation mark;
   mark.InsertPoints(0, {});
-  mark.InsertPoints(3, {P(0.1)});
+  mark.InsertPoints(3, {P(0.1, 0)});
   EXPECT_EQ(1, mark.IsSubModelExist(3));
   const Annotation& same = mark;
   mark = same;
-  EXPECT_THAT(mark.GetPoints(), ElementsAre(Pair(0, IsEmpty()), Pair(3, ElementsAre(P(0.1)))));
+  EXPECT_THAT(mark.GetPoints(), ElementsAre(Pair(0, IsEmpty()), Pair(3, ElementsAre(P(0.1, 0)))));
 }
 
 }  // namespace

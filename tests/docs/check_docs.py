@@ -129,7 +129,7 @@ def check_command(words):
         text = (source / program).read_text() if (source / program).is_file() else ""
         if not text:
             raise Failure(f"there is no {program}")
-        text += "".join(path.read_text() for path in source.glob("examples/*/Options.cpp"))
+        text += "".join(path.read_text() for path in source.glob("apps/*/Options.cpp"))
         for option in words[1:]:
             if option.startswith("--") and option[2:].split("=")[0] not in text:
                 raise Failure(f"{program} knows no {option}")

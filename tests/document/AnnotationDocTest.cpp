@@ -4,30 +4,17 @@
 
 #include "page/AnnotationPage.h"
 
-namespace {
-
-AnnotationPage* NewPage(const std::string& id) {
-  auto* page = new AnnotationPage;
-  page->pageId = id;
-  return page;
-}
-
 // Everything else about documents is compared by the model, which never adds a page again.
 TEST(AnnotationDocTest, APageThatIsAddedAgainOrReplacedKeepsItsPlace) {
   AnnotationDoc doc;
   EXPECT_EQ(0, doc.AddPage(nullptr));
-  AnnotationPage* first = NewPage("a");
-  for (AnnotationPage* page : {first, NewPage("b"), first}) {
+  AnnotationPage* pages[] = {new AnnotationPage, new AnnotationPage, new AnnotationPage};
+  pages[1]->pageId = "b";
+  for (AnnotationPage* page : {pages[0], pages[1], pages[0], pages[2]}) {
     EXPECT_EQ(1, doc.AddPage(page));
     EXPECT_EQ(page, doc.GetCurrentPage());
+    EXPECT_EQ(page == pages[1] ? pages[0] : page, doc.GetPageAt(1));
   }
-  EXPECT_EQ(first, doc.GetPageAt(1));
-  AnnotationPage* another = NewPage("a");
-  EXPECT_EQ(1, doc.AddPage(another));
-  EXPECT_EQ(another, doc.GetPageAt(1));
-  EXPECT_EQ(another, doc.GetCurrentPage());
   EXPECT_EQ(0, doc.DeletePage("c"));
   EXPECT_EQ(2, doc.GetPageCount());
 }
-
-}  // namespace

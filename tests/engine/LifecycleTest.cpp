@@ -58,33 +58,6 @@ TEST(LifecycleTest, AnEngineWithoutAThreadStaysIdleUntilItGetsOne) {
   EXPECT_TRUE(board.window.WaitForPresent(2, kPatienceMs));
 }
 
-TEST(LifecycleTest, WithoutAnyPageThereIsNothingToDo) {
-  Parchlet engine;
-  engine.Destroy();
-  for (int hasDocument = 0; hasDocument < 2; ++hasDocument) {
-    EXPECT_EQ("", engine.GotoFirstPage("doc") + engine.GotoLastPage("doc") +
-                      engine.GotoNextPage("doc") + engine.GotoPreviousPage("doc") +
-                      engine.GotoPage("doc", 1));
-    EXPECT_EQ(0, engine.GotoPage("doc", std::string("page")));
-    EXPECT_EQ(0, engine.EndSelecting());
-    EXPECT_EQ(0, engine.DelPage("doc", "page"));
-    engine.NewDoc("ada", "doc");
-  }
-  std::string doc = "?";
-  std::string page = "?";
-  Parchlet().GetCurrentPageInfo(doc, page);
-  EXPECT_EQ("??", doc + page);
-  Annotation mark;
-  EXPECT_EQ(0, engine.IsPointAnnotation(&mark));
-  mark.InsertPoints(1, {{}});
-  EXPECT_EQ(0, engine.IsPointAnnotation(&mark));
-  EXPECT_EQ(0, engine.ClearAnnotations("doc", "page", "", ""));
-  EXPECT_EQ(0, engine.EraseAnnotation("doc", "page", "bob", "m"));
-  EXPECT_EQ(0, engine.EraseAnnotationFromRemote("doc", "page", "bob", "m"));
-  EXPECT_THAT(engine.EraseAnnotations("doc", "page", "", "", {{1, 1}}), testing::IsEmpty());
-  EXPECT_EQ(0, engine.SaveDocument("none", "/tmp", "", std::wstring()));
-}
-
 TEST(SettingsTest, ABackgroundGoesToTheCurrentPageAndToNewOnes) {
   MemoryWindow window({0, 0, 10, 10});
   Parchlet engine;

@@ -3,12 +3,13 @@
 
 #include <fstream>
 #include <iterator>
-#include <memory>
 #include <set>
 
-#include <parchlet/Utils.h>
+#include <parchlet/Display.h>
+#include <sys/stat.h>
 
 #include "platform/image/Picture.h"
+#include "platform/Platform.h"
 #include "support/SmallDisk.h"
 #include "support/TemporaryFolder.h"
 #include "support/Whiteboard.h"
@@ -60,8 +61,11 @@ TEST_F(PicturesAndExportTest, APictureLiesAtTheOriginInItsOwnSizeOrHalfThePages)
 
 TEST_F(PicturesAndExportTest, ABackgroundIsFittedUnderEverythingAndReplacedByTheNext) {
   ASSERT_NE(nullptr, board.engine.AddPictureFromStream("doc", "page", Bytes("wide.png"), "", true));
-  Frame shown = board.Paint();
+  const Frame shown = board.Paint();
   EXPECT_EQ((RECT{0, 37, 200, 62}), shown.InkBox());  // 200 x 25 in the middle, (100 - 25) / 2 = 37
+  WritePicture("tall.png", 10, 20, kRed);
+  ASSERT_NE(nullptr, board.engine.AddPictureFromStream("doc", "page", Bytes("tall.png"), "", true));
+  EXPECT_EQ((RECT{75, 0, 125, 100}), board.Paint().InkBox());
   ASSERT_NE(nullptr,
             board.engine.AddPictureFromFile("doc", "page", folder.File("red.png"), "", true));
   EXPECT_THAT(board.Paint(), IsAll(kRed));
@@ -71,14 +75,15 @@ TEST_F(PicturesAndExportTest, WhatCannotBeReadLeavesTheBackgroundAndAnEmptyMark)
   ASSERT_NE(nullptr,
             board.engine.AddPictureFromFile("doc", "page", folder.File("red.png"), "", true));
   std::ofstream(folder.File("broken.png")) << "no picture";
-  for (const bool isBackground : {true, false}) {
-    EXPECT_EQ(nullptr, board.engine.AddPictureFromFile("doc", "page", folder.File("broken.png"), "",
-                                                       isBackground));
-    EXPECT_EQ(nullptr,
-              board.engine.AddPictureFromStream("doc", "page", std::string(), "", isBackground));
+  ASSERT_EQ(0, mkfifo(folder.File("pipe.png").c_str(), 0600)) << "that nobody writes to";
+  const std::string noPictures[] = {folder.File("broken.png"), folder.File("pipe.png"),
+                                    folder.Path().string(), "/dev/zero", ""};
+  for (const std::string& path : noPictures) {
+    EXPECT_EQ(nullptr, board.engine.AddPictureFromFile("doc", "page", path, "", true)) << path;
+    EXPECT_EQ(nullptr, board.engine.AddPictureFromFile("doc", "page", path, "", false)) << path;
   }
   EXPECT_EQ(nullptr, board.engine.AddPictureFromStream("doc", "page", "no picture", "", true));
-  EXPECT_EQ(2U, PageTestAccess::Pending(board.Page()).size());
+  EXPECT_EQ(std::size(noPictures), PageTestAccess::Pending(board.Page()).size());
   EXPECT_NE(nullptr, board.engine.AddPictureFromStream("doc", "page", "no picture", "", false));
   EXPECT_THAT(board.Paint(), IsAll(kRed));
 }
@@ -125,51 +130,73 @@ TEST_F(PicturesAndExportTest, TheScreenIsWrittenWithTheWindowOnIt) {
   const Picture area = Read("area.png");
   EXPECT_EQ(200, area.width);
   EXPECT_EQ(std::set<std::uint32_t>{kRed}, std::set(area.pixels.begin(), area.pixels.end()));
+  HWND const gone = MemoryWindow({0, 0, 30, 20}).Handle();
+  ASSERT_EQ(1, board.engine.SavePage("doc", "page", folder.File("page.png"), gone));
+  EXPECT_EQ(200, Read("page.png").width) << "the page's own surface";
 }
 
-TEST_F(PicturesAndExportTest, ADiskThatRefusesKeepsTheFileThatWasThereAndGetsNoOther) {
-  board.Paint();
-  const TemporaryFolder out;
-  std::ofstream(out.File("page.png")) << "an older file";
-  for (HWND const source : {HWND{nullptr}, board.window.Handle()}) {
-    const SmallDisk disk(64);
-    for (const char* name : {"page.png", "new.jpg", "new.bmp"}) {
-      EXPECT_EQ(0, board.engine.SavePage("doc", "page", out.File(name), source)) << name;
-      EXPECT_EQ(0, board.engine.SavePage("doc", "page", out.File(name), L"MEMORY-1")) << name;
+// Three pages, and a display whose first capture throws.
+class DocumentExportTest : public PicturesAndExportTest, public Display {
+ protected:
+  DocumentExportTest() {
+    for (const char* page : {"b", "a"}) {
+      EXPECT_EQ(1, board.engine.NewPage("doc", page, "", board.window.Handle(), PageOf(20, 10)));
     }
-    EXPECT_EQ(0, board.engine.SaveDocument("doc", out.Path().string(), "", source));
+    SetDisplay(this);
   }
-  EXPECT_EQ(0, board.engine.SaveDocument("doc", out.File("none"), "", HWND{nullptr}));
-  EXPECT_EQ(1U, out.FileCount());
-  EXPECT_EQ("an older file", ReadFile(out.File("page.png")));
-}
-
-TEST_F(PicturesAndExportTest, AWindowThatIsGoneLeavesThePagesOwnSurface) {
-  board.Paint();
-  auto other = std::make_unique<MemoryWindow>(RECT{0, 0, 30, 20});
-  HWND const handle = other->Handle();
-  ASSERT_EQ(1, board.engine.SavePage("doc", "page", folder.File("window.png"), handle));
-  EXPECT_EQ(30, Read("window.png").width);
-  other.reset();
-  ASSERT_EQ(1, board.engine.SavePage("doc", "page", folder.File("window.png"), handle));
-  EXPECT_EQ(200, Read("window.png").width);
-}
-
-TEST_F(PicturesAndExportTest, ADocumentLeavesAFileAPageNamedFromTheTime) {
-  for (const char* page : {"b", "a"}) {
-    ASSERT_EQ(1, board.engine.NewPage("doc", page, "", board.window.Handle(), PageOf(20, 10)));
+  ~DocumentExportTest() override {
+    SetDisplay(nullptr);
+    SetLocalTimeSource(nullptr);
   }
+
+  std::vector<DisplayMonitor> GetMonitors() const override { return {{"D", {0, 0, 20, 10}}}; }
+  bool Capture(const RECT& /*area*/, std::uint32_t* /*pixels*/) override {
+    if (captures++ == 0) {
+      throw 7;
+    }
+    return true;
+  }
+
+  std::set<std::string> FileNames() const {
+    std::set<std::string> names;
+    for (const auto& entry : std::filesystem::directory_iterator(out.Path())) {
+      names.insert(entry.path().filename().string());
+    }
+    return names;
+  }
+
   const TemporaryFolder out;
-  EXPECT_EQ(1, board.engine.SaveDocument("doc", out.Path().string(), "talk", std::wstring()));
-  EXPECT_EQ(3U, out.FileCount());
-  for (const auto& entry : std::filesystem::directory_iterator(out.Path())) {
-    const std::string name = entry.path().filename().string();
-    ASSERT_EQ(std::string("talk_20221115_124336.123.png").size(), name.size()) << name;
-    EXPECT_EQ('_', name[13]);
-    EXPECT_EQ('.', name[20]);
+  const std::string to = out.Path().string();
+  int captures = 0;
+};
+
+TEST_F(DocumentExportTest, EveryPageHasANameOfItsOwnWhateverTheClockDoes) {
+  SetLocalTimeSource([] { return SYSTEMTIME{2024, 12, 2, 31, 23, 59, 59, 999}; });
+  EXPECT_EQ(1, board.engine.SaveDocument("doc", to, "talk", std::wstring()));
+  EXPECT_THAT(FileNames(),
+              testing::ElementsAre("talk_20241231_235959.999.png", "talk_20250101_000000.000.png",
+                                   "talk_20250101_000000.001.png"));
+  SetLocalTimeSource([] {
+    static WORD milliseconds = 8;
+    return SYSTEMTIME{2022, 11, 2, 15, 12, 43, 36, --milliseconds};
+  });
+  EXPECT_EQ(1, board.engine.SaveDocument("doc", to, "", HWND{nullptr}));
+  EXPECT_EQ(6U, out.FileCount());
+  EXPECT_EQ("20221115_124336.005.png", *FileNames().begin());
+}
+
+TEST_F(DocumentExportTest, EveryPageIsTriedAndTheLastOneDecides) {
+  EXPECT_EQ(1, board.engine.SaveDocument("doc", to, "", L"D"));
+  EXPECT_EQ(3, captures);
+  EXPECT_EQ(2U, out.FileCount());
+  {
+    const SmallDisk disk(64);
+    EXPECT_EQ(0, board.engine.SaveDocument("doc", to, "", HWND{nullptr}));
   }
   board.engine.NewDoc("ada", "empty");
-  EXPECT_EQ(0, board.engine.SaveDocument("empty", out.Path().string(), "", HWND{nullptr}));
+  EXPECT_EQ(0, board.engine.SaveDocument("empty", to, "", HWND{nullptr}));
+  EXPECT_EQ(0, board.engine.SaveDocument("doc", out.File("none"), "", HWND{nullptr}));
+  EXPECT_EQ(2U, out.FileCount());
 }
 
 }  // namespace

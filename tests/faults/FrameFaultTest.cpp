@@ -34,7 +34,7 @@ void ExpectFoundAsStored(AnnotationPage& page, const Annotation& mark) {
 
 // Paints a mark whose stored pixels drawing will move, with a dot that drawing will make a segment,
 // the nth allocation failing; false when there are fewer.
-bool PaintWithFault(int nth) {
+bool PaintWithFault(int nth, int& unpushed) {
   SCOPED_TRACE(nth);
   PaintedPage painted(kSize);
   std::vector<AnnotationPoint> points(40, AnnotationPoint{0, 0, 0.25, 0.25});
@@ -45,14 +45,17 @@ bool PaintWithFault(int nth) {
   painted.page.AddAnnotation(mark, true);
   ExpectFoundAsStored(painted.page, *mark);
   bool hasFailed = false;
+  std::uint64_t pushed = 0;
   {
     const FailingAllocation failing(nth);
     try {
-      painted.page.UpdateLayeredContent();
-    } catch (const std::bad_alloc&) {  // the engine gives up such a frame
+      pushed = painted.page.UpdateLayeredContent() != 0 ? 1 : 0;
+    } catch (const std::bad_alloc&) {  // of the push itself, which the engine gives up
     }
     hasFailed = failing.HasFailed();
   }
+  EXPECT_EQ(pushed, painted.window.PresentCount());
+  unpushed += pushed == 0 ? 1 : 0;
   ExpectFoundAsStored(painted.page, *mark);
   EXPECT_NE(0, painted.page.UpdateLayeredContent());
   ExpectFoundAsStored(painted.page, *mark);
@@ -61,10 +64,12 @@ bool PaintWithFault(int nth) {
 
 TEST(FrameFaultTest, AFrameThatRunsOutOfMemoryLeavesMarksToBeFoundWhereTheyAre) {
   int nth = 1;
-  while (PaintWithFault(nth) && !HasFailure()) {
+  int unpushed = 0;
+  while (PaintWithFault(nth, unpushed) && !HasFailure()) {
     ++nth;
   }
-  EXPECT_GT(nth, 1);
+  EXPECT_GT(nth, 20);
+  EXPECT_LT(unpushed, 4) << "the window gets the surface as it is";
 }
 
 }  // namespace

@@ -38,7 +38,7 @@ class Board {
               .Shape(AnnotationSubTypeRectangle)
               .Points(kSize, {{10, 10}, {30, 30}}));
     HandOver();
-    engine.AddPictureFromStream("doc", "page", Picture(), "a property of some length", true);
+    engine.AddPictureFromStream("doc", "page", kBitmapFile, "a property of some length", true);
     engine.StartSelecting("doc", "page", "", "", {0, 0});
     engine.MoveSelecting({kSize.width, kSize.height});
     engine.EndSelecting();
@@ -61,15 +61,6 @@ class Board {
     std::string doc;
     std::string page;
     return engine.GetCurrentAnnotationInfo(doc, page);
-  }
-
-  // A bitmap file of 2 x 1 pixels.
-  static const std::string& Picture() {
-    static const std::string bytes =
-        std::string("BM\x3E\0\0\0\0\0\0\0\x36\0\0\0\x28\0\0\0\x02\0\0\0\x01\0\0\0\x01\0\x18\0",
-                    30) +
-        std::string(32, '\0');
-    return bytes;
   }
 
   // What the engine holds. Ids made here read "local".
@@ -196,90 +187,72 @@ void SmallDesktop(Board& /*board*/) {
   SetMemoryDesktop({{"S", {0, 0, kSize.width + 9, kSize.height + 9}}}, nullptr, {});
 }
 
+constexpr POINT kOrigin = {0, 0};
+constexpr POINT kSpot = {5, 5};
+constexpr POINT kAway = {9, 9};
+constexpr POINT kOnB = {29, 29};
+constexpr POINT kBottomRight = {59, 39};
+const std::vector<POINT> kOne = {{1, 1}};
+const std::vector<POINT> kTwo = {{1, 1}, {2, 2}};
+
+// For a call that does not say whether it was made.
+template <class Act>
+std::function<std::optional<bool>(Board&)> Quiet(const Act& act) {
+  return [act](Board& board) {
+    act(board);
+    return std::optional<bool>();
+  };
+}
+
 const Call kCalls[] = {
     {"StartDrawing",
-     [](Board& board) {
-       return board.engine.StartDrawing("doc", "page", {5, 5}) == 1;
-     }},
-    {"MoveDrawing",
-     [](Board& board) {
-       return board.engine.MoveDrawing({9, 9}) == 1;
-     },
+     [](Board& board) { return board.engine.StartDrawing("doc", "page", kSpot) == 1; }},
+    {"MoveDrawing", [](Board& board) { return board.engine.MoveDrawing(kAway) == 1; },
      [](Board& board) { board.Draw(); }},
-    {"AskForDrawing",
-     [](Board& board) -> std::optional<bool> {
+    {"AskForDrawing", Quiet([](Board& board) {
        std::string doc;
        std::string page;
        board.engine.GetCurrentAnnotationInfo(doc, page);
-       return {};
-     },
+     }),
      [](Board& board) { board.Draw(); }},
     {"Press",
-     [](Board& board) {
-       return board.engine.StartSelecting("doc", "page", "", "", {29, 29}) == 1;
-     },
+     [](Board& board) { return board.engine.StartSelecting("doc", "page", "", "", kOnB) == 1; },
      [](Board& board) { board.engine.EraseSelectedAnnotations("doc", "page"); }},
     {"PressElsewhere",
      [](Board& board) {
-       return board.engine.StartSelecting("doc", "page", kLongName, "", {59, 39}) == 1;
+       return board.engine.StartSelecting("doc", "page", kLongName, "", kBottomRight) == 1;
      }},
-    {"RubberBand",
-     [](Board& board) -> std::optional<bool> {
-       board.engine.MoveSelecting({kSize.width, kSize.height});
-       return {};
-     },
-     [](Board& board) {
-       board.engine.StartSelecting("doc", "page", "", "", {0, 0});
-     }},
-    {"Move",
-     [](Board& board) {
-       return board.engine.MoveSelecting({9, 9}) == 1;
-     },
+    {"RubberBand", Quiet([](Board& board) { board.engine.MoveSelecting(kBottomRight); }),
+     [](Board& board) { board.engine.StartSelecting("doc", "page", "", "", kOrigin); }},
+    {"Move", [](Board& board) { return board.engine.MoveSelecting(kAway) == 1; },
      [](Board& board) { board.StartMove(); }},
-    {"Cancel",
-     [](Board& board) -> std::optional<bool> {
-       board.engine.CancelAnnotation("doc", "page", "a");
-       return {};
-     },
+    {"Cancel", Quiet([](Board& board) { board.engine.CancelAnnotation("doc", "page", "a"); }),
      [](Board& board) {
        board.StartMove();
-       board.engine.MoveSelecting({9, 9});
+       board.engine.MoveSelecting(kAway);
      }},
     {"GetSelection",
-     [](Board& board) -> std::optional<bool> {
-       board.engine.GetSelectedAnnotations("doc", "page");
-       return {};
-     }},
+     Quiet([](Board& board) { board.engine.GetSelectedAnnotations("doc", "page"); })},
     {"NewMark", [](Board& board) { return board.HandOver(); },
-     [](Board& board) {
-       board.Ready(Mark("c").By(kLongName).Order(1).Points(kSize, {{1, 1}, {2, 2}}));
-     }},
+     [](Board& board) { board.Ready(Mark("c").By(kLongName).Order(1).Points(kSize, kTwo)); }},
     {"LateFragment", [](Board& board) { return board.HandOver(); },
-     [](Board& board) {
-       board.Ready(Mark("c").By("dot").Fragment(3).Points(kSize, {{1, 1}}));
-     }},
+     [](Board& board) { board.Ready(Mark("c").By("dot").Fragment(3).Points(kSize, kOne)); }},
     {"Fragment", [](Board& board) { return board.HandOver(); },
-     [](Board& board) {
-       board.Ready(Mark("b").By("cem").Fragment(1).Points(kSize, {{1, 1}}));
-     }},
+     [](Board& board) { board.Ready(Mark("b").By("cem").Fragment(1).Points(kSize, kOne)); }},
     {"AnotherAuthorsId", [](Board& board) { return board.HandOver(); },
-     [](Board& board) {
-       board.Ready(Mark("a").By("cem").Points(kSize, {{1, 1}, {2, 2}}));
-     }},
+     [](Board& board) { board.Ready(Mark("a").By("cem").Points(kSize, kTwo)); }},
     {"OwnMark", [](Board& board) { return board.HandOver(); },
      [](Board& board) {
-       board.Ready(Mark("c").By("ada").Points(kSize, {{1, 1}, {2, 2}}));
+       board.Ready(Mark("c").By("ada").Points(kSize, kTwo));
        board.ready->userSubId = "desk";
      }},
     {"EchoOfADrawing", [](Board& board) { return board.HandOver(); },
-     [](Board& board) {
-       board.Ready(Mark(board.Draw()).By("ada").Points(kSize, {{5, 5}, {6, 6}}));
-     }},
+     [](Board& board) { board.Ready(Mark(board.Draw()).By("ada").Points(kSize, kTwo)); }},
     {"EchoOfAMove", [](Board& board) { return board.HandOver(); },
      [](Board& board) {
        board.StartMove();
-       board.engine.MoveSelecting({9, 9});
-       board.Ready(Mark("a").By("bob").Points(kSize, {{5, 5}, {6, 6}}));
+       board.engine.MoveSelecting(kAway);
+       board.Ready(Mark("a").By("bob").Points(kSize, kTwo));
      }},
     {"AnotherPagesMark",
      [](Board& board) {
@@ -300,15 +273,9 @@ const Call kCalls[] = {
                                    PageOf(kSize.width, kSize.height)) == 1;
      }},
     {"Resize",
-     [](Board& board) -> std::optional<bool> {
-       board.engine.UpdatePage("doc", "page", PageOf(50, 30), true);
-       return {};
-     }},
+     Quiet([](Board& board) { board.engine.UpdatePage("doc", "page", PageOf(50, 30), true); })},
     {"SetUserInfo",
-     [](Board& board) -> std::optional<bool> {
-       board.engine.SetUserInfo(kLongName, kLongName, kLongName);
-       return {};
-     }},
+     Quiet([](Board& board) { board.engine.SetUserInfo(kLongName, kLongName, kLongName); })},
     {"SetNicknameTip",
      [](Board& board) { return board.engine.SetNicknameTip(1, 2, kLongName, 3) == 1; }},
     {"SavePage", [](Board& board) { return board.Save(std::wstring()); }},
@@ -321,20 +288,13 @@ const Call kCalls[] = {
      }},
     {"Background",
      [](Board& board) {
-       return board.engine.AddPictureFromStream("doc", "page", Board::Picture(), kLongName, true) !=
+       return board.engine.AddPictureFromStream("doc", "page", kBitmapFile, kLongName, true) !=
               nullptr;
      }},
     {"Eraser",
-     [](Board& board) -> std::optional<bool> {
-       board.engine.EraseAnnotations("doc", "page", "", "", kEraserPath);
-       return {};
-     },
+     Quiet([](Board& board) { board.engine.EraseAnnotations("doc", "page", "", "", kEraserPath); }),
      [](Board& board) { board.engine.EraseSelectedAnnotations("doc", "page"); }},
-    {"Refresh",
-     [](Board& board) -> std::optional<bool> {
-       ParchletTestAccess::Refresh(board.engine);
-       return {};
-     }},
+    {"Refresh", Quiet([](Board& board) { ParchletTestAccess::Refresh(board.engine); })},
 };
 
 INSTANTIATE_TEST_SUITE_P(Calls, MemoryFaultTest, testing::ValuesIn(kCalls),
@@ -349,15 +309,15 @@ class PictureFaultTest : public testing::TestWithParam<std::pair<bool, bool>> {
     const auto [isFile, isBackground] = GetParam();
     Board board;
     const std::string path = board.folder.File("picture");
-    std::ofstream(path) << Board::Picture();
+    std::ofstream(path) << kBitmapFile;
     Parchlet& engine = board.engine;
     const Annotation* made = nullptr;
     bool hasFailed = false;
     {
       const FailingAllocation failing(nth);
-      made = isFile ? engine.AddPictureFromFile("doc", "page", path, kLongName, isBackground)
-                    : engine.AddPictureFromStream("doc", "page", Board::Picture(), kLongName,
-                                                  isBackground);
+      made = isFile
+                 ? engine.AddPictureFromFile("doc", "page", path, kLongName, isBackground)
+                 : engine.AddPictureFromStream("doc", "page", kBitmapFile, kLongName, isBackground);
       hasFailed = failing.HasFailed();
     }
     for (const auto& [id, mark] : PageTestAccess::Pending(board.whiteboard.Page())) {

@@ -2,7 +2,7 @@
 # the library exports with what the headers declare.
 #   cmake -D SOURCE_FOLDER=... -D BUILD_FOLDER=... -D WORK_FOLDER=... -D COMPILER=... -D GENERATOR=...
 #         -D LIBRARY=... (its path below the prefix) -D NM=... -D WITH_X11=... [-D X11_LIBRARY=...]
-#         -D WITH_EXAMPLES=... -D VERSION=... -P InstallTest.cmake
+#         -D WITH_APPS=... -D VERSION=... -P InstallTest.cmake
 cmake_minimum_required(VERSION 3.25)
 function(run)
   execute_process(COMMAND ${ARGN} RESULT_VARIABLE result OUTPUT_VARIABLE output ERROR_VARIABLE output)
@@ -20,6 +20,11 @@ run(${CMAKE_COMMAND} -S ${CMAKE_CURRENT_LIST_DIR}/host -B ${WORK_FOLDER}/host -G
 run(${CMAKE_COMMAND} --build ${WORK_FOLDER}/host)
 run(${WORK_FOLDER}/host/host ${WORK_FOLDER})
 run(${WORK_FOLDER}/host/c-host)
+run(${CMAKE_COMMAND} -S ${SOURCE_FOLDER}/examples -B ${WORK_FOLDER}/examples -G ${GENERATOR}
+  -D CMAKE_PREFIX_PATH=${prefix} -D CMAKE_CXX_COMPILER=${COMPILER})
+run(${CMAKE_COMMAND} --build ${WORK_FOLDER}/examples)
+run(${WORK_FOLDER}/examples/draw ${WORK_FOLDER}/draw.png)
+run(${WORK_FOLDER}/examples/meeting)
 if(WITH_X11)
   run(${WORK_FOLDER}/host/desktop-host)
 endif()
@@ -47,7 +52,7 @@ if(WITH_X11)
   build_by_pkg_config(pkg-config-desktop-host parchlet-x11
     ${COMPILER} -std=c++17 ${CMAKE_CURRENT_LIST_DIR}/host/desktop.cpp)
 endif()
-if(WITH_EXAMPLES)
+if(WITH_APPS)
   set(programs parchlet-replay)
   if(WITH_X11)
     list(APPEND programs parchlet-whiteboard)
@@ -88,7 +93,7 @@ function(check_exports library version)
   set(seen "")
   foreach(symbol IN LISTS symbols)
     string(REGEX REPLACE "^[0-9a-f]+ . " "" name "${symbol}")
-    if(name MATCHES "^(${classes_pattern})::" OR name MATCHES "^(${functions_pattern})\\(" OR
+    if(name MATCHES "^(${classes_pattern})::" OR name MATCHES "^(parchlet::)?(${functions_pattern})\\(" OR
        name MATCHES "^(vtable for|typeinfo for|typeinfo name for) (${classes_pattern})")
       string(REGEX MATCH "(${classes_pattern}|${functions_pattern})" found "${name}")
       list(APPEND seen ${found} ${CMAKE_MATCH_1})

@@ -13,36 +13,57 @@
 // at the ends of their ranges and no numbers at all, among many that are sound.
 class Decisions {
  public:
+  using Id = std::string;
+
   // `next` gives the next byte, and any byte once they are spent.
   explicit Decisions(std::function<std::uint8_t()> next) : next(std::move(next)) {}
 
   // `count` is 1 to 256.
   int Below(int count) { return count <= 1 ? 0 : next() % count; }
   bool OneIn(int chances) { return Below(chances) == 0; }
-  std::uint32_t Word();
+  std::uint32_t Word() { return static_cast<std::uint32_t>(next()) << 24 | next() << 8 | next(); }
+  template <class Choices>
+  const auto& OneOf(const Choices& choices) {
+    return *(choices.begin() + Below(static_cast<int>(choices.size())));
+  }
   template <class T>
-  const T& OneOf(const std::vector<T>& choices) {
-    return choices[static_cast<std::size_t>(Below(static_cast<int>(choices.size())))];
+  T OneOf(std::initializer_list<T> choices) {
+    return *(choices.begin() + Below(static_cast<int>(choices.size())));
   }
 
-  std::string DocId();
-  std::string PageId();
-  std::string UserId();
-  std::string UserSubId();
-  std::string MarkId();
-  std::string Name();
+  Id DocId() { return OneOf<Id>({"d1", "d1", "d1", "d1", "d2", "d2", "", HugeId()}); }
+  Id PageId() { return OneOf<Id>({"p1", "p1", "p1", "p2", "p2", "p3", "", ZeroId()}); }
+  Id UserId() { return OneOf<Id>({"ada", "ada", "ada", "bob", "bob", "", HugeId()}); }
+  Id UserSubId() { return OneOf<Id>({"", "", "desk", "desk", "pad"}); }
+  Id MarkId() {
+    return OneIn(10) ? OneOf<Id>({"", HugeId(), ZeroId()})
+                     : Id(1, static_cast<char>('a' + Below(26)));
+  }
+  std::string Name() { return OneOf<Id>({"", "Ada", "\xE5\xAE\x89", "\xE5", HugeId()}); }
+
+  std::int32_t SubModel() {
+    return OneOf({0, 0, 0, 0, 0, 0, 0, 1, 1, 2, 3, -1, kLowest, kHighest, 5, 0, -2, 65536});
+  }
+  std::int32_t Order() { return OneOf({0, 0, 1, 1, 2, 3, -1, kLowest, kHighest}); }
+  std::int32_t PenWidth() { return OneOf({1, 2, 3, 6, 6, 7, 29, 30, 31, 0, kLowest, kHighest}); }
+  AnnotationSubType SubType() {
+    return static_cast<AnnotationSubType>(
+        OneOf({0, 0, 0, 0, 10, 14, 15, 19, 20, 5, 22, 24, -1, kLowest}));
+  }
+
   // Mostly on a page of 60 x 40 pixels.
   POINT Point();
   AnnotationPoint PeerPoint(CurrentAnnotPageSize size);
   std::vector<AnnotationPoint> PeerPoints(CurrentAnnotPageSize size);
-  std::int32_t SubModel();
-  std::int32_t Order();
-  std::int32_t PenWidth();
-  AnnotationSubType SubType();
   // Never half huge: a section that is only large could be had or not.
   AnnotationPageInfo Geometry();
 
  private:
+  static constexpr std::int32_t kLowest = std::numeric_limits<std::int32_t>::min();
+  static constexpr std::int32_t kHighest = std::numeric_limits<std::int32_t>::max();
+
+  static Id HugeId() { return Id(5000, 'h'); }
+  static Id ZeroId() { return {"z\0y", 3}; }
   LONG Pixel(int extent);
   double Ratio(LONG pixel, LONG extent);
 

@@ -12,8 +12,7 @@ PlainPage* PlainEngine::Document::WithIndex(int index) {
 }
 
 // An id is logged up to its first zero byte.
-void PlainEngine::Record(const std::string& function, const std::string& text,
-                         const std::string& id) {
+void PlainEngine::Record(const Id& function, const Id& text, const Id& id) {
   log.push_back("0 Parchlet::" + function + ": " + text + id.substr(0, id.find('\0')));
 }
 
@@ -22,7 +21,7 @@ void PlainEngine::SetPen(unsigned long color, unsigned width) {
   pen.width = width == 0 ? 1 : width > 30 ? 30 : static_cast<std::int32_t>(width);
 }
 
-void PlainEngine::SetType(AnnotationType newType, AnnotationSubType newSubType) {
+void PlainEngine::SetAnnotationType(AnnotationType newType, AnnotationSubType newSubType) {
   if (newType >= 1 && newType <= 4) {
     type = newType;
   }
@@ -31,13 +30,17 @@ void PlainEngine::SetType(AnnotationType newType, AnnotationSubType newSubType) 
   }
 }
 
-void PlainEngine::SetUser(const std::string& newUserId, const std::string& newUserSubId,
-                          const std::string& newNickname) {
+void PlainEngine::SetUserInfo(const Id& newUserId, const Id& newUserSubId, const Id& newNickname) {
   if (!newUserId.empty()) {
     userId = newUserId;
   }
   userSubId = newUserSubId;
   nickname = newNickname;
+}
+
+int PlainEngine::SetPageBackgroundColor(unsigned color) {
+  backgroundColor = color;
+  return CurrentPage() != nullptr ? 1 : 0;
 }
 
 void PlainEngine::Destroy() {
@@ -49,7 +52,7 @@ void PlainEngine::Destroy() {
   }
 }
 
-PlainEngine::Document* PlainEngine::FindDoc(const std::string& docId) {
+PlainEngine::Document* PlainEngine::FindDoc(const Id& docId) {
   if (documents.contains(docId)) {
     return &documents.at(docId);
   }
@@ -57,7 +60,7 @@ PlainEngine::Document* PlainEngine::FindDoc(const std::string& docId) {
   return nullptr;
 }
 
-int PlainEngine::NewDoc(const std::string& creator, const std::string& docId) {
+int PlainEngine::NewDoc(const Id& creator, const Id& docId) {
   if (FindDoc(docId) != nullptr) {
     Record("NewDoc", "doc is already exist, docid=", docId);
     return 1;
@@ -67,7 +70,7 @@ int PlainEngine::NewDoc(const std::string& creator, const std::string& docId) {
   return 1;
 }
 
-int PlainEngine::DelDoc(const std::string& docId) {
+int PlainEngine::DelDoc(const Id& docId) {
   if (FindDoc(docId) == nullptr) {
     return 0;
   }
@@ -78,7 +81,7 @@ int PlainEngine::DelDoc(const std::string& docId) {
   return 1;
 }
 
-PlainPage* PlainEngine::FindPage(const std::string& docId, const std::string& pageId) {
+PlainPage* PlainEngine::FindPage(const Id& docId, const Id& pageId) {
   Document* document = FindDoc(docId);
   if (document == nullptr) {
     return nullptr;
@@ -90,9 +93,8 @@ PlainPage* PlainEngine::FindPage(const std::string& docId, const std::string& pa
   return nullptr;
 }
 
-int PlainEngine::NewPage(const std::string& docId, const std::string& pageId,
-                         const std::string& creator, bool hasWindow, bool isUsable,
-                         AnnotationPageInfo info) {
+int PlainEngine::NewPage(const Id& docId, const Id& pageId, const Id& creator, bool hasWindow,
+                         bool isUsable, AnnotationPageInfo info) {
   if (!hasWindow || info.width < 1) {
     Record("NewPage", "invalid parameters", "");
     return 0;
@@ -121,7 +123,7 @@ int PlainEngine::NewPage(const std::string& docId, const std::string& pageId,
   return 1;
 }
 
-int PlainEngine::DelPage(const std::string& docId, const std::string& pageId) {
+int PlainEngine::DelPage(const Id& docId, const Id& pageId) {
   Document* document = FindDoc(docId);
   if (document == nullptr || !document->pages.contains(pageId)) {
     return 0;
@@ -140,24 +142,50 @@ int PlainEngine::DelPage(const std::string& docId, const std::string& pageId) {
   return 1;
 }
 
-int PlainEngine::GetPageCreator(const std::string& docId, const std::string& pageId,
-                                std::string* buffer) {
-  if (buffer == nullptr || buffer->empty()) {
+int PlainEngine::GetDocCreator(const Id& docId, Id& creator) {
+  const Document* document = FindDoc(docId);
+  creator = document != nullptr ? document->creator : creator;
+  return document != nullptr ? 1 : 0;
+}
+
+int PlainEngine::GetPageCount(const Id& docId) {
+  const Document* document = FindDoc(docId);
+  return document != nullptr ? static_cast<int>(document->pages.size()) : 0;
+}
+
+int PlainEngine::GetPageIndex(const Id& docId, const Id& pageId) {
+  const PlainPage* page = FindPage(docId, pageId);
+  return page != nullptr ? page->index : -1;
+}
+
+int PlainEngine::GetPageCreator(const Id& docId, const Id& pageId, char* buffer, int size) {
+  if (buffer == nullptr || size < 1) {
     return 0;
   }
   const PlainPage* page = FindPage(docId, pageId);
   if (page == nullptr || page->creator.empty()) {
     return 0;
   }
-  if (page->creator.size() > buffer->size()) {
-    buffer->assign(buffer->size(), '\0');
-    return 0;
-  }
-  buffer->replace(0, page->creator.size(), page->creator);
-  return 1;
+  const bool fits = page->creator.size() <= static_cast<std::size_t>(size);
+  const std::string text = fits ? page->creator : std::string(static_cast<std::size_t>(size), 0);
+  text.copy(buffer, text.size());
+  return fits ? 1 : 0;
 }
 
-int PlainEngine::SetCurrentPage(const std::string& docId, const std::string& pageId) {
+int PlainEngine::GetPageSize(const Id& docId, const Id& pageId, AnnotationPageInfo& info,
+                             bool initial) {
+  return On(FindPage(docId, pageId), [&](const PlainPage& page) {
+    info = initial ? page.initial : page.now;
+    return 1;
+  });
+}
+
+int PlainEngine::UpdatePage(const Id& docId, const Id& pageId, AnnotationPageInfo info,
+                            bool resize) {
+  return On(FindPage(docId, pageId), [&](PlainPage& page) { return page.Update(info, resize); });
+}
+
+int PlainEngine::SetCurrentPage(const Id& docId, const Id& pageId) {
   if (FindPage(docId, pageId) == nullptr) {
     return 0;
   }
@@ -165,11 +193,17 @@ int PlainEngine::SetCurrentPage(const std::string& docId, const std::string& pag
   return 1;
 }
 
+void PlainEngine::GetCurrentPageInfo(Id& doc, Id& page) {
+  const PlainPage* now = CurrentPage();
+  doc = current.value_or(doc);
+  page = now != nullptr ? now->id : page;
+}
+
 PlainPage* PlainEngine::CurrentPage() {
   return current ? documents.at(*current).Current() : nullptr;
 }
 
-std::string PlainEngine::Goto(int index) {
+PlainEngine::Id PlainEngine::Goto(int index) {
   PlainPage* page = current ? documents.at(*current).WithIndex(index) : nullptr;
   if (page == nullptr) {
     return "";
@@ -178,22 +212,26 @@ std::string PlainEngine::Goto(int index) {
   return page->id;
 }
 
-std::string PlainEngine::GotoNext() {
+PlainEngine::Id PlainEngine::GotoLastPage(const Id& /*doc*/) {
+  return Goto(current ? static_cast<int>(documents.at(*current).pages.size()) : 0);
+}
+
+PlainEngine::Id PlainEngine::GotoNextPage(const Id& /*doc*/) {
   const PlainPage* page = CurrentPage();
   return page != nullptr ? Goto(page->index + 1) : "";
 }
 
-std::string PlainEngine::GotoPrevious() {
+PlainEngine::Id PlainEngine::GotoPreviousPage(const Id& /*doc*/) {
   const PlainPage* page = CurrentPage();
   return page != nullptr ? Goto(page->index - 1) : "";
 }
 
-std::string PlainEngine::GotoClamped(int index) {
+PlainEngine::Id PlainEngine::GotoPage(const Id& /*doc*/, int index) {
   const int count = current ? static_cast<int>(documents.at(*current).pages.size()) : 0;
   return Goto(index < 1 ? 1 : std::min(index, count));
 }
 
-int PlainEngine::GotoId(const std::string& pageId) {
+int PlainEngine::GotoPage(const Id& /*doc*/, const Id& pageId) {
   if (!current || !documents.at(*current).pages.contains(pageId)) {
     return 0;
   }
@@ -201,8 +239,7 @@ int PlainEngine::GotoId(const std::string& pageId) {
   return 1;
 }
 
-PlainPage* PlainEngine::PageForDrawing(const std::string& docId, const std::string& pageId,
-                                       POINT at) {
+PlainPage* PlainEngine::PageForDrawing(const Id& docId, const Id& pageId, POINT at) {
   PlainPage* page = type == AnnotationTypeDrawing ? FindPage(docId, pageId) : nullptr;
   return page != nullptr && page->Holds(at) ? page : nullptr;
 }
@@ -229,4 +266,14 @@ void PlainEngine::GreetOwn(PlainMark& mark) const {
   if (mark.userId == userId && mark.userSubId == userSubId) {
     mark.nickname = nickname;
   }
+}
+
+PlainPage* PlainEngine::ActivePage(const Id& doc, const Id& page) {
+  return hasActiveWindow ? FindPage(doc, page) : nullptr;
+}
+
+PlainEngine::Id PlainEngine::GetCurrentAnnotationInfo(Id& doc, Id& page) {
+  GetCurrentPageInfo(doc, page);
+  return On(CurrentPage(),
+            [](const PlainPage& now) { return now.drawing != nullptr ? now.drawing->id : Id(); });
 }

@@ -12,6 +12,8 @@
 // MESSAGE".
 class PlainEngine {
  public:
+  using Id = std::string;
+
   struct Document {
     std::string id, creator;
     std::map<std::string, PlainPage> pages;
@@ -21,39 +23,58 @@ class PlainEngine {
     PlainPage* WithIndex(int index);
   };
 
+  // --- As the interface has them ---
   void SetPen(unsigned long color, unsigned width);
-  void SetType(AnnotationType type, AnnotationSubType subType);
-  void SetUser(const std::string& userId, const std::string& userSubId,
-               const std::string& nickname);
+  void SetAnnotationType(AnnotationType type, AnnotationSubType subType);
+  void SetUserInfo(const Id& userId, const Id& userSubId, const Id& nickname);
+  int SetPageBackgroundColor(unsigned color);
   void Destroy();
 
-  int NewDoc(const std::string& creator, const std::string& docId);
-  int DelDoc(const std::string& docId);
-  Document* FindDoc(const std::string& docId);
+  int NewDoc(const Id& creator, const Id& doc);
+  int DelDoc(const Id& doc);
+  int GetDocCount() const { return static_cast<int>(documents.size()); }
+  int GetDocCreator(const Id& doc, Id& creator);
+  int IsDocExist(const Id& doc) { return FindDoc(doc) != nullptr ? 1 : 0; }
 
-  // `isUsable` tells whether the window and the section can be had.
-  int NewPage(const std::string& docId, const std::string& pageId, const std::string& creator,
-              bool hasWindow, bool isUsable, AnnotationPageInfo info);
-  int DelPage(const std::string& docId, const std::string& pageId);
-  PlainPage* FindPage(const std::string& docId, const std::string& pageId);
-  int GetPageCreator(const std::string& docId, const std::string& pageId, std::string* buffer);
+  int DelPage(const Id& doc, const Id& page);
+  int GetPageCount(const Id& doc);
+  int GetPageIndex(const Id& doc, const Id& page);
+  int GetPageCreator(const Id& doc, const Id& page, char* buffer, int size);
+  int GetPageSize(const Id& doc, const Id& page, AnnotationPageInfo& info, bool initial);
+  int UpdatePage(const Id& doc, const Id& page, AnnotationPageInfo info, bool resize);
 
-  int SetCurrentPage(const std::string& docId, const std::string& pageId);
+  int SetCurrentPage(const Id& doc, const Id& page);
+  void GetCurrentPageInfo(Id& doc, Id& page);
+  Id GotoFirstPage(const Id& /*doc*/) { return Goto(1); }
+  Id GotoLastPage(const Id& doc);
+  Id GotoNextPage(const Id& doc);
+  Id GotoPreviousPage(const Id& doc);
+  Id GotoPage(const Id& doc, int index);
+  int GotoPage(const Id& doc, const Id& page);
+
+  Id GetCurrentAnnotationInfo(Id& doc, Id& page);
+
+  // --- What the interface does otherwise ---
+  Document* FindDoc(const Id& doc);
+  PlainPage* FindPage(const Id& doc, const Id& page);
   PlainPage* CurrentPage();
-  // The id of the page with that index, now current, or the empty string.
-  std::string Goto(int index);
-  std::string GotoNext();
-  std::string GotoPrevious();
-  std::string GotoClamped(int index);
-  int GotoId(const std::string& pageId);
-
+  // `isUsable` tells whether the window and the section can be had.
+  int NewPage(const Id& doc, const Id& page, const Id& creator, bool hasWindow, bool isUsable,
+              AnnotationPageInfo info);
   // The page to draw on, or null.
-  PlainPage* PageForDrawing(const std::string& docId, const std::string& pageId, POINT at);
+  PlainPage* PageForDrawing(const Id& doc, const Id& page, POINT at);
   // A mark of the local user, without an id.
   PlainMarkPtr NewMark(AnnotationType type, AnnotationSubType subType) const;
+  void GreetOwn(PlainMark& mark) const;
   // The mark that a pointer event extends or ends.
   PlainMarkPtr Drawing();
-  void GreetOwn(PlainMark& mark) const;
+  // The page, once any window has been given to one.
+  PlainPage* ActivePage(const Id& doc, const Id& page);
+  // The result of `act` on the page, or 0, none, null.
+  template <class Act>
+  static auto On(PlainPage* page, const Act& act) {
+    return page != nullptr ? act(*page) : decltype(act(*page)){};
+  }
 
   std::map<std::string, Document> documents;
   std::optional<std::string> current;  // a document's id
@@ -67,5 +88,7 @@ class PlainEngine {
   std::vector<std::string> log;
 
  private:
+  // The id of the page with that index, now current, or the empty string.
+  Id Goto(int index);
   void Record(const std::string& function, const std::string& text, const std::string& id);
 };

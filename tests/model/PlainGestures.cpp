@@ -1,10 +1,10 @@
 // Selecting and moving on a plain page, and the traces of painting.
 #include "model/PlainPage.h"
 
-void PlainPage::StartSelecting(const std::string& userId, const std::string& userSubId, POINT at) {
+int PlainPage::StartSelecting(const std::string& userId, const std::string& userSubId, POINT at) {
   PlainMarkPtr hit;
   for (const PlainMarkPtr& mark : TopmostFirst(userId, userSubId)) {
-    if (mark->IsHit(at, true)) {
+    if (mark->HasTwoPoints() && IsWithinBox(at, mark->frame)) {
       hit = mark;
       break;
     }
@@ -14,7 +14,7 @@ void PlainPage::StartSelecting(const std::string& userId, const std::string& use
     for (auto& [key, mark] : selected) {
       mark->origin = At(at);
     }
-    return;
+    return 1;
   }
   isMoving = false;
   selected.clear();
@@ -27,6 +27,7 @@ void PlainPage::StartSelecting(const std::string& userId, const std::string& use
   band.points.clear();
   band.AddPoint(At(at));
   band.erased = 0;
+  return 1;
 }
 
 int PlainPage::MoveSelecting(POINT at) {
@@ -62,7 +63,7 @@ void PlainPage::SelectWithin(const RECT& rect) {
       continue;
     }
     for (auto& [key, mark] : authored) {
-      if (mark->erased == 0 && mark->IsWithin(rect)) {
+      if (mark->erased == 0 && mark->object->IsInSelectRect(rect) != 0) {
         selected[key] = mark;
       }
     }

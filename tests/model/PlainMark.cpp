@@ -1,33 +1,16 @@
 #include "model/PlainMark.h"
 
 #include <algorithm>
-#include <cmath>
 #include <limits>
 
-#include "model/PlainShapes.h"
+#include <parchlet/Utils.h>
+
+#include "annotation/PixelMath.h"
 
 namespace {
 
-// Truncated toward zero; no number is pixel 0, and what lies past all pixels is the last of them.
-LONG Truncated(double value) {
-  if (std::isnan(value)) {
-    return 0;
-  }
-  if (value <= std::numeric_limits<LONG>::min()) {
-    return std::numeric_limits<LONG>::min();
-  }
-  if (value >= std::numeric_limits<LONG>::max()) {
-    return std::numeric_limits<LONG>::max();
-  }
-  return static_cast<LONG>(value);
-}
-
-POINT Converted(const AnnotationPoint& point, CurrentAnnotPageSize size) {
-  return {Truncated(size.width * point.xRatio + 0.5), Truncated(size.height * point.yRatio + 0.5)};
-}
-
 void Convert(AnnotationPoint& point, CurrentAnnotPageSize size) {
-  const POINT pixel = Converted(point, size);
+  const POINT pixel = PixelOf(point, size);
   point.x = pixel.x;
   point.y = pixel.y;
 }
@@ -39,10 +22,18 @@ void Widen(LONG& low, LONG& high) {
   }
 }
 
-bool IsShape(AnnotationSubType subType) {
-  return subType == AnnotationSubTypeLine || subType == AnnotationSubTypeEllipse ||
-         subType == AnnotationSubTypeRectangle || subType == AnnotationSubTypeTriangle ||
-         subType == AnnotationSubTypeRightTriangle;
+// Whether `isHit` says yes to a connected segment.
+template <class IsHit>
+bool AnySegment(const PlainMark& mark, const IsHit& isHit) {
+  for (unsigned number = 0; number < mark.ConnectedCount(); ++number) {
+    const std::vector<AnnotationPoint>& list = mark.points.at(number);
+    for (std::size_t i = 1; i < list.size(); ++i) {
+      if (isHit(POINT{list[i - 1].x, list[i - 1].y}, POINT{list[i].x, list[i].y})) {
+        return true;
+      }
+    }
+  }
+  return false;
 }
 
 }  // namespace
@@ -55,13 +46,21 @@ unsigned PlainMark::ConnectedCount() const {
   return count;
 }
 
+bool PlainMark::IsPath() const {
+  static constexpr int kShapes[] = {AnnotationSubTypeLine, AnnotationSubTypeEllipse,
+                                    AnnotationSubTypeRectangle, AnnotationSubTypeTriangle,
+                                    AnnotationSubTypeRightTriangle};
+  return !IsPicture() &&
+         std::find(std::begin(kShapes), std::end(kShapes), subType) == std::end(kShapes);
+}
+
 bool PlainMark::HasTwoPoints() const {
   return points.contains(0) && points.at(0).size() >= 2;
 }
 
 void PlainMark::AddPoint(const AnnotationPoint& point) {
   std::vector<AnnotationPoint>& list = points[0];
-  if ((IsPicture() || IsShape(subType)) && list.size() >= 2) {
+  if (!IsPath() && list.size() >= 2) {
     list[1] = point;
   } else {
     list.push_back(point);
@@ -108,7 +107,7 @@ void PlainMark::Draw(CurrentAnnotPageSize size) {
   if (!HasTwoPoints() || (IsPicture() && !hasPicture)) {
     return;
   }
-  if (IsPicture() || IsShape(subType)) {
+  if (!IsPath()) {
     Convert(points.at(0)[0], size);
     Convert(points.at(0)[1], size);
     return;
@@ -134,10 +133,10 @@ bool PlainMark::UpdateFrame(CurrentAnnotPageSize size) {
       counted.insert(counted.end(), list.begin(), list.end());
     }
   }
-  const POINT first = Converted(counted[0], size);
+  const POINT first = PixelOf(counted[0], size);
   frame = {first.x, first.y, first.x, first.y};
   for (const AnnotationPoint& point : counted) {
-    const POINT pixel = Converted(point, size);
+    const POINT pixel = PixelOf(point, size);
     frame = {std::min(frame.left, pixel.x), std::min(frame.top, pixel.y),
              std::max(frame.right, pixel.x), std::max(frame.bottom, pixel.y)};
   }
@@ -147,32 +146,19 @@ bool PlainMark::UpdateFrame(CurrentAnnotPageSize size) {
 }
 
 bool PlainMark::IsTouched(POINT from, POINT to) const {
-  return HasTwoPoints() && IsPlainlyTouched(*this, from, to);
+  if (!HasTwoPoints() || !IsPath()) {
+    return object->FindAnnotation({from.x, from.y, 0, 0}, {to.x, to.y, 0, 0}) != 0;
+  }
+  return AnySegment(*this,
+                    [&](POINT a, POINT b) { return Utils::IsLineIntersect(from, to, a, b); });
 }
 
-bool PlainMark::IsHit(POINT at, bool useFrame) const {
-  if (!HasTwoPoints()) {
-    return false;
+bool PlainMark::IsHit(POINT at) const {
+  if (!HasTwoPoints() || !IsPath()) {
+    return object->FindAnnotation({at.x, at.y, 0, 0}, false) != 0;
   }
-  return useFrame ? IsWithinBox(at, frame) : IsPlainlyHit(*this, at);
-}
-
-bool PlainMark::IsWithin(const RECT& rect) const {
-  if (erased == 1 || !HasTwoPoints()) {
-    return false;
-  }
-  const RECT normal = {std::min(rect.left, rect.right), std::min(rect.top, rect.bottom),
-                       std::max(rect.left, rect.right), std::max(rect.top, rect.bottom)};
-  bool isWithin = IsWithinBox(PixelAt(points.at(0)[0]), normal) &&
-                  IsWithinBox(PixelAt(points.at(0)[1]), normal);
-  if (!IsPicture() && subType == AnnotationSubTypePath) {
-    for (const auto& [number, list] : points) {
-      for (const AnnotationPoint& point : list) {
-        isWithin = isWithin && IsWithinBox(PixelAt(point), normal);
-      }
-    }
-  }
-  return isWithin;
+  const int width = std::clamp(pen.width, 1, 30);
+  return AnySegment(*this, [&](POINT a, POINT b) { return Utils::IsPointOnLine(at, a, b, width); });
 }
 
 bool PlainMark::IsDot() const {
@@ -183,4 +169,8 @@ bool PlainMark::IsDot() const {
   return std::all_of(list.begin(), list.end(), [&](const AnnotationPoint& point) {
     return point.x == list[0].x && point.y == list[0].y;
   });
+}
+
+bool IsWithinBox(POINT at, const RECT& box) {
+  return box.left <= at.x && at.x <= box.right && box.top <= at.y && at.y <= box.bottom;
 }

@@ -9,8 +9,8 @@
 
 #include <parchlet/Annotation.h>
 
-// What a host can learn of an annotation, and what decides where it is hit. Nothing is cached and
-// nothing is fast.
+// What a host can learn of an annotation. Nothing is cached and nothing is fast. Where a shape is
+// hit, the engine's own object says: what is compared is how a page searches.
 struct PlainMark {
   using SubModels = Annotation::SubModels;
 
@@ -18,6 +18,7 @@ struct PlainMark {
   unsigned ConnectedCount() const;
   bool HasTwoPoints() const;
   bool IsPicture() const { return type == AnnotationTypePicture; }
+  bool IsPath() const;
 
   // A path keeps every point; other kinds their first and their latest.
   void AddPoint(const AnnotationPoint& point);
@@ -32,9 +33,9 @@ struct PlainMark {
   // False for a mark that has no frame.
   bool UpdateFrame(CurrentAnnotPageSize size);
 
+  // A path is asked segment by segment.
   bool IsTouched(POINT from, POINT to) const;
-  bool IsHit(POINT at, bool useFrame) const;
-  bool IsWithin(const RECT& rect) const;
+  bool IsHit(POINT at) const;
   // All points of sub-model 0 fall on one pixel.
   bool IsDot() const;
 
@@ -55,5 +56,8 @@ struct PlainMark {
   Annotation* object = nullptr;  // the engine's; null until it has shown it
   bool isOwned = false;          // by some page
 };
+
+// Edges included.
+bool IsWithinBox(POINT at, const RECT& box);
 
 using PlainMarkPtr = std::shared_ptr<PlainMark>;

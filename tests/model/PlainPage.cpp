@@ -2,8 +2,6 @@
 
 #include <algorithm>
 
-#include "model/PlainShapes.h"
-
 namespace {
 
 bool IsEmptyView(const RECT& view) {
@@ -61,8 +59,9 @@ bool PlainPage::AddRemote(const PlainMarkPtr& given) {
   const bool hasPlace = std::any_of(places.begin(), places.end(), [&](const Place& other) {
     return other.userId == given->userId && other.id == key;
   });
-  const bool getsPlace = number == 0 && (!authored.contains(key) ||
-                                         !authored.at(key)->points.contains(0) || !hasPlace);
+  const bool isPagesOwn = (authored.contains(key) && authored.at(key) == given) ||
+                          (pending.contains(key) && pending.at(key) == given);
+  const bool getsPlace = !hasPlace && (number == 0 || (isPagesOwn && !authored.contains(key)));
   if (pending.contains(key)) {
     if (!authored.contains(key)) {
       authored[key] = pending.at(key);
@@ -76,16 +75,16 @@ bool PlainPage::AddRemote(const PlainMarkPtr& given) {
     isKept = !given->isOwned;
     PlainMarkPtr stored = given;
     if (!isKept) {
-      stored = std::make_shared<PlainMark>();
-      stored->TakeOver(*given);
+      stored = std::make_shared<PlainMark>(*given);
+      stored->object = nullptr;
     }
     stored->isOwned = true;
     stored->nickname.resize(std::min(stored->nickname.size(), std::size_t{1024}));
     authored[key] = stored;
-    if (number >= 1) {
+    if (isKept && number >= 1) {
       stored->Renumber(static_cast<unsigned>(number));
     }
-  } else {
+  } else if (!isPagesOwn) {
     authored.at(key)->points[static_cast<unsigned>(number)] = received;
   }
   if (getsPlace) {
@@ -103,9 +102,9 @@ void PlainPage::AddPlace(const Place& place) {
   places.insert(above, place);
 }
 
-void PlainPage::Cancel(const std::string& key) {
+int PlainPage::Cancel(const std::string& key) {
   if (!pending.contains(key)) {
-    return;
+    return 0;
   }
   const PlainMarkPtr backup = pending.at(key);
   for (auto& [author, authored] : confirmed) {
@@ -120,6 +119,7 @@ void PlainPage::Cancel(const std::string& key) {
   if (drawing == backup) {
     drawing = nullptr;
   }
+  return 1;
 }
 
 PlainMarkPtr PlainPage::Confirmed(const std::string& userId, const std::string& key) const {
@@ -153,7 +153,7 @@ std::string PlainPage::EraserAt(const std::string& userId, const std::string& us
   }
   selected.clear();
   for (const PlainMarkPtr& mark : TopmostFirst(userId, userSubId)) {
-    if (mark->IsHit(at, false)) {
+    if (mark->IsHit(at)) {
       return mark->id;
     }
   }

@@ -36,7 +36,7 @@ struct PlainPage {
   void AddLocal(const PlainMarkPtr& mark, const std::string& id);
   // True when the page keeps the very object. What another page owns is copied.
   bool AddRemote(const PlainMarkPtr& given);
-  void Cancel(const std::string& id);
+  int Cancel(const std::string& id);
   PlainMarkPtr Confirmed(const std::string& userId, const std::string& id) const;
 
   std::string EraserAt(const std::string& userId, const std::string& userSubId, POINT at);
@@ -46,7 +46,7 @@ struct PlainPage {
   int Clear(const std::string& userId, const std::string& userSubId);
   std::vector<std::string> DropSelection();
 
-  void StartSelecting(const std::string& userId, const std::string& userSubId, POINT at);
+  int StartSelecting(const std::string& userId, const std::string& userSubId, POINT at);
   int MoveSelecting(POINT at);
   int EndSelecting();
 

@@ -4,26 +4,16 @@
 #include <fstream>
 #include <iterator>
 
-#include "platform/image/Picture.h"
+#include "support/Mark.h"
 #include "support/TestAccess.h"
 
 namespace {
 
 constexpr std::size_t kTraceLength = 40;
 
-// The bytes of a black bitmap file.
-std::string MakeBitmapFile(int width, int height) {
-  const TemporaryFolder folder;
-  const std::vector<std::uint32_t> pixels(static_cast<std::size_t>(width * height), 0xFF000000);
-  SavePicture({pixels.data(), width, height, width * 4L}, PictureEncoder::kBmp, folder.File("b"));
-  std::ifstream file(folder.File("b"), std::ios::binary);
-  return {std::istreambuf_iterator<char>(file), {}};
-}
-
 }  // namespace
 
-const std::vector<std::string> Session::kPictures = {MakeBitmapFile(2, 3), MakeBitmapFile(70, 2),
-                                                     "no picture"};
+const std::vector<std::string> Session::kPictures = {kBitmapFile, "no picture"};
 
 void Records::Write(int level, const std::string& line) {
   const std::size_t blank = line.find(' ');
@@ -41,7 +31,7 @@ Session::Session(std::function<std::uint8_t()> decisions, bool isPaintedAtOnce)
   plain.log.emplace_back("2 Parchlet::Parchlet: constructor");
 }
 
-void Session::Trace(const std::string& call) {
+void Session::Keep(const std::string& call) {
   trace.push_back(call);
   if (trace.size() > kTraceLength) {
     trace.pop_front();
@@ -55,41 +45,26 @@ Session::Call Session::AnyCall() {
   } kCalls[] = {{&Session::ReceiveMark, 36},
                 {&Session::ReceiveHeldAgain, 8},
                 {&Session::ReceiveThePagesOwn, 4},
-                {&Session::ReceiveNothing, 1},
-                {&Session::Cancel, 12},
-                {&Session::LookUp, 8},
-                {&Session::Clear, 1},
                 {&Session::ChangeAMark, 12},
                 {&Session::StartDrawing, 16},
                 {&Session::MoveDrawing, 16},
                 {&Session::EndDrawing, 4},
-                {&Session::AskForDrawing, 4},
-                {&Session::AskForDot, 4},
                 {&Session::PlacePicture, 4},
                 {&Session::SavePage, 1},
-                {&Session::SetTip, 1},
                 {&Session::StartSelecting, 14},
                 {static_cast<Call>(&Session::MoveSelecting), 16},
                 {&Session::EndSelecting, 6},
-                {&Session::AskForSelection, 4},
                 {&Session::GrabSelection, 24},
                 {&Session::AskEraser, 16},
-                {&Session::Erase, 3},
-                {&Session::EraseSelection, 1},
-                {&Session::ChangeSettings, 6},
+                {&Session::Erase, 17},
+                {&Session::ChangeSettings, 7},
                 {&Session::StartAndStop, 1},
-                {&Session::ChangeDocuments, 1},
-                {&Session::AskForDocuments, 2},
+                {&Session::ChangeDocuments, 2},
                 {&Session::AddPage, 5},
-                {&Session::RemovePage, 1},
-                {&Session::AskForPages, 4},
                 {&Session::ResizePage, 6},
-                {&Session::ResizeStorm, 1},
                 {&Session::Navigate, 5},
-                {&Session::AskForCurrentPage, 2},
-                {&Session::MakeIdleCalls, 1},
-                {&Session::MoveAWindow, 3},
-                {&Session::ReplaceAWindow, 1},
+                {&Session::AskForEverything, 12},
+                {&Session::ChangeAWindow, 4},
                 {&Session::Refresh, 14},
                 {&Session::PassTime, 4}};
   const int kinds = static_cast<int>(std::size(kCalls));
@@ -160,7 +135,7 @@ void Session::PassTime() {
   }
   static const std::vector<std::uint64_t> waits = {1, 40, 1999, 2000, 2960, 5000, 7999, 8000};
   tick += any.OneOf(waits);
-  Trace("the time is " + std::to_string(tick));
+  Trace("the time is", static_cast<long long>(tick));
   clock.Set(tick);
 }
 
@@ -221,8 +196,7 @@ std::string Session::AnyAuthorOn(const PlainPage* page) {
   if (page == nullptr || page->confirmed.empty() || any.OneIn(3)) {
     return any.UserId();
   }
-  const auto skipped = any.Below(static_cast<int>(page->confirmed.size()));
-  return std::next(page->confirmed.begin(), skipped)->first;
+  return AnyOf(page->confirmed).first;
 }
 
 POINT Session::AnyPointNearMarksOf(const PlainPage* page) {

@@ -3,10 +3,12 @@
 
 #include <cstdint>
 #include <deque>
+#include <iterator>
 #include <memory>
 #include <optional>
 #include <stdexcept>
 #include <string>
+#include <type_traits>
 #include <vector>
 
 #include <parchlet/ILogger.h>
@@ -69,54 +71,36 @@ class Session {
   };
 
   Call AnyCall();
-  // --- Calls, by theme; one source file each ---
+  // --- Calls ---
   void ChangeSettings();
   void StartAndStop();
   void ChangeDocuments();
-  void AskForDocuments();
   void AddPage();
-  void RemovePage();
-  void AskForPages();
-  void AskForPageCreator();
   void ResizePage();
-  void ResizeStorm();
   void Navigate();
-  void AskForCurrentPage();
-  void MakeIdleCalls();
-  void MoveAWindow();
-  void ReplaceAWindow();
+  void ChangeAWindow();
+  void AskForEverything();
+  void Refresh();
+  void PassTime();
 
   void StartDrawing();
   void MoveDrawing();
   void EndDrawing();
-  void AskForDrawing();
-  void AskForDot();
   void PlacePicture();
   void SavePage();
-  void SetTip();
+  void StartSelecting();
+  void MoveSelecting();
+  void MoveSelecting(POINT point);
+  void Press(const Known& at, const std::string& author, const std::string& subId, POINT point);
+  void EndSelecting();
+  void GrabSelection();
+  void AskEraser();
+  void Erase();
 
   void ReceiveMark();
   void ReceiveHeldAgain();
   void ReceiveThePagesOwn();
-  void ReceiveNothing();
-  void Cancel();
-  void LookUp();
-  void Clear();
   void ChangeAMark();
-
-  void StartSelecting();
-  void MoveSelecting();
-  void MoveSelecting(POINT point);
-  void EndSelecting();
-  void AskForSelection();
-  void GrabSelection();
-  void Press(POINT point);
-  void AskEraser();
-  void Erase();
-  void EraseSelection();
-
-  void Refresh();
-  void PassTime();
 
   // --- Choosing ---
   // Ids that mostly name a page.
@@ -126,20 +110,44 @@ class Session {
   std::vector<PlainMarkPtr> MarksOf(const PlainPage& page) const;
   PlainMarkPtr AnyMark();
   MemoryWindow& AnyWindow();
+  template <class Map>
+  const auto& AnyOf(const Map& map) {
+    return *std::next(map.begin(), any.Below(static_cast<int>(map.size())));
+  }
   // Mostly a few pixels off a line of some mark.
   POINT AnyPointNearMarksOf(const PlainPage* page);
   // Keeps the object when the page does not take it.
   void HandOver(const Known& to, Held given);
   Held MakePeersMark(const Known& to);
 
+  // Gives the model's mark the id and the object of the engine's new pending one.
+  void Adopt(const Known& at, const PlainMarkPtr& mark);
+
   // --- Comparing ---
+  // Makes the call to the engine and to the model. Returns what both say.
+  template <class Act, class... Told>
+  auto Both(const char* name, const Act& act, const Told&... told) {
+    Trace(name, told...);
+    if constexpr (std::is_void_v<decltype(act(plain))>) {
+      act(*engine);
+      act(plain);
+    } else {
+      auto engines = act(*engine);
+      Same(name, engines, act(plain));
+      return engines;
+    }
+  }
+  template <class Act>
+  auto OnPage(const Known& at, const Act& act) {
+    return PlainEngine::On(plain.FindPage(at.doc, at.page), act);
+  }
   template <class T>
-  void Same(const char* what, const T& engines, const T& models) {
+  void Same(const std::string& what, const T& engines, const T& models) {
     if (!(engines == models)) {
       Part(what, Text(engines), Text(models));
     }
   }
-  void SameObject(const char* what, Annotation* engines, const PlainMarkPtr& models);
+  void SameObject(const std::string& what, Annotation* engines, const PlainMarkPtr& models);
   void SameMark(const std::string& where, const Annotation& engines, const PlainMark& models);
   void SameMarks(const std::string& where, const std::map<std::string, Annotation*>& engines,
                  const PlainPage::Marks& models);
@@ -149,10 +157,20 @@ class Session {
                          const std::string& models);
   static std::string Text(const std::string& value) { return "\"" + value.substr(0, 36) + "\""; }
   static std::string Text(long long value) { return std::to_string(value); }
+  static std::string Text(POINT at) { return Text(at.x) + "," + Text(at.y); }
+  static std::string Text(const Known& at) { return Text(at.doc) + " " + Text(at.page); }
   static std::string Text(const Ids& values);
+  static std::string Text(const RECT& box);
   static std::string Text(const AnnotationPageInfo& info);
+  static std::string Text(const Annotation::SubModels& points);
 
-  void Trace(const std::string& call);
+  // Keeps what is said of the latest calls, for the report of a difference.
+  template <class... Told>
+  void Trace(std::string call, const Told&... told) {
+    ((call += " " + Text(told)), ...);
+    Keep(call);
+  }
+  void Keep(const std::string& call);
   void PaintModel();
   // After each call to the engine, where several make one call here.
   void Settle();

@@ -1,5 +1,5 @@
 // Compares the engine with its model.
-#include <cstring>
+#include <tuple>
 
 #include "model/Session.h"
 #include "support/TestAccess.h"
@@ -11,19 +11,6 @@ bool IsSamePoint(const AnnotationPoint& a, const AnnotationPoint& b) {
   return a.x == b.x && a.y == b.y && isSame(a.xRatio, b.xRatio) && isSame(a.yRatio, b.yRatio);
 }
 
-std::string Describe(const Annotation::SubModels& points) {
-  std::string text;
-  for (const auto& [number, list] : points) {
-    text += std::to_string(number) + ":";
-    for (const AnnotationPoint& point : list) {
-      text += " (" + std::to_string(point.x) + "," + std::to_string(point.y) + " " +
-              std::to_string(point.xRatio) + "," + std::to_string(point.yRatio) + ")";
-    }
-    text += "; ";
-  }
-  return text;
-}
-
 bool AreSamePoints(const Annotation::SubModels& a, const Annotation::SubModels& b) {
   return std::equal(a.begin(), a.end(), b.begin(), b.end(), [](const auto& p, const auto& q) {
     return p.first == q.first && std::equal(p.second.begin(), p.second.end(), q.second.begin(),
@@ -31,9 +18,12 @@ bool AreSamePoints(const Annotation::SubModels& a, const Annotation::SubModels& 
   });
 }
 
-std::string Describe(const RECT& box) {
-  return std::to_string(box.left) + "," + std::to_string(box.top) + " to " +
-         std::to_string(box.right) + "," + std::to_string(box.bottom);
+// The fields that an annotation and its model share.
+template <class M>
+auto Fields(const M& mark) {
+  return std::tie(mark.userId, mark.userSubId, mark.nickname, mark.pictureProperty,
+                  mark.subModelIndex, mark.order, mark.erased, mark.tipVisible, mark.type,
+                  mark.subType, mark.pen.color, mark.pen.width, mark.pen.fill, mark.tempStartTick);
 }
 
 }  // namespace
@@ -46,11 +36,27 @@ std::string Session::Text(const Ids& values) {
   return text;
 }
 
+std::string Session::Text(const RECT& box) {
+  return Text(POINT{box.left, box.top}) + " to " + Text(POINT{box.right, box.bottom});
+}
+
 std::string Session::Text(const AnnotationPageInfo& info) {
-  return std::to_string(info.userValue1) + " " + std::to_string(info.userValue2) + " " +
-         std::to_string(info.width) + "x" + std::to_string(info.height) +
-         (info.transparent ? " transparent " : " ") + Describe(info.viewRect) + " " +
-         std::to_string(info.backgroundColor);
+  return Text(info.userValue1) + " " + Text(info.userValue2) + " " + Text(info.width) + "x" +
+         Text(info.height) + (info.transparent ? " transparent " : " ") + Text(info.viewRect) +
+         " " + Text(info.backgroundColor);
+}
+
+std::string Session::Text(const Annotation::SubModels& points) {
+  std::string text;
+  for (const auto& [number, list] : points) {
+    text += Text(number) + ":";
+    for (const AnnotationPoint& point : list) {
+      text += " (" + Text(POINT{point.x, point.y}) + " " + std::to_string(point.xRatio) + "," +
+              std::to_string(point.yRatio) + ")";
+    }
+    text += "; ";
+  }
+  return text;
 }
 
 void Session::Part(const std::string& what, const std::string& engines, const std::string& models) {
@@ -62,62 +68,45 @@ void Session::Part(const std::string& what, const std::string& engines, const st
   throw Difference(message);
 }
 
-void Session::SameObject(const char* what, Annotation* engines, const PlainMarkPtr& models) {
+void Session::SameObject(const std::string& what, Annotation* engines, const PlainMarkPtr& models) {
   Same(what, engines != nullptr, models != nullptr);
   if (models == nullptr) {
     return;
   }
-  if (models->object == nullptr) {
-    models->object = engines;
-  }
-  Same("its address", engines == models->object, true);
+  models->object = models->object == nullptr ? engines : models->object;
+  Same(what + ", its address", engines == models->object, true);
 }
 
 // A copy, taken under the mark's own lock, stands for the mark while other threads paint.
 void Session::SameMark(const std::string& where, const Annotation& mark, const PlainMark& model) {
-  const Annotation copy(mark);
-  const auto same = [&](const char* what, const auto& engines, const auto& models) {
-    if (!(engines == models)) {
-      Part(where + ", " + what, Text(engines), Text(models));
-    }
-  };
-  same("id", copy.annotationId, model.id);
-  same("author", copy.userId, model.userId);
-  same("second identity", copy.userSubId, model.userSubId);
-  same("nickname", copy.nickname, model.nickname);
-  same("picture property", mark.pictureProperty, model.pictureProperty);
-  same("fragment", copy.subModelIndex, model.subModelIndex);
-  same("order", copy.order, model.order);
-  same("erased", mark.IsErased(), model.erased);
-  same("tip", copy.tipVisible, model.tipVisible);
-  same("type", static_cast<int>(copy.type), static_cast<int>(model.type));
-  same("sub-type", static_cast<int>(copy.subType), static_cast<int>(model.subType));
-  same("colour", copy.pen.color, model.pen.color);
-  same("width", copy.pen.width, model.pen.width);
-  same("fill", copy.pen.fill, model.pen.fill);
-  same("start", mark.tempStartTick, model.tempStartTick);
-  same("frame", Describe(AnnotationTestAccess::FrameOf(copy)), Describe(model.frame));
+  Annotation copy(mark);
+  copy.pictureProperty = mark.pictureProperty;
+  copy.tempStartTick = mark.tempStartTick;
+  Same(where + ", erased", mark.IsErased(), model.erased);
+  Same(where + ", id", copy.annotationId, model.id);
+  Same(where + ", frame", Text(AnnotationTestAccess::FrameOf(copy)), Text(model.frame));
+  if (Fields(copy) != Fields(model)) {
+    const auto text = [](const auto&... fields) { return ((Text(fields) + " ") + ...); };
+    Part(where, std::apply(text, Fields(copy)), std::apply(text, Fields(model)));
+  }
   const Annotation::SubModels points = mark.GetPoints();
   if (!AreSamePoints(points, model.points)) {
-    Part(where + ", points", Describe(points), Describe(model.points));
+    Part(where + ", points", Text(points), Text(model.points));
   }
 }
 
 void Session::SameMarks(const std::string& where, const std::map<std::string, Annotation*>& engines,
                         const PlainPage::Marks& models) {
-  Ids ids;
-  Ids expected;
+  const auto ids = [](const auto& marks) {
+    Ids keys;
+    for (const auto& [id, mark] : marks) {
+      keys.push_back(id);
+    }
+    return keys;
+  };
+  Same(where, ids(engines), ids(models));
   for (const auto& [id, mark] : engines) {
-    ids.push_back(id);
-  }
-  for (const auto& [id, mark] : models) {
-    expected.push_back(id);
-  }
-  if (ids != expected) {
-    Part(where, Text(ids), Text(expected));
-  }
-  for (const auto& [id, mark] : engines) {
-    SameObject(where.c_str(), mark, models.at(id));
+    SameObject(where, mark, models.at(id));
   }
 }
 
@@ -127,13 +116,14 @@ void Session::SamePage(const std::string& doc, PlainPage& model) {
   const std::string where = "page " + Text(model.id);
   Same("a page's index", page->pageIndex, model.index);
   std::map<std::string, std::map<std::string, Annotation*>> confirmed;
-  Same("GetAllAnnotations", page->GetAllAnnotations(&confirmed), 1);
-  Same("GetUserAnnotations of nobody", page->GetUserAnnotations("nobody", &confirmed["nobody"]), 0);
+  Same("GetAllAnnotations", page->GetAllAnnotations(&confirmed), true);
+  Same("GetUserAnnotations of nobody", page->GetUserAnnotations("nobody", &confirmed["nobody"]),
+       false);
   confirmed.erase("nobody");
   Same("the authors on a page", confirmed.size(), model.confirmed.size());
   for (const auto& [author, models] : model.confirmed) {
     std::map<std::string, Annotation*> authored;
-    Same("GetUserAnnotations", page->GetUserAnnotations(author, &authored), 1);
+    Same("GetUserAnnotations", page->GetUserAnnotations(author, &authored), true);
     Same("one author's marks among all", confirmed[author] == authored, true);
     SameMarks(where + ", marks of " + Text(author), authored, models);
   }

@@ -91,6 +91,10 @@ void operator delete(void* memory) noexcept {
 void operator delete[](void* memory) noexcept {
   Free(memory);
 }
+// What an object's memory goes to when its constructor throws.
+void operator delete(void* memory, const std::nothrow_t& /*tag*/) noexcept {
+  Free(memory);
+}
 void operator delete(void* memory, std::size_t /*size*/) noexcept {
   Free(memory);
 }

@@ -6,8 +6,26 @@
 
 #include <gmock/gmock.h>
 
-#include "support/Values.h"
-#include "support/Window.h"
+#include <parchlet/AnnotationTypes.h>
+#if defined(_WIN32)
+#include "windows/NativeWindow.h"
+#else
+#include <parchlet/LayeredWindow.h>
+#include <parchlet/MemoryWindow.h>
+#endif
+
+// The interface's plain records.
+inline bool operator==(const RECT& a, const RECT& b) {
+  return a.left == b.left && a.top == b.top && a.right == b.right && a.bottom == b.bottom;
+}
+
+inline void PrintTo(const RECT& rect, std::ostream* out) {
+  *out << "{" << rect.left << ", " << rect.top << ", " << rect.right << ", " << rect.bottom << "}";
+}
+
+inline bool operator==(const AnnotationPoint& a, const AnnotationPoint& b) {
+  return a.x == b.x && a.y == b.y && a.xRatio == b.xRatio && a.yRatio == b.yRatio;
+}
 
 inline constexpr std::uint32_t kWhite = 0xFFFFFFFF;
 inline constexpr std::uint32_t kBlack = 0xFF000000;

@@ -7,8 +7,23 @@
 
 #include <parchlet/Annotation.h>
 
+#include "annotation/PixelMath.h"
+
+// A bitmap file of 2 x 1 black pixels.
+inline const std::string kBitmapFile =
+    std::string("BM\x3E\0\0\0\0\0\0\0\x36\0\0\0\x28\0\0\0\x02\0\0\0\x01\0\0\0\x01\0\x18\0", 30) +
+    std::string(32, '\0');
+
 // Points of a page of `size` pixels.
-std::vector<AnnotationPoint> PointsOn(CurrentAnnotPageSize size, const std::vector<POINT>& pixels);
+inline std::vector<AnnotationPoint> PointsOn(CurrentAnnotPageSize size,
+                                             const std::vector<POINT>& pixels) {
+  std::vector<AnnotationPoint> points;
+  points.reserve(pixels.size());
+  for (const POINT& pixel : pixels) {
+    points.push_back(PagePoint(pixel, size));
+  }
+  return points;
+}
 
 // Mark("id").By("ada").Order(3).Points(size, {{10, 10}, {40, 25}}).Make(): a black path of width 6
 // and sub-model 0 unless said otherwise.

@@ -8,7 +8,6 @@
 
 #include "support/Frame.h"
 #include "support/TestAccess.h"
-#include "support/Window.h"
 
 // An opaque page of that size, shown whole.
 inline AnnotationPageInfo PageOf(int width, int height) {

@@ -1,55 +1,45 @@
-#include <gtest/gtest.h>
-
+// The X server dies; the host does not.
 #include <atomic>
-#include <string>
-#include <thread>
-#include <vector>
 
 #include <parchlet/x11/X11Display.h>
 #include <parchlet/x11/X11Overlay.h>
 #include <parchlet/x11/X11Window.h>
 
-#include "x11/Board.h"
-#include "x11/TestFrame.h"
-#include "x11/XClient.h"
-#include "x11/XServer.h"
+#include "x11/QuietPipe.h"
+#include "x11/X11Test.h"
 
 namespace {
 
-class ServerLoss : public testing::TestWithParam<bool> {};
+class ServerLoss : public testing::TestWithParam<bool> {
+ protected:
+  XServer server{std::string(kSmallScreen) + (GetParam() ? "" : " -extension MIT-SHM")};
+};
 
 const std::string kLost = "the connection to the X server is lost";
 
-}  // namespace
-
 TEST_P(ServerLoss, AServerKilledMidStrokeLeavesTheHostAliveWithFalseResults) {
-  XServer server(ScreenOptions("640x480", GetParam()));
   NEEDS_X_SERVER(server);
   XClient client(server.Display());
   X11Window window(server.Display(), client.ShowAlphaWindow({50, 40, 250, 140}));
   X11Overlay overlay(server.Display(), {0, 0, 640, 480});
   X11Overlay unshown(server.Display(), {0, 0, 640, 480});
   X11Display display(server.Display());
-  Board onWindow(window.Handle(), 200, 100);
-  Board onOverlay(overlay.Handle(), 640, 480);
-  onOverlay.Engine().StartDrawing("doc", "page", {10, 10});
-  onOverlay.Engine().MoveDrawing({100, 100});
-  ASSERT_TRUE(overlay.Present(TestFrame(640, 480, 0xFF00FF00).Get())) << overlay.GetError();
+  Board board(overlay.Handle(), 640, 480);
+  board.engine.StartDrawing("doc", "page", {10, 10});
+  ASSERT_TRUE(Push(overlay, 640, 480, kGreen)) << overlay.GetError();
 
   server.Kill();
-  onOverlay.Engine().MoveDrawing({200, 100});
-  const TestFrame frame(640, 480, 0xFF0000FF);
+  board.engine.MoveDrawing({200, 100});
   for (int attempt = 0; attempt < 3; ++attempt) {
-    EXPECT_FALSE(overlay.Present(frame.Get()));
-    EXPECT_FALSE(window.Present(frame.Get()));
+    EXPECT_FALSE(Push(overlay, 640, 480, kBlue));
+    EXPECT_FALSE(Push(window, 200, 100, kBlue));
     EXPECT_EQ(overlay.GetError(), kLost);
     EXPECT_EQ(window.GetError(), kLost);
   }
   EXPECT_FALSE(unshown.KeepBelow(1));
   EXPECT_FALSE(unshown.SetScreenRect({0, 0, 10, 10}));
-  EXPECT_FALSE(unshown.Present(frame.Get()));
+  EXPECT_FALSE(Push(unshown, 640, 480, kBlue));
   EXPECT_EQ(unshown.GetError(), kLost);
-  EXPECT_EQ(X11Overlay(":65000", {0, 0, 640, 480}).Handle(), nullptr);
   EXPECT_FALSE(overlay.SetClickThrough(true));
   EXPECT_FALSE(overlay.FollowMonitor(""));
   EXPECT_FALSE(overlay.IsBlended());
@@ -59,18 +49,16 @@ TEST_P(ServerLoss, AServerKilledMidStrokeLeavesTheHostAliveWithFalseResults) {
   EXPECT_FALSE(display.Capture({0, 0, 10, 10}, pixels.data()));
   EXPECT_EQ(display.GetError(), kLost);
   EXPECT_TRUE(display.GetMonitors().empty());
-  EXPECT_EQ(onOverlay.Engine().EndDrawing(), 1);
+  EXPECT_EQ(board.engine.EndDrawing(), 1);
 }
 
 TEST_P(ServerLoss, AServerKilledWhileFramesFlowEndsTheFlowAndNotTheHost) {
-  XServer server(ScreenOptions("640x480", GetParam()));
   NEEDS_X_SERVER(server);
   XClient client(server.Display());
   X11Window window(server.Display(), client.ShowAlphaWindow({0, 0, 2000, 1500}));
   std::atomic<int> frameCount = 0;
   std::thread pusher([&] {
-    const TestFrame frame(2000, 1500, 0xFF0000FF);
-    while (window.Present(frame.Get())) {
+    while (Push(window, 2000, 1500, kBlue)) {
       ++frameCount;
     }
   });
@@ -80,5 +68,27 @@ TEST_P(ServerLoss, AServerKilledWhileFramesFlowEndsTheFlowAndNotTheHost) {
   EXPECT_EQ(window.GetError(), kLost);
 }
 
-INSTANTIATE_TEST_SUITE_P(SharedMemory, ServerLoss, testing::Values(true));
-INSTANTIATE_TEST_SUITE_P(Connection, ServerLoss, testing::Values(false));
+WITH_AND_WITHOUT_SHARED_MEMORY(ServerLoss);
+
+bool IsBlocked() {
+  sigset_t blocked;
+  pthread_sigmask(SIG_SETMASK, nullptr, &blocked);
+  return sigismember(&blocked, SIGPIPE) == 1;
+}
+
+TEST(QuietPipe, LeavesTheHostsSignalsAsTheyWere) {
+  sigset_t pipeSignal;
+  sigemptyset(&pipeSignal);
+  sigaddset(&pipeSignal, SIGPIPE);
+  pthread_sigmask(SIG_BLOCK, &pipeSignal, nullptr);
+  raise(SIGPIPE);
+  { const QuietPipe quiet; }
+  EXPECT_TRUE(IsBlocked());
+  const timespec now = {0, 0};
+  EXPECT_EQ(sigtimedwait(&pipeSignal, nullptr, &now), SIGPIPE) << "the host's own is still to come";
+  pthread_sigmask(SIG_UNBLOCK, &pipeSignal, nullptr);
+  { const QuietPipe quiet; }
+  EXPECT_FALSE(IsBlocked());
+}
+
+}  // namespace

@@ -1,31 +1,17 @@
 #include <parchlet/x11/X11Display.h>
 
-#include <gtest/gtest.h>
-
 #include <algorithm>
-#include <string>
 
 #include <parchlet/x11/X11Overlay.h>
 #include <parchlet/x11/X11Window.h>
 
 #include "support/PictureFile.h"
-#include "support/TemporaryFolder.h"
-#include "x11/Board.h"
-#include "x11/XClient.h"
-#include "x11/XServer.h"
+#include "x11/X11Test.h"
 
 namespace {
 
-constexpr std::uint32_t kDesk = 0x3060C0;
-
-// A display given to the engine for as long as a test runs.
-class UsedDisplay {
- public:
-  explicit UsedDisplay(X11Display& display) { SetDisplay(&display); }
-  ~UsedDisplay() { SetDisplay(nullptr); }
-  UsedDisplay(const UsedDisplay&) = delete;
-  UsedDisplay& operator=(const UsedDisplay&) = delete;
-};
+class X11DisplayTest : public X11Test {};
+class X11DisplayWays : public testing::TestWithParam<bool> {};
 
 std::vector<std::uint32_t> WithoutAlpha(std::vector<std::uint32_t> pixels) {
   for (std::uint32_t& pixel : pixels) {
@@ -34,83 +20,64 @@ std::vector<std::uint32_t> WithoutAlpha(std::vector<std::uint32_t> pixels) {
   return pixels;
 }
 
-// A few windows, one of which is drawn on.
-class Desktop {
- public:
-  explicit Desktop(const std::string& display)
-      : client(display), overlay(display, {0, 0, 640, 480}), board(overlay.Handle(), 640, 480) {
-    client.ShowWindow({50, 60, 330, 200}, kDesk);
-    client.ShowWindow({300, 150, 620, 450}, 0xE0D080);
-    board.DrawLine({20, 30}, {600, 440}, 0xC0FF0040, 12);
-  }
-
-  XClient client;
-  X11Overlay overlay;
-  Board board;
-};
-
-}  // namespace
-
-class X11DisplayWays : public testing::TestWithParam<bool> {};
-
-TEST_P(X11DisplayWays, CaptureAndExportsEqualAScreenshot) {
-  XServer server(ScreenOptions("640x480", GetParam()));
+TEST_P(X11DisplayWays, CaptureAndExportsEqualAScreenshotOfInkBlendedOverWindows) {
+  XServer server(std::string(kSmallScreen) + (GetParam() ? "" : " -extension MIT-SHM"));
   NEEDS_X_SERVER(server);
   ASSERT_TRUE(server.StartCompositor());
-  Desktop desktop(server.Display());
-  ASSERT_TRUE(desktop.client.WaitForColor(310, 235, 0xF5314E)) << "the ink over the upper window";
+  XClient client(server.Display());
+  X11Overlay overlay(server.Display(), {0, 0, 640, 480});
+  EXPECT_TRUE(overlay.IsBlended());
+  Board board(overlay.Handle(), 640, 480);
+  client.ShowWindow({50, 60, 330, 200}, kDesk);
+  client.ShowWindow({300, 150, 620, 450}, 0xE0D080);
+  board.DrawLine({20, 30}, {600, 440}, 0xC0FF0040);
+  const auto showsInk = [&] {
+    return IsNear(client.ColorAt(310, 235), 0xF5314E) && IsNear(client.ColorAt(310, 180), 0xD7C87B);
+  };
+  ASSERT_TRUE(Eventually(showsInk)) << "the ink, and the page over the upper window";
   const RECT part = {200, 100, 451, 300};
-  const Screenshot whole = desktop.client.Look({0, 0, 640, 480});
-  const Screenshot shot = desktop.client.Look(part);
+  const Screenshot whole = client.Look({0, 0, 640, 480});
+  const Screenshot shot = client.Look(part);
 
   X11Display display(server.Display());
   std::vector<std::uint32_t> captured(shot.pixels.size());
   ASSERT_TRUE(display.Capture(part, captured.data())) << display.GetError();
   EXPECT_EQ(WithoutAlpha(captured), shot.pixels);
 
-  const UsedDisplay used(display);
+  SetDisplay(&display);
   const TemporaryFolder folder;
   const std::string path = folder.File("screen.bmp");
-  ASSERT_EQ(desktop.board.Engine().SavePage("doc", "page", path, std::wstring(L"screen")), 1);
+  EXPECT_EQ(board.engine.SavePage("doc", "page", path, std::wstring(L"screen")), 1);
   EXPECT_EQ(WithoutAlpha(ReadPicture(path).pixels), whole.pixels);
-  X11Window target(server.Display(), desktop.client.ShowAlphaWindow(part));
-  ASSERT_TRUE(desktop.client.WaitForColor(310, 235, 0xF5314E));
-  ASSERT_EQ(desktop.board.Engine().SavePage("doc", "page", path, target.Handle()), 1);
-  EXPECT_EQ(WithoutAlpha(ReadPicture(path).pixels), desktop.client.Look(part).pixels);
+  X11Window target(server.Display(), client.ShowAlphaWindow(part));
+  EXPECT_TRUE(Eventually(showsInk));
+  EXPECT_EQ(board.engine.SavePage("doc", "page", path, target.Handle()), 1);
+  EXPECT_EQ(WithoutAlpha(ReadPicture(path).pixels), client.Look(part).pixels);
+  SetDisplay(nullptr);
 }
 
-INSTANTIATE_TEST_SUITE_P(SharedMemory, X11DisplayWays, testing::Values(true));
-INSTANTIATE_TEST_SUITE_P(Connection, X11DisplayWays, testing::Values(false));
+WITH_AND_WITHOUT_SHARED_MEMORY(X11DisplayWays);
 
-TEST(X11Display, TellsTheMonitorsByTheirNames) {
-  XServer server(ScreenOptions("640x480"));
-  NEEDS_X_SERVER(server);
+TEST_F(X11DisplayTest, TellsTheMonitorsByTheirNames) {
   X11Display display(server.Display());
-  std::vector<DisplayMonitor> monitors = display.GetMonitors();
-  ASSERT_EQ(monitors.size(), 1U) << display.GetError();
-  EXPECT_EQ(monitors[0].name, "screen");
-  EXPECT_EQ(monitors[0].area.right, 640);
-
-  ASSERT_TRUE(server.ChangeMonitors({"--setmonitor", "屏幕", "320/80x480/120+0+0", "none"}));
-  ASSERT_TRUE(server.ChangeMonitors(
-      {"--setmonitor", "a monitor whose name is so long that exports could not be told it",
-       "320/80x380/120+320+100", "none"}));
-  monitors = display.GetMonitors();
-  const auto named = [&monitors](const std::string& name) {
-    return std::find_if(monitors.begin(), monitors.end(),
-                        [&](const DisplayMonitor& monitor) { return monitor.name == name; });
+  ASSERT_EQ(display.GetMonitors().size(), 1U) << display.GetError();
+  EXPECT_EQ(display.GetMonitors()[0].name, "screen");
+  ASSERT_EQ(server.Run("xrandr --setmonitor 屏幕 320/80x480/120+0+0 none"), 0);
+  ASSERT_EQ(server.Run("xrandr --setmonitor 'a monitor whose name is so long that exports could "
+                       "not be told it' 320/80x380/120+320+100 none"),
+            0);
+  const std::vector<DisplayMonitor> monitors = display.GetMonitors();
+  const auto areaOf = [&monitors](const std::string& name) {
+    const auto found = std::find_if(monitors.begin(), monitors.end(),
+                                    [&](const auto& monitor) { return monitor.name == name; });
+    return found != monitors.end() ? found->area : RECT{};
   };
-  ASSERT_NE(named("屏幕"), monitors.end());
-  EXPECT_EQ(named("屏幕")->area.right, 320);
-  ASSERT_NE(named("a monitor whose name is so long"), monitors.end());
-  EXPECT_EQ(named("a monitor whose name is so long")->area.top, 100);
+  EXPECT_EQ(areaOf("屏幕").right, 320);
+  EXPECT_EQ(areaOf("a monitor whose name is so long").top, 100);
 }
 
-TEST(X11Display, SaysWhatItCannotCapture) {
-  XServer server(ScreenOptions("640x480"));
-  XServer shallow({"-screen", "0", "640x480x16"});
-  NEEDS_X_SERVER(server);
-  NEEDS_X_SERVER(shallow);
+TEST_F(X11DisplayTest, SaysWhatItCannotCapture) {
+  const XServer shallow("-screen 0 640x480x16");
   std::vector<std::uint32_t> pixels(100);
   X11Display display(server.Display());
   EXPECT_FALSE(display.Capture({635, 0, 645, 10}, pixels.data()));
@@ -125,3 +92,5 @@ TEST(X11Display, SaysWhatItCannotCapture) {
   EXPECT_FALSE(nowhere.Capture({0, 0, 10, 10}, pixels.data()));
   EXPECT_EQ(nowhere.GetError(), "cannot open the X display \":65000\"");
 }
+
+}  // namespace

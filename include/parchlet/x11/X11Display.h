@@ -9,26 +9,26 @@
 #include <parchlet/Display.h>
 #include <parchlet/Platform.h>
 
-// The screen of an X11 display, on a connection of its own, to give to SetDisplay; take it away
-// there before it is destroyed. Monitors have the names and areas that RandR gives them. A capture
-// holds what the screen shows, blended windows included.
+// The screen of an X11 display, for SetDisplay; call SetDisplay with another one, or null, before
+// you destroy it. It has a connection of its own. Monitors have the names and areas that RandR
+// reports. A capture holds what the screen shows, blended windows included.
 //
-// Failure is a false or empty result and a text, but for memory that runs out. Threads: every
-// function may be called from any thread; calls wait for each other.
+// A failed call returns false or nothing, and GetError says why; memory that runs out is thrown as
+// std::bad_alloc. Every function may be called from any thread; calls wait for each other.
 class PARCHLET_API X11Display final : public Display {
  public:
-  // Opens a connection to `displayName`, or for an empty name to that in the environment's DISPLAY.
-  // GetError tells whether that succeeded.
+  // Connects to `displayName`; an empty name stands for the environment's DISPLAY. GetError returns
+  // an empty text if that succeeded.
   explicit X11Display(const std::string& displayName);
   ~X11Display();
   X11Display(const X11Display&) = delete;
   X11Display& operator=(const X11Display&) = delete;
 
-  // Why the screen cannot be had or the last call failed, in words; empty after a success.
+  // Returns why the constructor or the last call failed, in words; empty after a success.
   std::string GetError() const;
 
-  // The active monitors, asked from the X server, the primary one first. One named "screen" on a
-  // server that knows no monitors.
+  // Asks the X server and returns the active monitors, the primary one first. A server without
+  // RandR has one, named "screen".
   std::vector<DisplayMonitor> GetMonitors() const override;
 
   bool Capture(const RECT& area, std::uint32_t* pixels) override;

@@ -8,63 +8,64 @@
 #include <parchlet/LayeredWindow.h>
 #include <parchlet/Platform.h>
 
-// A 32-bit window above the others that this object creates, moves and destroys. It shows itself
-// with its first frame. Blending it over the desktop takes a compositor: see IsBlended.
+// A 32-bit window above all others, which this object creates, moves and destroys. It appears with
+// its first frame. A compositor is needed to blend it over the desktop: see IsBlended.
 //
-// The window goes past the window manager (override-redirect): that works without one, and with one
-// it keeps the exact place asked for and stays above full-screen windows, which windows "kept
-// above" do not. In return it never gets the keyboard focus by itself, and raising it over windows
-// that come up later is done here, with the next frame, but not over other overlays, and not over
-// the window of KeepBelow.
+// The window is hidden from the window manager (override-redirect). So it needs none, it has the
+// exact place asked for, and it stays above full-screen windows, which windows "kept above" do not.
+// It never gets the keyboard focus by itself. Each frame raises it over windows that came up since,
+// except other overlays and the window of KeepBelow.
 //
-// Monitors that move, change their mode or go away are followed with the next frame as well. While
-// there is nothing to cover the window is hidden and its rectangle empty.
+// Each frame also follows a monitor that moved, changed its mode or went away. While there is
+// nothing to cover, the window is hidden and its rectangle is empty.
 //
 // Failure, frames and threads are as with X11Window.
 class PARCHLET_API X11Overlay final : public LayeredWindow {
  public:
-  // Creates the window on `displayName`, or for an empty name on that in the environment's DISPLAY.
-  // `screenRect` may be empty: nothing is shown then until SetScreenRect or FollowMonitor. GetError
-  // tells whether that succeeded.
+  // Creates the window on `displayName`; an empty name stands for the environment's DISPLAY. If
+  // `screenRect` is empty, nothing is shown until SetScreenRect or FollowMonitor. GetError returns
+  // an empty text if that succeeded.
   X11Overlay(const std::string& displayName, const RECT& screenRect);
   ~X11Overlay();
   X11Overlay(const X11Overlay&) = delete;
   X11Overlay& operator=(const X11Overlay&) = delete;
 
-  // The handle to give to Parchlet::NewPage; null when the window could not be had.
+  // Returns the handle for Parchlet::NewPage; null if the constructor failed.
   HWND Handle() const;
 
-  // The X11 window, for a host that wants its pointer events: it selects them on a connection of
-  // its own, and must not destroy or move the window. 0 when it could not be had.
+  // Returns the X11 window, for a host that selects its pointer events on a connection of its own;
+  // the host must not move or destroy it. 0 if the constructor failed.
   std::uint32_t WindowId() const;
 
-  // Why the window cannot be had or the last call failed, in words; empty after a success.
+  // Returns why the constructor or the last call failed, in words; empty after a success.
   std::string GetError() const;
 
-  // Moves and resizes the window, and ends following a monitor. False for a rectangle that no X11
-  // window can have; nothing changes then.
+  // Moves and resizes the window and stops following a monitor. Returns false, and changes nothing,
+  // for a rectangle that no X11 window can have.
   bool SetScreenRect(const RECT& screenRect);
 
-  // Covers the monitor of that name, as X11Display tells it, wherever it goes; the main monitor for
-  // an empty name. False when there is none now; the window then keeps its place.
+  // Covers the monitor of that name (see X11Display::GetMonitors), wherever it goes; an empty name
+  // stands for the main monitor. Returns false if there is no such monitor now; the window then
+  // keeps its place.
   bool FollowMonitor(const std::string& name);
 
-  // Makes the pointer reach what lies below the window, or the window again. It starts off. False
-  // when the X server cannot do it.
+  // Chooses whether pointer events go to what lies below the window (true) or to the window (false,
+  // as at first). Returns false if the X server cannot do that.
   bool SetClickThrough(bool clickThrough);
 
-  // Keeps the window right below `window`, a toolbar of the host, which is raised with it; 0 ends
-  // that. False when there is no such window.
+  // Keeps the overlay right below `window`, a toolbar of the host, and raises both together; 0 ends
+  // that. Returns false if there is no such window.
   bool KeepBelow(std::uint32_t window);
 
-  // Whether a compositor is there to blend the window over what lies below. Without one it hides
-  // that: transparent pixels show black.
+  // Returns whether a compositor blends the window over what lies below. Without one, transparent
+  // pixels are black.
   bool IsBlended() const;
 
-  // The rectangle that the window covers; empty while it is hidden for want of its monitor.
+  // Returns the rectangle that the window covers; empty while it is hidden because its monitor is
+  // gone.
   RECT GetScreenRect() const override;
 
-  // Sends what changed and waits until the server has taken it.
+  // Sends what changed and waits until the server has it.
   bool Present(const LayeredFrame& frame) override;
 
  private:

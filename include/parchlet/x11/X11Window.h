@@ -8,43 +8,41 @@
 #include <parchlet/LayeredWindow.h>
 #include <parchlet/Platform.h>
 
-// A window of the host, which creates, maps, moves and destroys it as ever, on a connection of its
-// own; frames go to it over a second connection that this object opens. The window needs a 32-bit
-// visual with colours laid out as 0xAARRGGBB. A compositor blends it over what lies below when it
-// is a top-level window; without one its pixels are shown as they are, premultiplied, without what
-// lies below.
+// Shows frames in a window of the host, which creates, maps, moves and destroys it on its own
+// connection. This object opens a second connection for the frames. The window needs a 32-bit
+// visual with colours laid out as 0xAARRGGBB. If it is a top-level window, a compositor blends it
+// over what lies below. Without a compositor its premultiplied pixels are shown as they are.
 //
-// Frames travel through memory shared with the X server where that can be had, else through the
-// connection; only changed and freshly exposed rectangles are sent. Exposed ones are repaired with
-// the next frame.
+// Frames go through memory shared with the X server if there is any, else through the connection.
+// Only rectangles that changed, or that the server exposed since the last frame, are sent.
 //
-// Nothing fails louder than by a false result and a text: a server that goes away, a window that
-// another client destroys, a display that cannot be reached. Memory alone that runs out is thrown,
-// as std::bad_alloc; the refresh thread gives up its frame for it and goes on.
+// A failed call returns false or nothing, and GetError says why: a server that goes away, a window
+// that another client destroys, a display that cannot be reached. Memory that runs out is thrown as
+// std::bad_alloc; if that happens to the refresh thread, it drops the frame and goes on.
 //
-// Threads: every function may be called from any thread; the refresh thread calls Present and
-// GetScreenRect, and a call may wait for a frame of this window under way. The lock that sees to it
-// is this object's own and taken after every lock of the engine. The destructor waits for a frame
-// under way; no other call may be under way then.
+// Every function may be called from any thread; the refresh thread calls Present and GetScreenRect.
+// A call may wait for a frame of this window under way, on a lock of this object that is taken
+// after every lock of the engine. The destructor waits for such a frame too; no other call may be
+// under way then.
 class PARCHLET_API X11Window final : public LayeredWindow {
  public:
-  // Opens a connection to `displayName`, or for an empty name to that in the environment's DISPLAY,
-  // and takes `window` as the target of frames. GetError tells whether that succeeded.
+  // Connects to `displayName`, to show frames in `window`; an empty name stands for the
+  // environment's DISPLAY. GetError returns an empty text if that succeeded.
   X11Window(const std::string& displayName, std::uint32_t window);
   ~X11Window();
   X11Window(const X11Window&) = delete;
   X11Window& operator=(const X11Window&) = delete;
 
-  // The handle to give to Parchlet::NewPage; null when the window could not be had.
+  // Returns the handle for Parchlet::NewPage; null if the constructor failed.
   HWND Handle() const;
 
-  // Why the window cannot be had or the last call failed, in words; empty after a success.
+  // Returns why the constructor or the last call failed, in words; empty after a success.
   std::string GetError() const;
 
-  // The window's inside on the screen, asked from the X server; empty when it cannot be told.
+  // Asks the X server and returns where the window's inside is on the screen; empty on failure.
   RECT GetScreenRect() const override;
 
-  // Sends what changed and waits until the server has taken it.
+  // Sends what changed and waits until the server has it.
   bool Present(const LayeredFrame& frame) override;
 
  private:

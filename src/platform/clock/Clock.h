@@ -20,7 +20,7 @@ void GetLocalTime(SYSTEMTIME* time);
 using TickSource = ULONGLONG (*)();
 using LocalTimeSource = SYSTEMTIME (*)();
 
-// Replaces what GetTickCount64 gives, in tests; null brings the system's clock back. Any thread.
+// Replaces the clock of GetTickCount64, in tests; null restores the system's. Any thread.
 void SetTickSource(TickSource source);
 // The same for GetLocalTime.
 void SetLocalTimeSource(LocalTimeSource source);

@@ -15,8 +15,8 @@ struct MemoryBlock {
 
 namespace {
 
-// A stream over the bytes of a block. Like any stream it serves one thread at a time; only its
-// count of references may be touched from several.
+// A stream over the bytes of a block. One thread at a time may use it; references may be added and
+// released on any thread.
 class BlockStream final : public IStream {
  public:
   BlockStream(HGLOBAL block, bool ownsBlock) : block(block), ownsBlock(ownsBlock) {}
@@ -52,7 +52,7 @@ class BlockStream final : public IStream {
     } else if (origin != STREAM_SEEK_SET) {
       return E_FAIL;
     }
-    // Within the block, so that a reader never has to look at the position again.
+    // Positions past the block are refused, so Read need not check its own.
     const std::int64_t offset = move.QuadPart;
     if (offset < -static_cast<std::int64_t>(base) ||
         offset > static_cast<std::int64_t>(block->size - base)) {

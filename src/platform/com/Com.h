@@ -19,14 +19,14 @@ inline bool SUCCEEDED(HRESULT result) {
   return result >= 0;
 }
 
-// Writes a random identifier (version 4) from the system's random source; a failure writes nothing.
+// Writes a random identifier (version 4) from the system's random source. A failure writes nothing.
 HRESULT CoCreateGuid(GUID* guid);
 
-// The block's memory, or null for a null handle. Blocks do not move, so unlocking has nothing to
-// do.
+// Returns the block's memory, or null for a null handle. Blocks do not move, so GlobalUnlock has
+// nothing to do.
 void* GlobalLock(HGLOBAL block);
 BOOL GlobalUnlock(HGLOBAL block);
 
 // Makes a stream over the whole block, at its start, with one reference for the caller. The last
-// release frees the block only when `deleteOnRelease` is set. E_FAIL for a null block.
+// release frees the block if `deleteOnRelease` is set. Returns E_FAIL for a null block.
 HRESULT CreateStreamOnHGlobal(HGLOBAL block, BOOL deleteOnRelease, IStream** stream);

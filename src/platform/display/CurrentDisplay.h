@@ -2,5 +2,5 @@
 
 #include <parchlet/Display.h>
 
-// The display that was set, or the desktop in memory. Any thread.
+// Returns the display that was set, or the desktop in memory. Any thread.
 Display& CurrentDisplay();

@@ -1,6 +1,6 @@
 #include "platform/display/DesktopLayers.h"
 
-#include <parchlet/Mutex.h>
+#include "platform/threads/Mutex.h"
 
 #include <vector>
 

@@ -5,7 +5,7 @@
 
 #include <parchlet/Platform.h>
 
-// A window whose content the desktop in memory shows, for as long as it is added.
+// A window whose content the desktop in memory shows while it is added.
 class DesktopLayer {
  public:
   // Blends the window's content over `pixels`, which show `area` of the screen: premultiplied, row
@@ -18,7 +18,7 @@ class DesktopLayer {
 
 // Puts a layer on top of all others. Not owned. Any thread.
 void AddDesktopLayer(const DesktopLayer& layer);
-// Takes a layer away, after waiting for a use of it under way. Any thread.
+// Removes a layer; waits for a use of it under way. Any thread.
 void RemoveDesktopLayer(const DesktopLayer& layer);
 
 // Blends all layers over `pixels`, from the lowest to the topmost. Any thread.

@@ -1,4 +1,4 @@
-#include <parchlet/Mutex.h>
+#include "platform/threads/Mutex.h"
 
 #include <algorithm>
 #include <atomic>
@@ -12,7 +12,7 @@ namespace {
 constexpr std::uint32_t kOpaque = 0xFF000000;
 constexpr RECT kDefaultArea = {0, 0, 1920, 1080};
 
-// Shows a background and over it the windows in memory.
+// Shows a background, and the windows in memory over it.
 class MemoryDesktop final : public Display {
  public:
   void LayOut(const std::vector<DisplayMonitor>& newMonitors, const std::uint32_t* pixels,

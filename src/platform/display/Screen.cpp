@@ -21,8 +21,25 @@ bool IsUsable(const DisplayMonitor& monitor) {
          HeightOf(monitor.area) <= kMaxSide;
 }
 
+// A host's display may throw: it then has no monitors, or the capture failed.
+std::vector<DisplayMonitor> AskForMonitors() {
+  try {
+    return CurrentDisplay().GetMonitors();
+  } catch (...) {
+    return {};
+  }
+}
+
+bool Capture(const RECT& area, std::uint32_t* pixels) {
+  try {
+    return CurrentDisplay().Capture(area, pixels);
+  } catch (...) {
+    return false;
+  }
+}
+
 std::vector<DisplayMonitor> UsableMonitors() {
-  std::vector<DisplayMonitor> monitors = CurrentDisplay().GetMonitors();
+  std::vector<DisplayMonitor> monitors = AskForMonitors();
   std::erase_if(monitors, [](const DisplayMonitor& monitor) { return !IsUsable(monitor); });
   return monitors;
 }
@@ -66,13 +83,12 @@ struct Range {
   bool IsEmpty() const { return low >= high; }
 };
 
-// Copies the part of the screen `area`, which is not empty, to where its left column and top row
-// lie at (left, top) of the bitmap.
+// Copies the screen's `area`, which is not empty, to (left, top) of the bitmap.
 bool CopyScreen(const RECT& area, const PixelView& bitmap, std::int64_t left, std::int64_t top) {
   const auto width = static_cast<std::size_t>(WidthOf(area));
   const auto height = static_cast<std::size_t>(HeightOf(area));
   std::vector<std::uint32_t> captured(width * height);
-  if (!CurrentDisplay().Capture(area, captured.data())) {
+  if (!Capture(area, captured.data())) {
     return false;
   }
   for (std::size_t y = 0; y < height; ++y) {
@@ -156,7 +172,7 @@ BOOL BitBlt(HDC destination, int x, int y, int width, int height, HDC source, in
     std::fill_n(bitmap.pixels + row * bitmap.width + columns.low, columns.high - columns.low,
                 kBlack);
   }
-  // From the bitmap's coordinates to the screen's.
+  // Add these to the bitmap's coordinates to get the screen's.
   const std::int64_t right = std::int64_t{display.left} + sourceX - x;
   const std::int64_t down = std::int64_t{display.top} + sourceY - y;
   const Range left =

@@ -1,4 +1,4 @@
-// What the home platform's functions tell about the screen, and copying from it.
+// The home platform's functions about the screen, and copying from it.
 #pragma once
 
 #include <parchlet/Platform.h>
@@ -27,27 +27,27 @@ struct MONITORINFOEXW : MONITORINFO {
 
 using HMONITOR = struct MonitorHandle*;
 
-// A context of the display of that name, or null when there is none. The caller ends it with
+// Returns a context of the display of that name, or null if there is none. The caller ends it with
 // DeleteDC. `driver` is the name once more or null, `output` and `mode` are null.
 HDC CreateDCW(const wchar_t* driver, const wchar_t* device, const wchar_t* output,
               const DEVMODEW* mode);
 
-// Writes the size of the display of that name in pixels; `modeNumber` is ENUM_CURRENT_SETTINGS. 0,
-// and nothing written, when there is none.
+// Writes the size in pixels of the display of that name; `modeNumber` is ENUM_CURRENT_SETTINGS.
+// Returns 0, and writes nothing, if there is none.
 BOOL EnumDisplaySettingsW(const wchar_t* device, DWORD modeNumber, DEVMODEW* mode);
 
-// The monitor that has the largest part of the area, or else is nearest to it; null when there is
-// no monitor. `flags` is MONITOR_DEFAULTTONEAREST.
+// Returns the monitor that holds the largest part of the area, else the one nearest to it; null if
+// there is no monitor. `flags` is MONITOR_DEFAULTTONEAREST.
 HMONITOR MonitorFromRect(const RECT* area, DWORD flags);
 
-// Writes a MONITORINFOEXW, whose cbSize says that it is one. 0, and nothing written, for any other
-// record and for a monitor that is gone.
+// Writes a MONITORINFOEXW; its cbSize must say that it is one. Returns 0, and writes nothing, for
+// any other record and for a monitor that is gone.
 BOOL GetMonitorInfoW(HMONITOR monitor, MONITORINFO* info);
 
 // Copies what the display of `source` shows, layered windows included, onto the bitmap selected
 // into `destination`; `operation` is SRCCOPY | CAPTUREBLT. The source point counts from the
-// display's origin. The copy is opaque, and black where the display ends. 0 for anything else than
-// a display and a bitmap, for an empty size and when the capture fails; the pixels then do not
-// count.
+// display's origin. The copy is opaque, and black where the display ends. Returns 0 for
+// anything but a display and a bitmap, for an empty size and if the capture fails; the bitmap then
+// holds anything.
 BOOL BitBlt(HDC destination, int x, int y, int width, int height, HDC source, int sourceX,
             int sourceY, DWORD operation);

@@ -1,4 +1,4 @@
-// Arithmetic of screen areas. Areas come from hosts: any four numbers are legal.
+// Arithmetic of screen areas. They come from hosts, so any four numbers are legal.
 #pragma once
 
 #include <algorithm>
@@ -18,13 +18,13 @@ inline bool IsEmptyArea(const RECT& area) {
   return area.left >= area.right || area.top >= area.bottom;
 }
 
-// The common part; empty when there is none.
+// Returns the common part; empty if there is none.
 inline RECT Intersect(const RECT& a, const RECT& b) {
   return {std::max(a.left, b.left), std::max(a.top, b.top), std::min(a.right, b.right),
           std::min(a.bottom, b.bottom)};
 }
 
-// Where the pixel (x, y) of the screen lies among the pixels of `area`, row by row.
+// Returns the index of the screen's pixel (x, y) among the pixels of `area`, row by row.
 inline std::size_t OffsetIn(const RECT& area, LONG x, LONG y) {
   return static_cast<std::size_t>((std::int64_t{y} - area.top) * WidthOf(area) +
                                   (std::int64_t{x} - area.left));

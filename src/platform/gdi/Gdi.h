@@ -54,7 +54,7 @@ struct FreePixels {
 };
 using PixelMemory = std::unique_ptr<std::uint32_t[], FreePixels>;
 
-// Zeroed pixels; null when they cannot be had.
+// Returns zeroed pixels; null if memory runs out.
 PixelMemory AllocatePixels(std::size_t count);
 
 // A pixel section. The maker deletes it with DeleteObject, not while it is selected.
@@ -62,9 +62,9 @@ struct PixelSection {
   int width = 0;
   int height = 0;
   PixelMemory pixels;
-  std::uint64_t serial = 0;        // never given to another section
+  std::uint64_t serial = 0;        // no other section has it
   std::uint64_t version = 0;       // grows whenever pixels change
-  std::vector<RECT> changed = {};  // what may differ from the version before
+  std::vector<RECT> changed = {};  // these may differ from the version before
 
   // Starts a new version. Whoever writes pixels lists the areas in `changed`.
   void BeginChange() {
@@ -75,35 +75,35 @@ struct PixelSection {
 using HBITMAP = PixelSection*;
 using HGDIOBJ = void*;
 
-// A device context: a memory context draws on the bitmap selected into it; a window's context is
-// only a proof that the window lives; a display's context is copied from.
+// A device context. A memory context draws on the bitmap selected into it. A window's context only
+// proves that the window exists. A display's context is a source for BitBlt.
 struct DeviceContext {
-  PixelSection initial;  // what a memory context holds before anything is selected: no pixels
+  PixelSection initial;  // a memory context's first selection, which has no pixels
   HBITMAP selected = nullptr;
   RECT displayArea = {};  // a display's place on the screen; empty for the other contexts
 };
 using HDC = DeviceContext*;
 
-// True for a size that surfaces and frames may have: 1 to 32767 pixels a side and at most 1 GiB.
+// Returns whether surfaces and frames may have this size: 1 to 32767 pixels a side, at most 1 GiB.
 bool IsUsableSize(std::int64_t width, std::int64_t height);
 
-// A memory context like `dc`; null for a null `dc`. The caller ends it with DeleteDC.
+// Returns a new memory context; null for a null `dc`. The caller ends it with DeleteDC.
 HDC CreateCompatibleDC(HDC dc);
 BOOL DeleteDC(HDC dc);
 
-// Selects a bitmap and gives the one selected before.
+// Selects a bitmap and returns the one selected before.
 HGDIOBJ SelectObject(HDC dc, HGDIOBJ bitmap);
 BOOL DeleteObject(HGDIOBJ bitmap);
 
-// Makes a zeroed section, 32 bits a pixel, top-down, and stores its memory in `*bits`. Null, and
-// null bits, for any other format and for a size that is not usable or cannot be had. `section` is
-// null and `offset` 0.
+// Makes a zeroed section, 32 bits a pixel, top-down, and stores its memory in `*bits`. Returns
+// null, with null bits, for any other format, for a size that is not usable, and if memory runs
+// out. `section` is null and `offset` 0.
 HBITMAP CreateDIBSection(HDC dc, const BITMAPINFO* info, UINT usage, void** bits, void* section,
                          DWORD offset);
 
-// Makes a zeroed bitmap, 32 bits a pixel. Null for a null `dc` and for a size that cannot be had,
-// as above.
+// Makes a zeroed bitmap, 32 bits a pixel. Returns null for a null `dc`, for a size that is not
+// usable, and if memory runs out.
 HBITMAP CreateCompatibleBitmap(HDC dc, int width, int height);
 
-// The pixels that drawing on `dc` writes; empty for a context without any.
+// Returns the pixels that drawing on `dc` writes; an empty view for a context without pixels.
 PixelView GetPixels(HDC dc);

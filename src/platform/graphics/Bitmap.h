@@ -1,4 +1,4 @@
-// Pictures made of pixels at hand, and the encoders that write pictures to files.
+// Pictures made of pixels in memory, and the encoders that write pictures to files.
 #pragma once
 
 #include "platform/graphics/Graphics.h"
@@ -8,14 +8,14 @@ using HPALETTE = struct PaletteHandle*;
 
 namespace Gdiplus {
 
-// A picture made of a pixel section. It has a copy of the pixels, alpha included.
+// A picture made of a pixel section. It holds a copy of the pixels, alpha included.
 class Bitmap : public Image {
  public:
   // `palette` is null. InvalidParameter for a section without pixels.
   Bitmap(HBITMAP bitmap, HPALETTE palette);
 };
 
-// What is known of an encoder.
+// The description of an encoder.
 struct ImageCodecInfo {
   CLSID Clsid;
   const wchar_t* MimeType;  // static
@@ -23,7 +23,7 @@ struct ImageCodecInfo {
 
 // Writes how many encoders there are and how many bytes their descriptions take.
 Status GetImageEncodersSize(UINT* count, UINT* size);
-// Writes the descriptions; `count` and `size` as GetImageEncodersSize gives them.
+// Writes the descriptions; `count` and `size` as GetImageEncodersSize writes them.
 Status GetImageEncoders(UINT count, UINT size, ImageCodecInfo* encoders);
 
 }  // namespace Gdiplus

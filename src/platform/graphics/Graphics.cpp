@@ -1,7 +1,5 @@
 #include "platform/graphics/Graphics.h"
 
-#include <algorithm>
-#include <limits>
 #include <span>
 #include <type_traits>
 
@@ -12,15 +10,11 @@ namespace Gdiplus {
 
 namespace {
 
+using raster::PixelRect;
+
 std::span<const raster::GridPoint> AsGridPoints(const Point* points, INT count) {
   static_assert(sizeof(Point) == sizeof(raster::GridPoint) && std::is_standard_layout_v<Point>);
   return {reinterpret_cast<const raster::GridPoint*>(points), static_cast<std::size_t>(count)};
-}
-
-// Cut to the number range, far past any surface.
-INT FarEdge(INT near, INT extent) {
-  return static_cast<INT>(
-      std::min<std::int64_t>(std::int64_t{near} + extent, std::numeric_limits<INT>::max()));
 }
 
 }  // namespace
@@ -56,7 +50,7 @@ Status Graphics::Clear(const Color& color) {
   if (painter == nullptr) {
     return Keep(InvalidParameter);
   }
-  painter->Frame().Clear(color.GetValue());
+  painter->Commands().Clear(color.GetValue());
   return Ok;
 }
 
@@ -77,7 +71,7 @@ Status Graphics::StrokePoints(const Pen* pen, const Point* points, INT count, bo
   if (painter == nullptr || pen == nullptr || points == nullptr || count < 2) {
     return Keep(InvalidParameter);
   }
-  painter->Frame().Stroke(AsGridPoints(points, count), closed, pen->Width(), pen->Argb());
+  painter->Commands().Stroke(AsGridPoints(points, count), closed, pen->Width(), pen->Argb());
   return Ok;
 }
 
@@ -85,19 +79,19 @@ Status Graphics::DrawRectangle(const Pen* pen, INT x, INT y, INT width, INT heig
   if (painter == nullptr || pen == nullptr || width < 0 || height < 0) {
     return Keep(InvalidParameter);
   }
-  const INT right = FarEdge(x, width);
-  const INT bottom = FarEdge(y, height);
-  const Point corners[] = {{x, y}, {right, y}, {right, bottom}, {x, bottom}};
+  const PixelRect box = PixelRect::OfSize(x, y, width, height);
+  const Point corners[] = {{x, y}, {box.right, y}, {box.right, box.bottom}, {x, box.bottom}};
   // Without an extent it is a line, not a line there and back.
   const bool flat = width == 0 || height == 0;
-  return flat ? DrawLine(pen, x, y, right, bottom) : StrokePoints(pen, corners, 4, true);
+  return flat ? DrawLine(pen, x, y, box.right, box.bottom) : StrokePoints(pen, corners, 4, true);
 }
 
 Status Graphics::DrawEllipse(const Pen* pen, INT x, INT y, INT width, INT height) {
   if (painter == nullptr || pen == nullptr || width < 0 || height < 0) {
     return Keep(InvalidParameter);
   }
-  painter->Frame().StrokeEllipse({x, y, width, height}, pen->Width(), pen->Argb());
+  painter->Commands().StrokeEllipse(PixelRect::OfSize(x, y, width, height), pen->Width(),
+                                    pen->Argb());
   return Ok;
 }
 
@@ -105,7 +99,7 @@ Status Graphics::FillRectangle(const SolidBrush* brush, INT x, INT y, INT width,
   if (painter == nullptr || brush == nullptr) {
     return Keep(InvalidParameter);
   }
-  painter->Frame().Fill({x, y, width, height}, brush->Argb());
+  painter->Commands().Fill(PixelRect::OfSize(x, y, width, height), brush->Argb());
   return Ok;
 }
 
@@ -114,9 +108,9 @@ Status Graphics::DrawImage(Image* image, const Rect& destination, INT sourceX, I
   if (painter == nullptr || image == nullptr || unit != UnitPixel || image->Pixels().width == 0) {
     return Keep(InvalidParameter);
   }
-  painter->Frame().DrawPicture(
-      image->SharedPixels(), {sourceX, sourceY, sourceWidth, sourceHeight},
-      {destination.X, destination.Y, destination.Width, destination.Height});
+  painter->DrawPicture(
+      image->SharedPixels(), PixelRect::OfSize(sourceX, sourceY, sourceWidth, sourceHeight),
+      PixelRect::OfSize(destination.X, destination.Y, destination.Width, destination.Height));
   return Ok;
 }
 

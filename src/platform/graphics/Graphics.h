@@ -1,5 +1,5 @@
-// The painter's classes, as much of them as the engine calls. Each keeps the status of its last
-// failed call; nothing throws but std::bad_alloc.
+// The classes that the engine draws with, as much of each as it calls. Each keeps the status of its
+// last failed call; nothing throws but std::bad_alloc.
 //
 // Pixel rules: integer coordinates of a stroke name pixel centres; a filled rectangle (x, y, w, h)
 // covers exactly the pixels x .. x+w-1, y .. y+h-1. Flat caps, mitred joins with limit 10 (bevelled
@@ -83,7 +83,7 @@ class SolidBrush {
 
 class EncoderParameters;
 
-// Asked by a thumbnail under way whether to give it up; never called.
+// Would be asked whether to cancel a thumbnail in progress; never called.
 using GetThumbnailImageAbort = BOOL (*)(void* data);
 class Font;
 class StringFormat;
@@ -103,9 +103,8 @@ class Image {
   UINT GetHeight();
   // Writes the identifier of the format that the picture was stored in.
   Status GetRawFormat(GUID* format);
-  // A new image of that size, for the caller to delete. The size is the image's own, so it is a
-  // copy; it shares the pixels, which never change. Null for any other size. `abort` and `data` are
-  // null.
+  // Returns a new image of that size, for the caller to delete; null unless the size is the image's
+  // own. It is a copy that shares the pixels, which never change. `abort` and `data` are null.
   Image* GetThumbnailImage(UINT width, UINT height, GetThumbnailImageAbort abort, void* data);
   // Writes the image to a file with the encoder of that identifier; see GetImageEncoders. A failure
   // leaves an existing file as it was and nothing else behind. `parameters` is null.
@@ -124,8 +123,8 @@ class Image {
   Status lastStatus = Ok;
 };
 
-// Draws on the bitmap selected into a device context. The bitmap must outlive it. What is drawn is
-// sure to be in the bitmap's pixels after a Flush.
+// Draws on the bitmap selected into a device context. The bitmap must outlive it. Drawing reaches
+// the bitmap's pixels with a Flush, not before.
 class Graphics {
  public:
   explicit Graphics(HDC dc);
@@ -145,13 +144,13 @@ class Graphics {
   Status DrawImage(Image* image, const Rect& destination, INT sourceX, INT sourceY, INT sourceWidth,
                    INT sourceHeight, Unit unit);
   // Draws zero-terminated UTF-16 text from `area`'s top left corner. `length` is -1 and the area's
-  // extent 0 x 0: the text is neither wrapped nor clipped. InvalidParameter, and nothing drawn, for
-  // a font that is not available.
+  // extent 0 x 0: the text is neither wrapped nor clipped. Returns InvalidParameter and draws
+  // nothing if the font is not available.
   Status DrawString(const wchar_t* text, INT length, const Font* font, const RectF& area,
                     const StringFormat* format, const SolidBrush* brush);
-  // Completes all drawing under way; with either intention, before it returns.
+  // Completes all drawing before it returns, with either intention.
   void Flush(FlushIntention intention = FlushIntentionFlush);
-  // The status of the last failed call since it was last asked for.
+  // Returns the status of the last failed call and resets it to Ok.
   Status GetLastStatus();
 
  private:

@@ -5,9 +5,9 @@
 #include <utility>
 #include <vector>
 
+#include "platform/files/Files.h"
 #include "platform/graphics/Graphics.h"
 #include "platform/image/Picture.h"
-#include "platform/text/Paths.h"
 
 namespace Gdiplus {
 
@@ -17,7 +17,7 @@ namespace {
 constexpr std::size_t kMaxBytes = std::size_t{256} << 20;
 constexpr std::size_t kChunk = std::size_t{64} << 10;
 
-// Collects what `read` gives, chunk by chunk, until it gives less than it was asked for. Empty when
+// Collects what `read` returns, chunk by chunk, until it is less than was asked for. Empty when
 // there is too much of it.
 template <class Read>
 std::vector<std::byte> ReadAll(Read read) {
@@ -37,10 +37,7 @@ std::vector<std::byte> ReadAll(Read read) {
 }
 
 std::vector<std::byte> ReadFile(const wchar_t* path) {
-  struct Close {
-    void operator()(std::FILE* file) const { std::fclose(file); }
-  };
-  const std::unique_ptr<std::FILE, Close> file(std::fopen(NativePath(path).c_str(), "rbe"));
+  const OwnedFile file = OpenRegularFile(path);
   if (file == nullptr) {
     return {};
   }
@@ -50,7 +47,7 @@ std::vector<std::byte> ReadFile(const wchar_t* path) {
 
 std::vector<std::byte> ReadStream(IStream* stream) {
   return ReadAll([&](std::byte* to, std::size_t size) -> std::size_t {
-    // A stream may give less than it was asked for before its end.
+    // A stream may return less than was asked for before its end.
     std::size_t filled = 0;
     ULONG got = 0;
     while (filled < size &&

@@ -1,13 +1,15 @@
 #include "platform/graphics/Painter.h"
 
+#include <utility>
+
 namespace Gdiplus {
 
 Graphics::Painter::Painter(PixelSection& section)
     : section(section),
-      frame({section.pixels.get(), section.width, section.height, section.width}) {}
+      canvas({section.pixels.get(), section.width, section.height, section.width}) {}
 
 void Graphics::Painter::Flush() {
-  const auto changed = frame.Finish();
+  const auto changed = canvas.Finish();
   texts.EndFrame();
   if (changed.empty()) {
     return;
@@ -23,6 +25,13 @@ void Graphics::Painter::Flush() {
   }
 }
 
+void Graphics::Painter::DrawPicture(std::shared_ptr<const Picture> picture,
+                                    const raster::PixelRect& source,
+                                    const raster::PixelRect& destination) {
+  const raster::PixelSource view = {picture->pixels.data(), picture->width, picture->height};
+  Commands().DrawPicture({std::move(picture), view}, source, destination);
+}
+
 void Graphics::Painter::DrawText(const TextStyle& style, std::wstring_view text, double x,
                                  double y) {
   const TextPictures::Placed& placed =
@@ -30,8 +39,8 @@ void Graphics::Painter::DrawText(const TextStyle& style, std::wstring_view text,
   if (placed.picture != nullptr) {
     const int width = placed.picture->width;
     const int height = placed.picture->height;
-    frame.DrawPicture(placed.picture, {0, 0, width, height},
-                      {placed.left, placed.top, width, height});
+    DrawPicture(placed.picture, {0, 0, width, height},
+                raster::PixelRect::OfSize(placed.left, placed.top, width, height));
   }
 }
 

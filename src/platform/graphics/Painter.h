@@ -1,9 +1,8 @@
-// What a Graphics paints with: a frame of recorded commands on the section selected into its
-// context.
+// What a Graphics paints with: a canvas on the section selected into its context.
 #pragma once
 
+#include "platform/canvas/Canvas.h"
 #include "platform/gdi/Gdi.h"
-#include "platform/graphics/canvas/Frame.h"
 #include "platform/graphics/Graphics.h"
 #include "platform/graphics/TextPictures.h"
 
@@ -12,13 +11,15 @@ class Gdiplus::Graphics::Painter {
  public:
   explicit Painter(PixelSection& section);
 
-  canvas::Frame& Frame() { return frame; }
+  canvas::CommandList& Commands() { return canvas.Commands(); }
+  void DrawPicture(std::shared_ptr<const Picture> picture, const raster::PixelRect& source,
+                   const raster::PixelRect& destination);
   void DrawText(const TextStyle& style, std::wstring_view text, double x, double y);
-  // Makes the section's pixels final and notes in it what changed.
+  // Makes the section's pixels final and lists in it what changed.
   void Flush();
 
  private:
   PixelSection& section;
-  canvas::Frame frame;
+  canvas::Canvas canvas;
   TextPictures texts;
 };

@@ -16,8 +16,8 @@ enum StringAlignment { StringAlignmentNear = 0 };
 
 class FontCollection;
 
-// A family of installed fonts, found by its name when it is made. A name that no installed family
-// answers to gives FontFamilyNotFound.
+// A family of installed fonts, looked up by its name on construction. The status is
+// FontFamilyNotFound if no installed family has that name or stands in for it.
 class FontFamily {
  public:
   // `collection` is null: the installed fonts.
@@ -26,7 +26,7 @@ class FontFamily {
   bool IsAvailable() const { return !installedName.empty(); }
   Status GetLastStatus() const { return lastStatus; }
 
-  // The family that answers, UTF-8; empty when there is none.
+  // The installed family that was found, UTF-8; empty if there is none.
   const std::string& InstalledName() const { return installedName; }
 
  private:
@@ -34,11 +34,11 @@ class FontFamily {
   Status lastStatus = Ok;
 };
 
-// A family at a size and in a style. It needs the family only while it is made.
+// A family at a size and in a style. The family may be destroyed after construction.
 class Font {
  public:
-  // `style` is a FontStyle and `unit` UnitPixel. InvalidParameter for any other, for a size that is
-  // not above 0 and for a family that is not available.
+  // The status is InvalidParameter unless `style` is a FontStyle, `unit` is UnitPixel, the size is
+  // above 0 and the family is available.
   Font(const FontFamily* family, REAL emSize, INT style = FontStyleRegular, Unit unit = UnitPixel);
 
   bool IsAvailable() const { return !installedName.empty(); }
@@ -49,14 +49,14 @@ class Font {
   bool IsBold() const { return bold; }
 
  private:
-  std::string installedName;  // empty when the font cannot be drawn with
+  std::string installedName;  // empty if the font cannot be used
   REAL pixelSize = 0;
   bool bold = false;
   Status lastStatus = Ok;
 };
 
-// How text is laid out: from its origin to the right and downwards, in lines that end at line ends
-// alone. There is no other way yet, so it holds nothing.
+// How text is laid out: from its origin to the right and downwards; lines end only at line breaks.
+// There is no other layout yet, so it holds nothing.
 class StringFormat {
  public:
   // No flags, the neutral language.

@@ -22,7 +22,7 @@ TextPictures::Placed Render(const TextStyle& style, std::wstring_view text, doub
 
 }  // namespace
 
-// Frames ask in the same order again, so that the entry after the one found last is the likeliest.
+// Frames ask in the same order, so the entry after the one found last is the likeliest.
 const TextPictures::Placed& TextPictures::Find(const TextStyle& style, std::wstring_view text,
                                                double x, double y, const TextSurface& surface) {
   const auto isIt = [&](const Entry& entry) {

@@ -1,4 +1,4 @@
-// Text as pictures, each drawn once and kept for as long as every frame shows it.
+// Text as pictures, each drawn once and kept as long as every frame shows it.
 #pragma once
 
 #include <memory>
@@ -14,15 +14,15 @@ class TextPictures {
  public:
   struct Placed {
     std::shared_ptr<const Picture> picture;  // null when there is nothing to see
-    int left = 0;                            // where its top left corner lies on the surface
+    int left = 0;                            // of its top left corner on the surface
     int top = 0;
   };
 
-  // The text as it lies on a surface of that size, laid out anew unless this frame or the one
-  // before asked for the same. Valid until the next call.
+  // Returns the text as it lies on a surface of that size. Lays it out anew unless this frame or
+  // the one before asked for the same. Valid until the next call.
   const Placed& Find(const TextStyle& style, std::wstring_view text, double x, double y,
                      const TextSurface& surface);
-  // Forgets what this frame did not ask for.
+  // Ends the frame: drops the texts that it did not ask for.
   void EndFrame();
 
  private:
@@ -35,6 +35,6 @@ class TextPictures {
     bool isUsed = true;
   };
 
-  std::vector<Entry> entries;  // as many as names are shown at a time
-  std::size_t next = 0;        // the entry behind the one found last
+  std::vector<Entry> entries;  // one for each text that is shown
+  std::size_t next = 0;        // the entry after the one found last
 };

@@ -50,7 +50,7 @@ void ReadRows(const BmpHeader& header, const std::byte* stored, std::size_t stri
   }
 }
 
-// What a packed file leaves out shows the palette's first colour.
+// Pixels that a packed file leaves out have the palette's first colour.
 Picture MakePicture(const BmpHeader& header) {
   const std::size_t count = static_cast<std::size_t>(header.width) * header.height;
   return {PictureFormat::kBmp, header.width, header.height,

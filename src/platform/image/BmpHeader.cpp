@@ -20,7 +20,7 @@ constexpr std::size_t kColorMasksSize = 12;
 
 enum Compression : std::uint32_t { kRgb = 0, kRle8 = 1, kRle4 = 2, kBitFields = 3 };
 
-// The little-endian number at `offset`; bytes past the end of the file count as 0.
+// Returns the little-endian number at `offset`; bytes past the end of the file count as 0.
 std::uint32_t Number(std::span<const std::byte> bytes, std::size_t offset, std::size_t size) {
   std::uint32_t value = 0;
   for (std::size_t i = 0; i < size && offset + i < bytes.size(); ++i) {
@@ -61,7 +61,7 @@ bool SetChannel(BmpChannel& channel, std::uint32_t mask) {
   return (channel.max & (channel.max + 1)) == 0;  // one run of bits
 }
 
-// The usual masks, or those of the file when it brings its own. False for masks with gaps.
+// Reads the file's masks, or sets the usual ones if it has none. Returns false for masks with gaps.
 bool ReadChannels(std::span<const std::byte> bytes, std::uint32_t headerSize, bool ownMasks,
                   BmpHeader& header) {
   std::array<std::uint32_t, 4> masks = {0xFF0000, 0x00FF00, 0x0000FF, 0};

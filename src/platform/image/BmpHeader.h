@@ -1,4 +1,4 @@
-// What stands before the pixels of a BMP file.
+// The part of a BMP file before its pixels.
 #pragma once
 
 #include <array>
@@ -34,6 +34,6 @@ struct BmpHeader {
   std::size_t pixelOffset = 0;               // where the pixels start; not checked against the file
 };
 
-// Reads the headers, the masks and the palette. Nothing for a file that is cut within them, of a
-// kind that does not exist or over the limits.
+// Reads the headers, the masks and the palette. Returns nothing if the file is cut within them,
+// over the limits, or of a kind that does not exist.
 std::optional<BmpHeader> ReadBmpHeader(std::span<const std::byte> bytes);

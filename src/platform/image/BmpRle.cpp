@@ -2,8 +2,8 @@
 
 namespace {
 
-// The second byte of a pair that starts with 0; any larger one counts the pixels that follow
-// unpacked.
+// The second byte of a pair that starts with 0. A larger byte is the number of unpacked pixels that
+// follow.
 enum Escape : std::uint8_t { kEndOfLine = 0, kEndOfPicture = 1, kMove = 2 };
 
 // Walks the pairs of the packed data while a pen moves over the picture, from its bottom row
@@ -35,7 +35,7 @@ class Unpacker {
     return byte;
   }
 
-  // Draws one pixel, or nothing past the edges, and steps to the right.
+  // Draws one pixel, unless it is past an edge, and steps to the right.
   void Put(std::uint8_t index) {
     if (x < static_cast<std::size_t>(picture.width) &&
         y < static_cast<std::size_t>(picture.height)) {
@@ -74,7 +74,7 @@ class Unpacker {
     return true;
   }
 
-  // Draws pixels stored one by one; they are filled up to a whole number of words.
+  // Draws unpacked pixels; padding fills them up to whole 16-bit words.
   bool Copy(std::size_t count) {
     const std::size_t size = IsNibbles() ? (count + 1) / 2 : count;
     if (rest.size() < size + size % 2) {

@@ -1,6 +1,6 @@
-// The decoders behind DecodePicture, one a format. Each gives a picture of size 0 x 0 when the file
-// is damaged, cut or over the limits, which are enforced before anything is decoded. Silent; no
-// state.
+// The decoders behind DecodePicture, one for each format. Each returns a picture of 0 x 0 pixels if
+// the file is damaged, cut or over the limits, which are checked before anything is decoded. They
+// print nothing and keep no state.
 #pragma once
 
 #include <cstddef>

@@ -1,5 +1,5 @@
-// The encoders behind SavePicture. Each writes a picture that has pixels into an open file and
-// leaves it to the caller to commit; false when the file or the format cannot take them. Silent.
+// The encoders behind SavePicture. Each writes a picture that has pixels into an open file, which
+// the caller commits. Returns false if the file or the format cannot hold them. They print nothing.
 #pragma once
 
 #include <cstring>

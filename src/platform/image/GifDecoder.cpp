@@ -50,7 +50,7 @@ bool ReadExtension(GifFileType* gif, int& transparent) {
   return true;
 }
 
-// Moves to the first frame's pixels. False when the file has none.
+// Moves to the first frame's pixels. Returns false if the file has none.
 bool FindFrame(GifFileType* gif, int& transparent) {
   for (;;) {
     GifRecordType record = UNDEFINED_RECORD_TYPE;
@@ -66,7 +66,7 @@ bool FindFrame(GifFileType* gif, int& transparent) {
   }
 }
 
-// What each index draws; indexes past the file's colours draw nothing.
+// The colour of each index; indexes past the file's colours are transparent.
 using Palette = std::array<std::uint32_t, 256>;
 
 bool ReadPalette(const GifFileType& gif, int transparent, Palette& palette) {
@@ -86,8 +86,7 @@ bool ReadPalette(const GifFileType& gif, int transparent, Palette& palette) {
   return true;
 }
 
-// Decodes the frame's next row, which is row `y` of the frame; what lies past the screen is
-// dropped.
+// Decodes the frame's next row, which is row `y` of the frame. Pixels past the screen are dropped.
 bool ReadRow(GifFileType* gif, const Palette& palette, int y, std::vector<GifPixelType>& row,
              Picture& picture) {
   const GifImageDesc& frame = gif->Image;

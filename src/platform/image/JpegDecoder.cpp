@@ -8,8 +8,8 @@
 
 namespace {
 
-// A progressive file stores its picture in passes, each of which may be empty yet costs a walk over
-// the whole picture. Real files have about ten.
+// A progressive file stores its picture in scans. Each may be empty, yet costs a walk over the
+// whole picture. Real files have about ten.
 constexpr int kMaxScans = 100;
 constexpr std::uint64_t kMaxScannedPixels = 16 * kMaxPicturePixels;
 constexpr int kMaxChannels = 4;
@@ -32,7 +32,7 @@ void CheckScans(j_common_ptr codec) {
   }
 }
 
-// The whole file is at hand, so asking for more means that it was cut.
+// The whole file is in memory: if libjpeg asks for more, the file was cut.
 boolean FailAtEnd(j_decompress_ptr codec) {
   Fail(codec);
   return FALSE;

@@ -1,4 +1,4 @@
-// How libjpeg reports failures in this room: by a jump back into our code, never on stderr.
+// libjpeg reports failures by a jump back into our code, and prints nothing.
 #pragma once
 
 #include <csetjmp>
@@ -6,14 +6,15 @@
 
 #include <jpeglib.h>
 
-// Stands where libjpeg expects its error manager. A function that sets `jump` keeps no object with
-// a destructor and changes no local variable after it, so a jump out of libjpeg skips nothing.
+// The error manager for libjpeg, which sees only `base`. A function that sets `jump` keeps no
+// object with a destructor and changes no local variable after it, so a jump out of libjpeg skips
+// nothing.
 struct JpegErrorManager {
   jpeg_error_mgr base;
   std::jmp_buf jump;
 };
 
-// Fills the manager in and gives the pointer to store in the codec's `err`.
+// Fills in the manager and returns the pointer for the codec's `err`.
 inline jpeg_error_mgr* InitJpegErrors(JpegErrorManager& manager) {
   jpeg_std_error(&manager.base);
   manager.base.error_exit = [](j_common_ptr codec) {

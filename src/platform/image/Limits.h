@@ -1,10 +1,10 @@
-// How large a picture may be, decided from its header before any of it is decoded.
+// How large a picture may be. Checked against its header, before its pixels are decoded.
 #pragma once
 
 #include <cstdint>
 
 inline constexpr std::uint64_t kMaxPicturePixels = 64ULL * 1024 * 1024;
-// What kMaxPicturePixels take at 4 bytes each; also what a decoder may hold besides them.
+// The size of kMaxPicturePixels at 4 bytes each. A decoder may use as much again for itself.
 inline constexpr std::uint64_t kMaxPictureBytes = 4 * kMaxPicturePixels;
 // Bounds the row buffers inside the decoders, which an extremely wide picture would make large.
 inline constexpr std::uint64_t kMaxPictureSide = 1'000'000;

@@ -1,5 +1,5 @@
-// Pictures: decoding by content and encoding to files. This room knows nothing of the rest of the
-// layer; it keeps no state, and every function may be called from any thread.
+// Pictures: decoding by content and encoding to files. This room uses no other room of the layer
+// and keeps no state. Every function may be called from any thread.
 #pragma once
 
 #include <cstddef>
@@ -10,8 +10,8 @@
 
 enum class PictureFormat { kUnknown, kPng, kJpeg, kBmp, kGif };
 
-// Decoded pixels: premultiplied 0xAARRGGBB, row by row, top row first. Width and height are 0 for
-// what could not be decoded; the format is then kUnknown.
+// Decoded pixels: premultiplied 0xAARRGGBB, row by row, top row first. If decoding failed, width
+// and height are 0 and the format is kUnknown.
 struct Picture {
   PictureFormat format = PictureFormat::kUnknown;
   int width = 0;
@@ -19,7 +19,7 @@ struct Picture {
   std::vector<std::uint32_t> pixels;
 };
 
-// Decodes the bytes of an image file, whatever its name was.
+// Decodes the bytes of an image file by their content; the file's name does not count.
 Picture DecodePicture(std::span<const std::byte> bytes);
 
 // Pixels to encode: premultiplied 0xAARRGGBB, `stride` bytes from one row to the next.
@@ -36,7 +36,7 @@ enum class PictureEncoder {
   kBmp,   // 24 bits a pixel, composed over white
 };
 
-// Writes an image file: first a temporary file beside `path` (UTF-8), then a rename, so that a
-// failure harms no existing file and leaves nothing behind. False for empty pixels, for a size that
-// the format cannot hold and when the file cannot be written.
+// Writes an image file at `path` (UTF-8), as ReplacingFile does: a failure harms no existing file
+// and leaves nothing behind. Returns false for empty pixels, for a size that the format cannot
+// hold, and if the file cannot be written.
 bool SavePicture(const PictureView& view, PictureEncoder encoder, const std::string& path);

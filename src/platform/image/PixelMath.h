@@ -25,8 +25,8 @@ constexpr std::uint32_t Premultiply(StraightColor color) {
   return PackPixel(color.alpha, scale(color.red), scale(color.green), scale(color.blue));
 }
 
-// The straight colour nearest to a premultiplied one. A channel larger than alpha, which no painter
-// makes, counts as full.
+// Returns the straight colour nearest to a premultiplied one. A channel larger than alpha, which no
+// painter makes, becomes 255.
 constexpr StraightColor Unpremultiply(std::uint32_t pixel) {
   const std::uint32_t alpha = pixel >> 24;
   if (alpha == 0) {
@@ -40,7 +40,7 @@ constexpr StraightColor Unpremultiply(std::uint32_t pixel) {
   return {scale(16), scale(8), scale(0), static_cast<std::uint8_t>(alpha)};
 }
 
-// What a premultiplied colour looks like on white paper; opaque.
+// Returns a premultiplied colour composed over white; opaque.
 constexpr StraightColor ComposeOverWhite(std::uint32_t pixel) {
   const std::uint32_t white = 255 - (pixel >> 24);
   const auto compose = [white, pixel](int shift) {

@@ -93,7 +93,8 @@ bool ReadRows(Reader& reader, png_bytepp rows) {
   return true;
 }
 
-// False for a header that promises more than its few bytes can hold: no memory is spent on those.
+// Returns false for a header that promises more pixels than the file's bytes can hold, so that no
+// memory is spent on them.
 bool IsSizePlausible(const Reader& reader, std::size_t fileSize) {
   const std::uint64_t width = png_get_image_width(reader.png, reader.info);
   const std::uint64_t height = png_get_image_height(reader.png, reader.info);
@@ -101,7 +102,7 @@ bool IsSizePlausible(const Reader& reader, std::size_t fileSize) {
          png_get_rowbytes(reader.png, reader.info) * height / kMaxInflation <= fileSize;
 }
 
-// Turns the channels that libpng left, four bytes a pixel, into pixels, in place.
+// Converts libpng's channels, four bytes a pixel, to premultiplied pixels, in place.
 void ConvertInPlace(std::vector<std::uint32_t>& pixels) {
   for (std::uint32_t& pixel : pixels) {
     std::uint8_t channels[kChannels];

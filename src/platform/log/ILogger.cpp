@@ -2,7 +2,7 @@
 
 #include <map>
 
-#include <parchlet/Mutex.h>
+#include "platform/threads/Mutex.h"
 
 namespace {
 

@@ -14,7 +14,7 @@
 
 namespace {
 
-// The character set of the environment's locale; empty stands for UTF-8.
+// Returns the character set of the environment's locale; empty stands for UTF-8.
 std::string SystemCharset() {
   const locale_t locale = newlocale(LC_CTYPE_MASK, "", nullptr);
   if (locale == nullptr) {
@@ -30,7 +30,7 @@ std::string CharsetOf(UINT codePage) {
   return codePage == CP_UTF8 ? std::string() : SystemCharset();
 }
 
-// Fits the way both conversions report their result: the count alone, or the text with its zero.
+// Returns the size of the result, and copies it with its zero if there is a buffer.
 template <class Unit>
 int Deliver(const std::basic_string<Unit>& text, Unit* out, int capacity) {
   const std::size_t needed = text.size() + 1;

@@ -1,7 +1,7 @@
 #include "platform/text/FontFamilies.h"
 
 #include <fontconfig/fontconfig.h>
-#include <parchlet/Mutex.h>
+#include "platform/threads/Mutex.h"
 
 #include <algorithm>
 #include <array>
@@ -13,7 +13,7 @@ namespace {
 using Families = std::vector<std::string>;
 
 constexpr std::array kDefaultFamily = {"微软雅黑", "Microsoft YaHei"};
-// Names that stand for a kind of face. The first is no name at all: it gets what any name gets.
+// Names of kinds of faces. The first is nobody's name: it has the substitutes of every name.
 constexpr std::array kGenericFamilies = {"no family of this name",
                                          "sans-serif",
                                          "serif",
@@ -43,7 +43,7 @@ Pattern MakePattern(const std::string& family) {
   return pattern;
 }
 
-// The name and what the configuration puts before and after it.
+// Returns the name and the names that the configuration puts before and after it.
 Families Substitutes(const std::string& name) {
   const Pattern pattern = MakePattern(name);
   FcConfigSubstitute(nullptr, pattern.get(), FcMatchPattern);
@@ -55,7 +55,7 @@ Families Substitutes(const std::string& name) {
   return families;
 }
 
-// The same without what a generic family brings along; empty for a generic name.
+// Returns the same without the substitutes of generic families; empty for a generic name.
 Families OwnSubstitutes(const std::string& name) {
   Families own = Substitutes(name);
   for (const char* generic : kGenericFamilies) {
@@ -78,7 +78,7 @@ bool IsInstalled(const std::string& family) {
   return fonts != nullptr && fonts->nfont > 0;
 }
 
-// The installed family that the font system itself picks; nothing when it has no font at all.
+// Returns the installed family that the font system picks; nothing if it has no font at all.
 std::optional<std::string> Match(const char* family, const char* language) {
   const Pattern pattern = MakePattern(family);
   if (language != nullptr) {
@@ -113,7 +113,7 @@ std::optional<std::string> LookUp(const std::string& name) {
   return IsDefaultFamily(name) ? Match("sans-serif", "zh-cn") : std::nullopt;
 }
 
-// The last question and its answer: a page asks the same for every tip of every frame.
+// Remembers the last question and its answer: a page asks the same for every tip of every frame.
 class LastAnswer {
  public:
   std::optional<std::string> Find(const std::string& wanted) PARCHLET_EXCLUDES(mutex) {

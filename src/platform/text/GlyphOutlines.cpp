@@ -9,7 +9,7 @@
 
 namespace {
 
-// Cairo's coordinates end at 2^23; an outline that reaches further has no detail left to show.
+// Cairo's coordinates end at 2^23. An outline that reaches further shows no detail on any surface.
 constexpr double kFarthest = 1 << 22;
 
 struct DestroyPath {

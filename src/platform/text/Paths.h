@@ -3,6 +3,6 @@
 
 #include <string>
 
-// The system's own form of a wide path: UTF-8, with both separators of the home platform as
-// slashes.
+// Returns the system's form of a wide path: UTF-8, with slashes for both separators of the home
+// platform.
 std::string NativePath(const wchar_t* path);

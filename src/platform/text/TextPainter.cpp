@@ -1,7 +1,8 @@
 #include "platform/text/TextPainter.h"
 
+#include <dlfcn.h>
 #include <pango/pangocairo.h>
-#include <parchlet/Mutex.h>
+#include "platform/threads/Mutex.h"
 
 #include <algorithm>
 #include <cmath>
@@ -17,8 +18,8 @@ constexpr double kSmallestFitted = 1;
 constexpr double kLargestFitted = 256;
 // Past this size a stem is wider than any surface.
 constexpr double kLargest = 1 << 19;
-// Text is cut where it has left the widest surface, at a quarter of an em a character; it also
-// keeps within Pango's coordinates, which end at 2^21 pixels.
+// Text is cut where it is past the widest surface, counting a quarter of an em a character. That
+// also keeps it within Pango's coordinates, which end at 2^21 pixels.
 constexpr double kMaxWidth = 4 * 32768;
 constexpr double kMaxUnits = 16384;
 constexpr double kMinUnits = 64;
@@ -64,8 +65,8 @@ class Canvas {
 PangoContext* MakeContext(PangoFontMap* fonts, cairo_hint_style_t hinting) {
   PangoContext* context = pango_font_map_create_context(fonts);
   pango_context_set_base_dir(context, PANGO_DIRECTION_LTR);
-  // Decides between the Chinese, Japanese and Korean forms of a character, whatever the environment
-  // says.
+  // Chooses between the Chinese, Japanese and Korean forms of a character, whatever the
+  // environment's language is.
   pango_context_set_language(context, pango_language_from_string("zh-cn"));
   cairo_font_options_t* options = cairo_font_options_create();
   cairo_font_options_set_antialias(options, CAIRO_ANTIALIAS_GRAY);
@@ -85,15 +86,40 @@ struct Text {
   bool isFitted;  // drawn glyph by glyph
 };
 
-// Pango's state, one for the process: fonts stay loaded from one frame to the next, whatever thread
-// draws it.
+// Keeps Pango loaded when a host unloads this library. GLib never forgets the types that Pango made
+// known to it: a Pango that is loaded a second time cannot work.
+void KeepPangoLoaded() {
+  Dl_info pango{};
+  if (dladdr(reinterpret_cast<void*>(&pango_cairo_font_map_new), &pango) != 0) {
+    dlopen(pango.dli_fname, RTLD_LAZY | RTLD_NOLOAD | RTLD_NODELETE);  // never closed
+  }
+}
+
+// Pango's state, one for the process: fonts stay loaded between frames, whichever thread draws.
 class TextRoom {
  public:
-  TextRoom() : TextRoom(pango_cairo_font_map_new()) {}
+  TextRoom()
+      : fonts(pango_cairo_font_map_new()),
+        fitted(MakeContext(fonts, CAIRO_HINT_STYLE_SLIGHT)),
+        outlined(MakeContext(fonts, CAIRO_HINT_STYLE_NONE)) {
+    KeepPangoLoaded();
+  }
+
+  // Frees the fonts, for good: no text is drawn after it.
+  void Close() PARCHLET_EXCLUDES(mutex) {
+    MutexLock lock(mutex);
+    g_object_unref(fitted);
+    g_object_unref(outlined);
+    g_object_unref(fonts);
+    isClosed = true;
+  }
 
   void Paint(const PixelView& pixels, const TextStyle& style, std::wstring_view text, double x,
              double y) PARCHLET_EXCLUDES(mutex) {
     MutexLock lock(mutex);
+    if (isClosed) {
+      return;
+    }
     const Text laidOut = LayOut(style, text);
     const RECT area = InkArea(laidOut, x, y, {pixels.width, pixels.height});
     if (area.left >= area.right || area.top >= area.bottom) {
@@ -112,14 +138,10 @@ class TextRoom {
   RECT FindArea(const TextStyle& style, std::wstring_view text, double x, double y,
                 const TextSurface& surface) PARCHLET_EXCLUDES(mutex) {
     MutexLock lock(mutex);
-    return InkArea(LayOut(style, text), x, y, surface);
+    return isClosed ? RECT{} : InkArea(LayOut(style, text), x, y, surface);
   }
 
  private:
-  explicit TextRoom(PangoFontMap* fonts)
-      : fitted(MakeContext(fonts, CAIRO_HINT_STYLE_SLIGHT)),
-        outlined(MakeContext(fonts, CAIRO_HINT_STYLE_NONE)) {}
-
   Text LayOut(const TextStyle& style, std::wstring_view text) PARCHLET_REQUIRES(mutex) {
     const double size = std::min(style.pixelSize, kLargest);
     const bool isFitted = size >= kSmallestFitted && size <= kLargestFitted;
@@ -144,7 +166,7 @@ class TextRoom {
     return layout;
   }
 
-  // The text's ink, its smoothed edges included, as far as it lies on the surface.
+  // Returns the box of the text's ink, smoothed edges included, clipped to the surface.
   static RECT InkArea(const Text& text, double x, double y, const TextSurface& surface) {
     PangoRectangle ink;
     pango_layout_get_pixel_extents(text.layout.get(), &ink, nullptr);
@@ -163,13 +185,23 @@ class TextRoom {
   }
 
   Mutex mutex;
+  PangoFontMap* fonts PARCHLET_GUARDED_BY(mutex);
   PangoContext* fitted PARCHLET_GUARDED_BY(mutex);
   PangoContext* outlined PARCHLET_GUARDED_BY(mutex);
+  bool isClosed PARCHLET_GUARDED_BY(mutex) = false;
+};
+
+// Frees the fonts when the library is unloaded.
+struct CloseAtUnload {
+  ~CloseAtUnload() { room.Close(); }
+  TextRoom& room;
 };
 
 TextRoom& Room() {
-  // Never destroyed: a refresh thread may outlive every static object.
+  // Closed, but never destroyed: when the process ends, a refresh thread may outlive every static
+  // object.
   static TextRoom& room = *new TextRoom;
+  static const CloseAtUnload close{room};
   return room;
 }
 

@@ -1,4 +1,5 @@
-// Draws text onto pixels. It stands on Pango and Cairo, which show nowhere else in this room.
+// Draws text onto pixels, by Pango and Cairo. No other header of the layer names them, but
+// GlyphOutlines.h.
 #pragma once
 
 #include <cstdint>
@@ -22,14 +23,14 @@ struct TextSurface {
   int height = 0;
 };
 
-// The part of the surface outside which PaintText would leave every pixel as it is; empty for text
-// that draws nothing. Any thread; one at a time.
+// Returns an area of the surface that holds every pixel that PaintText would change; empty for text
+// that draws nothing. Any thread; calls wait for each other.
 RECT FindTextArea(const TextStyle& style, std::wstring_view text, double x, double y,
                   const TextSurface& surface);
 
 // Draws UTF-16 text, one unit a wchar_t, source-over; the first line's top left corner lies at
-// (x, y). Lines end at line ends alone; what lies off the pixels is left out, and so is text that
-// could only lie there. Every size, length and position is legal input; what is not a positive size
-// or a finite position draws nothing. Any thread; one draws at a time.
+// (x, y). Nothing is wrapped. Text off the pixels is left out. Every size, length and position is
+// legal input; a size that is not positive, or a position that is not finite, draws nothing. Any
+// thread; calls wait for each other.
 void PaintText(const PixelView& pixels, const TextStyle& style, std::wstring_view text, double x,
                double y);

@@ -37,8 +37,8 @@ void AppendUtf8(char32_t c, std::string& out) {
   }
 }
 
-// Takes one code point off the front of `bytes`, or, where they are malformed, the longest run that
-// could have begun one, as the replacement character.
+// Removes one code point from the front of `bytes` and returns it. Of malformed bytes it removes
+// the longest run that could begin a code point, and returns the replacement character.
 char32_t TakeUtf8(std::string_view& bytes) {
   const auto byteAt = [&](std::size_t i) -> unsigned {
     return i < bytes.size() ? static_cast<unsigned char>(bytes[i]) : 0U;
@@ -50,7 +50,7 @@ char32_t TakeUtf8(std::string_view& bytes) {
     c = lead;
   } else if (lead >= 0xC2 && lead <= 0xF4) {
     const std::size_t length = lead < 0xE0 ? 2 : lead < 0xF0 ? 3 : 4;
-    // The second byte's range shuts out overlong forms, surrogates and what lies past the last
+    // The second byte's range excludes overlong forms, surrogates and everything past the last
     // plane.
     const unsigned low = lead == 0xE0 ? 0xA0 : lead == 0xF0 ? 0x90 : 0x80;
     const unsigned high = lead == 0xED ? 0x9F : lead == 0xF4 ? 0x8F : 0xBF;
@@ -115,7 +115,7 @@ class Converter {
   }
 
  private:
-  // One call of the converter, which null bytes tell to finish; false when it did nothing.
+  // Calls the converter once; null bytes tell it to finish. Returns false if it did nothing.
   bool Step(char** in, std::size_t* left, std::string& out) {
     std::array<char, 256> buffer{};
     char* to = buffer.data();
@@ -126,8 +126,8 @@ class Converter {
     return isDone || (left != nullptr && *left != before) || room != buffer.size();
   }
 
-  // Some sets write an accent as a character of its own, so their converters hold a letter back
-  // until they have seen what follows it.
+  // Some sets write an accent as a character of its own. Their converters hold a letter back until
+  // they see the next one.
   void Flush(std::string& out) { Step(nullptr, nullptr, out); }
 
   iconv_t handle;

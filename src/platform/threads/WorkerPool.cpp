@@ -7,14 +7,15 @@
 
 namespace {
 
-// The processors that the calling thread may run on: two threads on one would push each other's
-// data out of its cache.
+// Returns how many processors the calling thread may run on. More threads than that would push each
+// other's data out of the caches.
 int UsableProcessors() {
   cpu_set_t usable;
   if (sched_getaffinity(0, sizeof usable, &usable) == 0) {
     return CPU_COUNT(&usable);
   }
-  return static_cast<int>(std::thread::hardware_concurrency());  // more than a set has room for
+  return static_cast<int>(
+      std::thread::hardware_concurrency());  // the machine has more than a set has room for
 }
 
 struct SharedPool {
@@ -91,7 +92,7 @@ void WorkerPool::StartHelpers() {
       helpers.emplace_back([this, worker = static_cast<int>(helpers.size()) + 1] { Help(worker); });
     }
   } catch (const std::exception&) {
-    threads = static_cast<int>(helpers.size()) + 1;  // the machine gives no more; fewer do as well
+    threads = static_cast<int>(helpers.size()) + 1;  // no more to be had; fewer do as well
   }
 }
 

@@ -1,4 +1,4 @@
-// A few threads that share one piece of work at a time.
+// A few threads that share one job at a time.
 #pragma once
 
 #include <atomic>
@@ -10,31 +10,30 @@
 #include <thread>
 #include <vector>
 
-#include <parchlet/Mutex.h>
+#include "platform/threads/Mutex.h"
 
-// Any thread may enter. The helpers start with the first job that is worth it and end with the
-// pool; a pool of one thread never starts any.
+// Any thread may call Run. The helper threads start with the first job of more than one item and
+// are joined by the destructor; a pool of one thread has none.
 class WorkerPool {
  public:
   static constexpr int kMostThreads = 4;
 
-  // Does an item. `worker`, below kMostThreads, is each thread's own within a Run; 0 is the one
-  // that called it.
+  // Does one item. `worker`, below kMostThreads, names the thread within a Run; 0 is the caller.
   using Work = std::function<void(int worker, int item)>;
 
-  // `threads`: the caller's own included, at most kMostThreads; 0: one for each processor that the
-  // caller may run on.
+  // `threads` counts the caller's own, and is at most kMostThreads; 0 means one for each processor
+  // that the caller may run on.
   explicit WorkerPool(int threads);
   ~WorkerPool();
   WorkerPool(const WorkerPool&) = delete;
   WorkerPool& operator=(const WorkerPool&) = delete;
 
-  // The one that all of the process shares; it lives for as long as somebody holds it.
+  // Returns the pool that the process shares. It lives as long as someone holds it.
   static std::shared_ptr<WorkerPool> Shared();
 
-  // Does every item below `items` and returns when all are done. While another Run is under way the
-  // calling thread does all the work itself. When an item throws, those not yet begun are left out
-  // and one of the exceptions is thrown on once all threads have come back.
+  // Does the items 0 .. items-1 and returns when all are done. While another Run is in progress the
+  // calling thread does all the work itself. If an item throws, those not yet begun are left out,
+  // and Run throws one of the exceptions once every thread is done.
   void Run(int items, const Work& work);
 
  private:
@@ -44,7 +43,7 @@ class WorkerPool {
   void TakeItems(int worker, const Work& job, int items) PARCHLET_EXCLUDES(mutex);
   std::exception_ptr End() PARCHLET_EXCLUDES(mutex);
 
-  // The Run under way alone touches these two.
+  // Only the Run in progress touches these two.
   int threads;
   std::vector<std::thread> helpers;
 
@@ -53,7 +52,7 @@ class WorkerPool {
   bool isRunning PARCHLET_GUARDED_BY(mutex) = false;
   const Work* work PARCHLET_GUARDED_BY(mutex) = nullptr;
   int itemCount PARCHLET_GUARDED_BY(mutex) = 0;
-  std::size_t busy PARCHLET_GUARDED_BY(mutex) = 0;  // helpers that have not come back
+  std::size_t busy PARCHLET_GUARDED_BY(mutex) = 0;  // helpers that are not done
   std::uint64_t round PARCHLET_GUARDED_BY(mutex) = 0;
   std::exception_ptr failure PARCHLET_GUARDED_BY(mutex);
   bool ending PARCHLET_GUARDED_BY(mutex) = false;

@@ -24,8 +24,7 @@ std::uint32_t BlendPixel(std::uint32_t over, std::uint32_t under) {
   return channel(24) | channel(16) | channel(8) | channel(0);
 }
 
-// What a push copies: one object for the threads that share it, so that their job is no more than a
-// reference, which takes no memory to hand over.
+// The copying of one area. Threads share it by a reference, so handing it over needs no memory.
 struct AreaCopy {
   const LayeredFrame& from;
   const RECT& area;
@@ -81,7 +80,7 @@ struct MemoryWindow::State final : LayeredWindow, DesktopLayer {
       }
       return;
     }
-    // First, as memory may run out: the frame then stays as it was.
+    // First: if memory runs out, the frame stays as it was.
     frame.pixels.resize(static_cast<std::size_t>(pushed.width) *
                         static_cast<std::size_t>(pushed.height));
     frame.width = pushed.width;

@@ -6,7 +6,7 @@
 #include <memory>
 #include <vector>
 
-#include <parchlet/Mutex.h>
+#include "platform/threads/Mutex.h"
 
 namespace {
 
@@ -33,8 +33,8 @@ struct Registration {
   std::vector<std::uint32_t> padded PARCHLET_GUARDED_BY(pushing);
 };
 
-// Every window of the process, by handle. A handle is a number that is never given out twice, so a
-// stale one finds nothing.
+// Every window of the process, by handle. A handle is a number that is used once, so a stale one
+// finds nothing.
 class Registry {
  public:
   HWND Add(LayeredWindow& window) {
@@ -97,7 +97,8 @@ Registry& Windows() {
   return registry;
 }
 
-// A call into a window under way; its unregistering waits for the end. No lock is held meanwhile.
+// A call into a window under way. Unregistering the window waits for its end; the registry's lock
+// is not held meanwhile.
 class WindowUse {
  public:
   explicit WindowUse(HWND handle) : registration(Windows().Enter(handle)) {}
@@ -132,7 +133,7 @@ void CopyArea(const PixelView& surface, const RECT& area, int width,
   }
 }
 
-// What of a window's frame differs from the one that it was shown before.
+// Finds the rectangles of a window's frame that differ from the frame that it shows.
 void FindChanged(Registration& registration, const PixelSection& section, int width, int height)
     PARCHLET_REQUIRES(registration.pushing) {
   std::vector<RECT>& changed = registration.changed;
@@ -153,8 +154,8 @@ void FindChanged(Registration& registration, const PixelSection& section, int wi
   }
 }
 
-// Brings the buffer that stands in for a surface smaller than the window up to date; past the
-// surface it is transparent.
+// Updates the buffer that is pushed when the surface is smaller than the window. Past the surface
+// it is transparent.
 void UpdatePadded(Registration& registration, const PixelView& surface, int width, int height)
     PARCHLET_REQUIRES(registration.pushing) {
   std::vector<std::uint32_t>& padded = registration.padded;
@@ -167,6 +168,15 @@ void UpdatePadded(Registration& registration, const PixelView& surface, int widt
   }
   for (const RECT& area : registration.changed) {
     CopyArea(surface, area, width, padded);
+  }
+}
+
+// A host's window may throw, which must not end the refresh thread: the frame was not shown.
+bool Present(LayeredWindow& window, const LayeredFrame& frame) {
+  try {
+    return window.Present(frame);
+  } catch (...) {
+    return false;
   }
 }
 
@@ -191,9 +201,9 @@ bool Push(Registration& registration, const PixelSection& section, int width, in
   }
   frame.changed = registration.changed.data();
   frame.changedCount = registration.changed.size();
-  // Until the window has taken the frame, nobody knows what it shows.
+  // Unknown until the window took the frame.
   registration.shown = {};
-  if (!registration.window.Present(frame)) {
+  if (!Present(registration.window, frame)) {
     return false;
   }
   registration.shown = {section.serial, section.version, width, height};
@@ -227,7 +237,11 @@ BOOL GetWindowRect(HWND window, RECT* rect) {
   if (use.Get() == nullptr) {
     return 0;
   }
-  *rect = use.Get()->window.GetScreenRect();
+  try {
+    *rect = use.Get()->window.GetScreenRect();
+  } catch (...) {
+    return 0;
+  }
   return 1;
 }
 

@@ -3,8 +3,8 @@
 #include <parchlet/MemoryWindow.h>
 
 #include <future>
-#include "platform/display/CurrentDisplay.h"
 
+#include "platform/display/CurrentDisplay.h"
 #include "platform/Platform.h"
 
 namespace {
@@ -15,7 +15,7 @@ constexpr std::uint32_t kBlack = 0xFF000000;
 constexpr std::uint32_t kGrey = 0xFF808080;
 constexpr RECT kScreen = {0, 0, 1920, 1080};
 
-// Pushes a frame of the window's size, all of one premultiplied colour, or of the size given.
+// Pushes a frame of one premultiplied colour.
 void Push(const MemoryWindow& window, SIZE size, std::uint32_t color) {
   const auto count = static_cast<std::size_t>(size.cx) * static_cast<std::size_t>(size.cy);
   PixelSection bitmap{size.cx, size.cy, AllocatePixels(count)};
@@ -41,17 +41,6 @@ class MemoryDesktopTest : public testing::Test {
  protected:
   ~MemoryDesktopTest() override { SetMemoryDesktop({{"MEMORY-1", kScreen}}, nullptr, {}); }
 };
-
-TEST_F(MemoryDesktopTest, IsAtFirstOneBlackMonitor) {
-  const auto monitors = CurrentDisplay().GetMonitors();
-  ASSERT_EQ(monitors.size(), 1U);
-  EXPECT_EQ(monitors[0].name, "MEMORY-1");
-  EXPECT_EQ(monitors[0].area.left, 0);
-  EXPECT_EQ(monitors[0].area.top, 0);
-  EXPECT_EQ(monitors[0].area.right, 1920);
-  EXPECT_EQ(monitors[0].area.bottom, 1080);
-  EXPECT_EQ(Capture({3, 4, 6, 6}), Pixels(6, kBlack));
-}
 
 TEST_F(MemoryDesktopTest, ShowsItsBackgroundOpaqueAndBlackAroundIt) {
   const Pixels background = {0x00000001, 0x80000002, 0xFF000003, 0x00000004};
@@ -83,11 +72,6 @@ TEST_F(MemoryDesktopTest, AWindowShowsNoMoreThanItsFrameAndItsRectangle) {
   EXPECT_EQ(Capture({2, 2, 4, 3}), (Pixels{0xFF0000FF, kBlack}));
   window.SetScreenRect({0, 0, 1, 1});
   EXPECT_EQ(Capture({0, 0, 2, 1}), (Pixels{0xFF0000FF, kBlack}));
-  window.SetScreenRect({0, 0, 100, 100});
-  EXPECT_EQ(Capture({4, 4, 6, 5}), (Pixels{0xFF0000FF, kBlack}));
-  constexpr LONG kMax = std::numeric_limits<LONG>::max();
-  window.SetScreenRect({kMax - 1, kMax - 1, kMax, kMax});
-  EXPECT_EQ(Capture({0, 0, 1, 1}), Pixels{kBlack});
   window.SetScreenRect({5, 5, 0, 0});
   EXPECT_EQ(Capture({0, 0, 6, 6}), Pixels(36, kBlack));
 }

@@ -1,11 +1,10 @@
 #include <gtest/gtest.h>
 
-#include <cstdio>
-#include <cstdlib>
-#include <fstream>
+#include <algorithm>
+#include <filesystem>
 
-#include <jpeglib.h>
 #include <sys/stat.h>
+#include <unistd.h>
 
 #include "ImageFiles.h"
 #include "platform/image/Picture.h"
@@ -16,13 +15,14 @@ namespace {
 
 constexpr int kSide = 64;
 
-class PictureToSave {
- public:
-  explicit PictureToSave(std::uint32_t pixel) : pixels(Product(kSide, kSide), pixel) {}
-  PictureView View() const { return {pixels.data(), kSide, kSide, std::ptrdiff_t{kSide} * 4}; }
+bool Save(PictureEncoder encoder, const std::string& path, std::uint32_t pixel = 0xFF336699) {
+  const std::vector<std::uint32_t> pixels(std::size_t{kSide} * kSide, pixel);
+  return SavePicture({pixels.data(), kSide, kSide, std::ptrdiff_t{kSide} * 4}, encoder, path);
+}
 
-  std::vector<std::uint32_t> pixels;
-};
+Picture Load(const std::string& path) {
+  return DecodePicture(ReadWholeFile(path));
+}
 
 TEST(SavePicture, APngKeepsEveryPremultipliedColor) {
   std::vector<std::uint32_t> pixels;
@@ -35,9 +35,8 @@ TEST(SavePicture, APngKeepsEveryPremultipliedColor) {
   const TemporaryFolder folder;
   const std::string path = folder.File("colors.png");
   ASSERT_TRUE(SavePicture({pixels.data(), 256, 256, 1024}, PictureEncoder::kPng, path));
-  const Picture picture = DecodePicture(ReadWholeFile(path));
-  EXPECT_EQ(picture.format, PictureFormat::kPng);
-  EXPECT_EQ(picture.pixels, pixels);
+  EXPECT_EQ(Load(path).format, PictureFormat::kPng);
+  EXPECT_EQ(Load(path).pixels, pixels);
 }
 
 TEST(SavePicture, JpegAndBmpAreComposedOverWhite) {
@@ -46,102 +45,100 @@ TEST(SavePicture, JpegAndBmpAreComposedOverWhite) {
   const std::pair<std::uint32_t, std::uint32_t> cases[] = {
       {0x00000000, 0xFFFFFFFF}, {0x80800000, 0xFFFF7F7F}, {0xFF123456, 0xFF123456}};
   for (const auto& [stored, shown] : cases) {
-    const PictureToSave source(stored);
-    ASSERT_TRUE(SavePicture(source.View(), PictureEncoder::kBmp, path));
-    Picture picture = DecodePicture(ReadWholeFile(path));
-    EXPECT_EQ(picture.format, PictureFormat::kBmp);
-    EXPECT_EQ(picture.pixels, std::vector<std::uint32_t>(Product(kSide, kSide), shown));
-
-    ASSERT_TRUE(SavePicture(source.View(), PictureEncoder::kJpeg, path));
-    picture = DecodePicture(ReadWholeFile(path));
-    EXPECT_EQ(picture.format, PictureFormat::kJpeg);
+    ASSERT_TRUE(Save(PictureEncoder::kBmp, path, stored));
+    EXPECT_EQ(Load(path).pixels, std::vector(std::size_t{kSide} * kSide, shown));
+    ASSERT_TRUE(Save(PictureEncoder::kJpeg, path, stored));
+    const std::uint32_t seen = Load(path).pixels.at(0);
     for (const int shift : {0, 8, 16}) {
       // Quality 90 keeps the mean of a block in steps of 3 / 8, and two colour conversions round.
-      EXPECT_NEAR(picture.pixels[0] >> shift & 0xFF, shown >> shift & 0xFF, 3) << std::hex << shown;
+      EXPECT_NEAR(seen >> shift & 0xFF, shown >> shift & 0xFF, 3) << std::hex << shown;
     }
   }
+  const std::uint32_t pixels[] = {0xFFFF0000, 0xFFAAAAAA, 0xFF0000FF};  // rows may lie apart
+  ASSERT_TRUE(SavePicture({pixels, 1, 2, 8}, PictureEncoder::kBmp, path));
+  Bytes expected = ReadSeed("bmp/BottomUp");
+  expected[2] = std::byte{62};  // the size of the whole file, which the seed leaves out
+  EXPECT_EQ(ReadWholeFile(path), expected);
 }
 
-TEST(SavePicture, ABmpHas24BitsAndRowsOfWholeWords) {
-  const std::uint32_t pixels[] = {0xFF010203, 0xFFAAAAAA, 0xFF040506};  // rows may lie apart
-  const TemporaryFolder folder;
-  ASSERT_TRUE(SavePicture({pixels, 1, 2, 8}, PictureEncoder::kBmp, folder.File("a.bmp")));
-  Bytes expected = MakeBmp({40, 1, 2, 24, 0, {}, {}, 0, {6, 5, 4, 0, 3, 2, 1, 0}});
-  expected[2] = std::byte{62};  // the size of the whole file
-  EXPECT_EQ(ReadWholeFile(folder.File("a.bmp")), expected);
-}
+constexpr PictureEncoder kEncoders[] = {PictureEncoder::kPng, PictureEncoder::kJpeg,
+                                        PictureEncoder::kBmp};
 
-TEST(SavePicture, AJpegHasQuality90) {
+TEST(FailedSaveTest, AFullDiskLeavesTheFileThatWasThereAndNothingBesideIt) {
   const TemporaryFolder folder;
-  const std::string path = folder.File("a.jpg");
-  ASSERT_TRUE(SavePicture(PictureToSave(0xFF808080).View(), PictureEncoder::kJpeg, path));
-  const Bytes bytes = ReadWholeFile(path);
-  jpeg_decompress_struct codec{};
-  jpeg_error_mgr errors{};
-  codec.err = jpeg_std_error(&errors);
-  jpeg_create_decompress(&codec);
-  jpeg_mem_src(&codec, reinterpret_cast<const unsigned char*>(bytes.data()), bytes.size());
-  jpeg_read_header(&codec, TRUE);
-  // The standard table's first two steps, 16 and 11, at a fifth.
-  EXPECT_EQ(codec.quant_tbl_ptrs[0]->quantval[0], 3);
-  EXPECT_EQ(codec.quant_tbl_ptrs[0]->quantval[1], 2);
-  jpeg_destroy_decompress(&codec);
-}
-
-class FailedSaveTest : public testing::TestWithParam<PictureEncoder> {
- protected:
-  const TemporaryFolder folder;
-  const PictureToSave source{0xFF336699};
-};
-
-TEST_P(FailedSaveTest, AFullDiskLeavesTheFileThatWasThereAndNothingBesideIt) {
   const std::string path = folder.File(std::string(255, 'n'));  // the longest name there is
-  ASSERT_TRUE(SavePicture(source.View(), GetParam(), path));
-  const std::size_t size = ReadWholeFile(path).size();
-  const Bytes before(3, std::byte{'o'});
-  WriteWholeFile(path, before);
-  for (const std::size_t room : {std::size_t{0}, std::size_t{20}, size / 2, size - 1}) {
-    bool saved = true;
-    {
-      const SmallDisk disk(room);
-      saved = SavePicture(source.View(), GetParam(), path);
+  for (const PictureEncoder encoder : kEncoders) {
+    ASSERT_TRUE(Save(encoder, path));
+    const std::size_t size = ReadWholeFile(path).size();
+    std::ofstream(path) << "old";
+    for (const std::size_t room : {std::size_t{0}, size / 2, size - 1, size}) {
+      bool saved = true;
+      {
+        const SmallDisk disk(room);
+        saved = Save(encoder, path);
+      }
+      EXPECT_EQ(saved, room == size) << "with room for " << room << " of " << size << " bytes";
+      EXPECT_EQ(std::filesystem::file_size(path), saved ? size : 3U);
+      EXPECT_EQ(folder.FileCount(), 1U);
     }
-    EXPECT_FALSE(saved) << "with room for " << room << " of " << size << " bytes";
-    EXPECT_EQ(ReadWholeFile(path), before);
-    EXPECT_EQ(folder.FileCount(), 1U);
   }
-  const SmallDisk disk(size);
-  EXPECT_TRUE(SavePicture(source.View(), GetParam(), path));
-  EXPECT_EQ(DecodePicture(ReadWholeFile(path)).width, kSide);
 }
 
-TEST_P(FailedSaveTest, WhatNoFileCanStandAtFails) {
-  EXPECT_FALSE(SavePicture(source.View(), GetParam(), ""));
-  EXPECT_FALSE(SavePicture(source.View(), GetParam(), folder.File("missing/board")));
-  EXPECT_FALSE(SavePicture(source.View(), GetParam(), folder.Path().string()));
-  EXPECT_FALSE(SavePicture(source.View(), GetParam(), "/proc/board"))
-      << "no file can be made there";
-  EXPECT_FALSE(SavePicture(source.View(), GetParam(), folder.File(std::string("bo\0ard", 6))));
+TEST(FailedSaveTest, WhatNoFileCanStandAtOrNoFormatHoldsFails) {
+  const TemporaryFolder folder;
   const std::string pipe = folder.File("pipe");
   ASSERT_EQ(mkfifo(pipe.c_str(), 0600), 0);
-  EXPECT_FALSE(SavePicture(source.View(), GetParam(), pipe));
-  EXPECT_TRUE(std::filesystem::is_fifo(pipe));
-  EXPECT_EQ(folder.FileCount(), 1U);
-}
-
-TEST_P(FailedSaveTest, EmptyPicturesAndOnesTooLargeForTheFormatFail) {
+  for (const std::string& path : {std::string(), folder.File("missing/board"),
+                                  folder.Path().string(), folder.File({"bo\0ard", 6}), pipe}) {
+    EXPECT_FALSE(Save(PictureEncoder::kBmp, path)) << path;
+  }
   const std::uint32_t pixel = 0;
-  const std::string path = folder.File("board");
-  EXPECT_FALSE(SavePicture({}, GetParam(), path));
-  EXPECT_FALSE(SavePicture({&pixel, 0, 1, 4}, GetParam(), path));
-  EXPECT_FALSE(SavePicture({&pixel, 1, -1, 4}, GetParam(), path));
-  // Every row is the same one pixel: no format holds so many rows of it.
-  EXPECT_FALSE(SavePicture({&pixel, 1, 0x7FFFFFFF, 0}, GetParam(), path));
-  EXPECT_EQ(folder.FileCount(), 0U);
+  for (const PictureEncoder encoder : kEncoders) {
+    EXPECT_FALSE(SavePicture({}, encoder, folder.File("board")));
+    // Every row is the same one pixel: no format holds so many rows of it.
+    EXPECT_FALSE(SavePicture({&pixel, 1, 0x7FFFFFFF, 0}, encoder, folder.File("board")));
+  }
+  EXPECT_TRUE(std::filesystem::is_fifo(pipe) && folder.FileCount() == 1);
 }
 
-INSTANTIATE_TEST_SUITE_P(AllEncoders, FailedSaveTest,
-                         testing::Values(PictureEncoder::kPng, PictureEncoder::kJpeg,
-                                         PictureEncoder::kBmp));
+TEST(ReplacedFileTest, ALinkIsFollowedToItsTargetWhichKeepsItsMode) {
+  namespace fs = std::filesystem;
+  const TemporaryFolder folder;
+  const fs::path target = folder.File("real/board");
+  fs::create_directory(folder.File("real"));
+  std::ofstream(target).close();
+  fs::permissions(target, static_cast<fs::perms>(0604));
+  fs::create_symlink("real/board", folder.File("near"));
+  fs::create_symlink(folder.File("near"), folder.File("far"));
+  ASSERT_TRUE(Save(PictureEncoder::kBmp, folder.File("far")));
+  EXPECT_TRUE(fs::is_symlink(folder.File("far")) && fs::is_symlink(folder.File("near")));
+  EXPECT_EQ(Load(target).width, kSide);
+  EXPECT_EQ(fs::status(target).permissions(), static_cast<fs::perms>(0604));
+
+  fs::create_symlink("real/new", folder.File("dangling"));
+  ASSERT_TRUE(Save(PictureEncoder::kBmp, folder.File("dangling")));
+  EXPECT_TRUE(fs::is_regular_file(folder.File("real/new")));
+  fs::create_symlink("circle", folder.File("circle"));
+  EXPECT_FALSE(Save(PictureEncoder::kBmp, folder.File("circle")));
+  EXPECT_EQ(folder.FileCount(), 5U);
+}
+
+TEST(ReplacedFileTest, AFileThatMayNotBeWrittenStays) {
+  const TemporaryFolder folder;
+  std::ofstream(folder.File("board")) << "";
+  ASSERT_EQ(chmod(folder.File("board").c_str(), 0444), 0);
+  ASSERT_EQ(chmod(folder.Path().c_str(), 0777), 0);
+  // The superuser may write everything, so that it takes another one.
+  constexpr uid_t kNobody = 65534;
+  const uid_t user = geteuid();
+  ASSERT_EQ(seteuid(user == 0 ? kNobody : user), 0);
+  const bool isReplaced = Save(PictureEncoder::kBmp, folder.File("board"));
+  const bool isNewSaved = Save(PictureEncoder::kBmp, folder.File("new"));
+  ASSERT_EQ(seteuid(user), 0);
+  EXPECT_FALSE(isReplaced);
+  EXPECT_TRUE(isNewSaved) << "in the same folder";
+  EXPECT_EQ(std::filesystem::file_size(folder.File("board")), 0U);
+  EXPECT_EQ(folder.FileCount(), 2U);
+}
 
 }  // namespace

@@ -1,0 +1,196 @@
+// What every kind of file shows, and what every decoder owes to files that are cut, changed or over
+// the limits.
+#include <gtest/gtest.h>
+
+#include <filesystem>
+#include <map>
+#include <sstream>
+
+#include <png.h>
+
+#include "ImageFiles.h"
+#include "platform/image/Limits.h"
+#include "platform/image/Picture.h"
+#include "platform/image/PixelMath.h"
+
+namespace {
+
+using Pixels = std::vector<std::uint32_t>;
+
+TEST(BmpAndGif, EveryKindOfFileShowsTheColorsThatItHolds) {
+  const std::map<std::uint32_t, char> letters = {
+      {0xFF000000, 'K'}, {0xFFFF0000, 'R'}, {0xFF00FF00, 'G'}, {0xFF0000FF, 'B'}, {0xFFFF00FF, 'M'},
+      {0xFF848484, 'g'}, {0xFF030201, 'd'}, {0x80800000, 'r'}, {0, '.'}};
+  // A letter a pixel, and a stroke between two rows. The GIF files hold a frame of 3 x 9 on a
+  // screen of 5 x 11; the one that the screen cuts has a second frame, which is ignored.
+  std::istringstream pictures(R"(
+      bmp/Indexed1 RKKKKKKKRK|KKKKKKKKKR  bmp/IndexPastThePalette GKK  bmp/RunsPastTheEdges KG|RR
+      bmp/CoreHeader RG  bmp/PaletteOf300 BBB  bmp/Indexed4 RGB  bmp/BottomUp R|B  bmp/TopDown B|R
+      bmp/Fields565 RGB  bmp/Fields565InTheHeader RGB  bmp/FieldsOf10Bits M  bmp/Rgb555 RGBg
+      bmp/AlphaField r.  bmp/Plain32 d  bmp/Runs8 BGR|RRK  bmp/Runs4 KKKB|RGRK
+      gif/Placed           .....|.KRG.|.BKG.|.BKR.|.GKR.|.GBK.|.GBK.|.RGK.|.RGB.|.KGB.|.....
+      gif/PlacedInterlaced .....|.KRG.|.BKG.|.BKR.|.GKR.|.GBK.|.GBK.|.RGK.|.RGB.|.KGB.|.....
+      gif/OwnPalette       .....|.KR..|.BK..|.BKR.|..KR.|..BK.|..BK.|.R.K.|.R.B.|.K.B.|.....
+      gif/CutByTheScreen   .....|.....|.....|.....|.....|.....|...KR|...BK|...BK|...GK|...GB
+      gif/BesideTheScreen  .....|.....|.....|.....|.....|.....|.....|.....|.....|.....|.....)");
+  for (std::string file, rows; pictures >> file >> rows;) {
+    const Picture picture = DecodePicture(ReadSeed(file));
+    std::string shown;
+    for (std::size_t i = 0; i < picture.pixels.size(); ++i) {
+      shown += i > 0 && i % static_cast<std::size_t>(picture.width) == 0 ? "|" : "";
+      const auto letter = letters.find(picture.pixels[i]);
+      shown += letter != letters.end() ? letter->second : '?';
+    }
+    EXPECT_EQ(shown, rows) << file;
+  }
+}
+
+// By the library's one-call interface, which chooses every conversion by itself.
+Pixels ReadSimply(const Bytes& bytes) {
+  png_image image{};
+  image.version = PNG_IMAGE_VERSION;
+  EXPECT_NE(png_image_begin_read_from_memory(&image, bytes.data(), bytes.size()), 0);
+  image.format = PNG_FORMAT_RGBA;
+  std::vector<std::uint8_t> samples(PNG_IMAGE_SIZE(image));
+  EXPECT_NE(png_image_finish_read(&image, nullptr, samples.data(), 0, nullptr), 0);
+  Pixels pixels;
+  for (std::size_t i = 0; i < samples.size(); i += 4) {
+    pixels.push_back(Premultiply({samples[i], samples[i + 1], samples[i + 2], samples[i + 3]}));
+  }
+  return pixels;
+}
+
+TEST(PngDecoder, EveryKindOfFileShowsTheColorsThatItHolds) {
+  for (const auto& entry : std::filesystem::directory_iterator(PARCHLET_CORPUS "/png")) {
+    const Bytes bytes = ReadWholeFile(entry.path());
+    const bool isEightBitOrLess = std::to_integer<int>(bytes[24]) <= 8;
+    if (isEightBitOrLess && entry.path().filename() != "ChunkOfTwoGigabytes") {
+      EXPECT_EQ(DecodePicture(bytes).pixels, ReadSimply(bytes)) << entry.path();
+    }
+  }
+  // Samples of 16 bits are rounded to the nearest of 8.
+  EXPECT_EQ(DecodePicture(ReadSeed("png/Samples16")).pixels, Pixels{0xFF13FF01});
+}
+
+TEST(JpegDecoder, EachBlockHasItsColor) {
+  // A block of 8 x 8 a colour, side by side; the last two columns are cut off.
+  const Pixels bright = {0xFFFF0000, 0xFF0AC81E, 0xFF0000FF, 0xFFFAFA05};
+  const Pixels greys = {0xFF000000, 0xFF4D4D4D, 0xFFFFFFFF};
+  // White paper, full cyan, full magenta and yellow, a part of black.
+  const Pixels inks = {0xFFFFFFFF, 0xFF00FFFF, 0xFFFF0000, 0xFF646464};
+  for (const std::string file : {"jpeg/Colors", "jpeg/ColorsProgressive", "jpeg/Greys",
+                                 "jpeg/Greys64Scans", "jpeg/InksPlain", "jpeg/InksPrinted"}) {
+    const Pixels& colors = file[5] == 'C' ? bright : file[5] == 'G' ? greys : inks;
+    const Picture picture = DecodePicture(ReadSeed(file));
+    const std::size_t width = colors.size() * 8 - 2;
+    ASSERT_EQ(picture.pixels.size(), width * 8) << file;
+    // At quality 100 one colour comes back within the rounding of two conversions.
+    for (std::size_t i = 0; i < picture.pixels.size(); ++i) {
+      for (const int shift : {0, 8, 16, 24}) {
+        ASSERT_NEAR(picture.pixels[i] >> shift & 0xFF, colors[i % width / 8] >> shift & 0xFF, 2)
+            << file << ", " << i;
+      }
+    }
+  }
+}
+
+bool IsNone(const Picture& picture) {
+  return picture.width == 0 && picture.height == 0 && picture.pixels.empty() &&
+         picture.format == PictureFormat::kUnknown;
+}
+
+bool IsWhole(const Picture& picture) {
+  return IsPictureSizeAllowed(picture.width, picture.height) &&
+         picture.pixels.size() == static_cast<std::size_t>(picture.width) * picture.height;
+}
+
+TEST(DamagedPictures, AFileCutAnywhereFailsAndAChangedOneIsWholeOrNoneAndSaysNothing) {
+  testing::internal::CaptureStdout();
+  testing::internal::CaptureStderr();
+  for (const std::string name :
+       {"png/PngColorAlpha", "png/PngGrey16Interlaced", "png/PngPalette", "jpeg/JpegColor",
+        "jpeg/JpegGreyProgressive", "jpeg/JpegInks", "gif/GifPlain", "gif/GifInterlaced",
+        "bmp/Bmp1", "bmp/Bmp8", "bmp/Bmp16", "bmp/Bmp24", "bmp/BmpRle4", "bmp/BmpRle8"}) {
+    const Bytes bytes = ReadSeed(name);
+    // A reader of the first frame never needs the byte that ends a GIF file.
+    const std::size_t needed = bytes.size() - (name.starts_with("gif") ? 1 : 0);
+    EXPECT_FALSE(IsNone(DecodePicture(bytes))) << name;
+    for (std::size_t i = 0; i < bytes.size(); ++i) {
+      EXPECT_TRUE(i >= needed || IsNone(DecodePicture(std::span(bytes).first(i))))
+          << name << " cut to " << i;
+      for (const int change : {0x01, 0x10, 0x80, 0xFF}) {
+        Bytes changed = bytes;
+        changed[i] ^= static_cast<std::byte>(change);
+        const Picture picture = DecodePicture(changed);
+        EXPECT_TRUE(IsNone(picture) || IsWhole(picture)) << name << " changed at " << i;
+      }
+    }
+  }
+  EXPECT_EQ(testing::internal::GetCapturedStderr(), "");
+  EXPECT_EQ(testing::internal::GetCapturedStdout(), "");
+}
+
+Bytes ReadLarge(const std::string& name) {
+  return ReadWholeFile(PARCHLET_LARGE_PICTURES "/" + name);
+}
+
+// Puts a number at that place of a file, the low byte first.
+Bytes Patched(Bytes bytes, std::size_t offset, std::size_t size, std::uint32_t number) {
+  for (std::size_t i = 0; i < size; ++i) {
+    bytes.at(offset + i) = static_cast<std::byte>(number >> 8 * i);
+  }
+  return bytes;
+}
+
+TEST(DamagedPictures, WhatNoFileMayHoldFails) {
+  const std::uint32_t faults[][3] = {// offset, size, number
+                                     {14, 4, 41}, {18, 4, 0},          {18, 4, 0xFFFFFFFE},
+                                     {22, 4, 0},  {22, 4, 0x80000000}, {28, 2, 7},
+                                     {30, 4, 1},  {30, 4, 3},          {30, 4, 4}};
+  for (const auto& [offset, size, number] : faults) {
+    EXPECT_TRUE(IsNone(DecodePicture(Patched(ReadSeed("bmp/Bmp24"), offset, size, number))))
+        << number << " at " << offset;
+  }
+  const Bytes masked = ReadSeed("bmp/Fields565");
+  EXPECT_TRUE(IsNone(DecodePicture(Patched(masked, 54, 4, 0xF0F)))) << "a mask with a hole";
+  EXPECT_TRUE(IsNone(DecodePicture(Patched(masked, 10, 4, 54)))) << "pixels where masks should be";
+  // 127 scans, and 64 of 16 megapixels and more.
+  EXPECT_TRUE(IsNone(DecodePicture(ReadLarge("JpegScans"))));
+  EXPECT_TRUE(IsNone(DecodePicture(ReadLarge("JpegScannedPixels"))));
+}
+
+// The largest size that the process has had so far, in MB: memory that was asked for counts, used
+// or not.
+long PeakSize() {
+  std::ifstream status("/proc/self/status");
+  std::string word;
+  while (status >> word && word != "VmPeak:") {
+  }
+  status >> word;
+  return std::stol(word) / 1024;
+}
+
+TEST(PictureLimits, WhatIsTooLargeFailsBeforeMemoryIsAskedFor) {
+  constexpr std::uint32_t kSide = 8192;
+  // Height and width, the high byte first.
+  const Bytes jpeg = Patched(ReadSeed("jpeg/Greys"), 94, 4, 0x00200120);
+  const Bytes bmp = Patched(Patched(ReadSeed("bmp/Runs8"), 18, 4, kSide), 22, 4, kSide + 1);
+  const Bytes gif = Patched(ReadSeed("gif/Placed"), 6, 4, (kSide + 1) << 16 | kSide);
+  // Behind the signature and the header, 33 bytes, is a text that unpacks to 7 MB.
+  Bytes texts = ReadLarge("PngText");
+  const Bytes chunk(texts.begin() + 33, texts.end() - 12 - 22);
+  for (int i = 0; i < 60; ++i) {
+    texts.insert(texts.begin() + 33, chunk.begin(), chunk.end());
+  }
+  const long before = PeakSize();
+  for (const Bytes& file : {ReadLarge("PngOneRowTooMany"), jpeg, bmp, gif, ReadLarge("GifFrame"),
+                            ReadSeed("png/ChunkOfTwoGigabytes")}) {
+    EXPECT_TRUE(IsNone(DecodePicture(file)));
+    EXPECT_LT(PeakSize() - before, 100);
+  }
+  EXPECT_EQ(DecodePicture(texts).pixels, std::vector{0xFFFFFFFFU});
+  EXPECT_LT(PeakSize() - before, 100) << "texts were unpacked";
+  EXPECT_EQ(DecodePicture(ReadLarge("PngWidestRow")).width, 1'000'000);
+}
+
+}  // namespace
