@@ -1,6 +1,7 @@
 // XServer.h - a real X server without a screen, with a compositor and a pointer on wish.
 #pragma once
 
+#include <sys/wait.h>
 #include <unistd.h>
 
 #include <chrono>
