@@ -20,20 +20,24 @@ int Annotation::Draw(Gdiplus::Graphics* graphics, CurrentAnnotPageSize size, boo
   if (graphics == nullptr) {
     return 0;
   }
-  MutexLock lock(state->mutex);
-  if (!state->points.HasTwo()) {
-    return 1;
-  }
-  try {
-    KindOf(type, subType).draw(state->points, {pen, state->picture.get()}, *graphics, size);
-  } catch (...) {
-    state->PublishReach();  // pixels may have changed before memory ran out
-    throw;
-  }
-  if (state->points.TakeChange()) {
-    state->PublishReach();
-  }
+  state->Paint(*graphics, size);
   return 1;
+}
+
+bool Annotation::State::Paint(Gdiplus::Graphics& graphics, CurrentAnnotPageSize size) {
+  MutexLock lock(mutex);
+  if (points.HasTwo()) {
+    try {
+      Kind().draw(points, {header.pen, picture.get()}, graphics, size);
+    } catch (...) {
+      PublishReach();  // pixels may have changed before memory ran out
+      throw;
+    }
+    if (points.TakeChange()) {
+      PublishReach();
+    }
+  }
+  return WantsTip();
 }
 
 int Annotation::SetRectEx(CurrentAnnotPageSize size) {

@@ -144,7 +144,7 @@ POINT Annotation::State::AnchorPixel() const {
 Annotation::State::TipSubject Annotation::State::GetTipSubject() const {
   MutexLock lock(mutex);
   TipSubject subject;
-  if (header.nickname.empty() || header.tipVisible == 0) {
+  if (!WantsTip()) {
     return subject;
   }
   subject.isWanted = true;

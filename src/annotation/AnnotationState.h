@@ -66,6 +66,9 @@ class Annotation::State {
 
   // --- Painting ---
 
+  // Draws the mark, if it has two points. Returns whether a nickname tip may stand beside it, so
+  // that a frame takes the lock of a mark without one once.
+  bool Paint(Gdiplus::Graphics& graphics, CurrentAnnotPageSize size) PARCHLET_EXCLUDES(mutex);
   // What the nickname tip beside the mark needs to know; nothing but `isWanted` when no tip is
   // wanted.
   struct TipSubject {
@@ -88,6 +91,9 @@ class Annotation::State {
 
   const MarkKind& Kind() const PARCHLET_REQUIRES(mutex) {
     return KindOf(header.type, header.subType);
+  }
+  bool WantsTip() const PARCHLET_REQUIRES(mutex) {
+    return header.tipVisible != 0 && !header.nickname.empty();
   }
   Snapshot TakeSnapshot() const PARCHLET_EXCLUDES(mutex);
   void CopyAnnotation(const State& source) PARCHLET_EXCLUDES(mutex);

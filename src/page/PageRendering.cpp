@@ -32,13 +32,16 @@ void AnnotationPage::DrawConfirmed(Gdiplus::Graphics& graphics) {
   const bool hasSelection = !selection.Selected().empty();
   for (const PaintOrderEntry& entry : store.PaintOrder()) {
     Annotation& annotation = *entry.annotation;
+    bool mayHaveTip = true;
     if (annotation.IsErased() == 0) {
-      annotation.Draw(&graphics, GetSize(), false);
+      mayHaveTip = MarkState::Of(annotation).Paint(graphics, GetSize());
       if (hasSelection && selection.Holds(annotation)) {
         annotation.DrawRectEx(&graphics, GetSize());
       }
     }
-    DrawTipOf(annotation, graphics);
+    if (mayHaveTip) {
+      DrawTipOf(annotation, graphics);
+    }
   }
 }
 

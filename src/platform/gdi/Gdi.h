@@ -1,13 +1,12 @@
 // Device contexts and the pixel sections selected into them.
 #pragma once
 
-#include <cstddef>
 #include <cstdint>
-#include <memory>
-#include <new>
 #include <vector>
 
 #include <parchlet/Platform.h>
+
+#include "platform/gdi/PixelView.h"
 
 inline constexpr DWORD BI_RGB = 0;
 inline constexpr UINT DIB_RGB_COLORS = 0;
@@ -37,25 +36,6 @@ struct BITMAPINFO {
   BITMAPINFOHEADER bmiHeader;
   RGBQUAD bmiColors[1];
 };
-
-// A view of pixels: premultiplied 0xAARRGGBB, rows top-down, no gap between rows.
-struct PixelView {
-  std::uint32_t* pixels = nullptr;
-  int width = 0;
-  int height = 0;
-
-  std::ptrdiff_t StrideBytes() const { return static_cast<std::ptrdiff_t>(width) * 4; }
-};
-
-// Pixels start on a cache line, so that the painter's vectors cross as few lines as they can.
-inline constexpr std::align_val_t kPixelAlignment{64};
-struct FreePixels {
-  void operator()(std::uint32_t* pixels) const { operator delete[](pixels, kPixelAlignment); }
-};
-using PixelMemory = std::unique_ptr<std::uint32_t[], FreePixels>;
-
-// Returns zeroed pixels; null if memory runs out.
-PixelMemory AllocatePixels(std::size_t count);
 
 // A pixel section. The maker deletes it with DeleteObject, not while it is selected.
 struct PixelSection {

@@ -6,7 +6,9 @@
 #include <string>
 #include <string_view>
 
-#include "platform/gdi/Gdi.h"
+#include <parchlet/Platform.h>
+
+#include "platform/gdi/PixelView.h"
 
 struct TextStyle {
   std::string family;  // an installed one, UTF-8; see FindFontFamily
