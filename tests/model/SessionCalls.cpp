@@ -78,7 +78,7 @@ void Session::Refresh() {
 
 void Session::PassTime() {
   if (!isPaintedAtOnce) {
-    tick += any.OneOf({1U, 40U, 1999U, 2000U, 2960U, 5000U, 7999U, 8000U});
+    tick += any.OneOf({1U, 40U, 1999U, 2000U, 2999U, 5000U, 7999U, 8000U});
     Trace("the time is", tick);
     clock.Set(tick);
   }
