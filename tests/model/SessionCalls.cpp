@@ -88,10 +88,12 @@ void Session::ChangeSettings() {
   const std::uint32_t word = any.Word();
   const unsigned width = any.OneIn(4) ? any.Word() : static_cast<unsigned>(any.Below(40));
   const auto type = static_cast<AnnotationType>(any.OneIn(12) ? any.Below(8) - 2 : 1);
+  const std::string userId = any.UserId();
+  const std::string subId = any.UserSubId();
   const auto setKind = [&] { Both(CALL(SetAnnotationType, type, any.SubType())); };
   any.DoOneOf(
       {setKind, setKind, [&] { Both(CALL(SetPen, word, width)); },
-       [&] { Both(CALL(SetUserInfo, any.UserId(), any.UserSubId(), any.Name())); },
+       [&] { Both(CALL(SetUserInfo, userId, subId, any.Name())); },
        [&] { Both(CALL(SetPageBackgroundColor, word)); },
        [&] { Same("tip", engine->SetNicknameTip(word, width % 30, "no such font", word), 1); }});
 }
@@ -109,12 +111,13 @@ void Session::StartAndStop() {
 
 void Session::ChangeDocuments() {
   const Known at = AnyPage();
+  const std::string creator = any.UserId();
   if (any.OneIn(2)) {
     Both(CALL(DelPage, at.doc, at.page));
   } else if (any.OneIn(plain.current ? 12 : 2)) {
     Both(CALL(DelDoc, any.DocId()));
   } else {  // only a new document becomes the current one
-    Both(CALL(NewDoc, any.UserId(), any.DocId()));
+    Both(CALL(NewDoc, creator, any.DocId()));
   }
 }
 
@@ -237,7 +240,8 @@ void Session::SavePage() {
 void Session::StartSelecting() {
   const Known at = AnyPage();
   const std::string author = any.OneIn(3) ? AnyAuthorOn(at.plain) : "";
-  BothOn(at, CALL(StartSelecting, author, any.UserSubId(), any.Point()));
+  const POINT point = any.Point();
+  BothOn(at, CALL(StartSelecting, author, any.UserSubId(), point));
 }
 
 // Chance alone would seldom press on a mark that is selected, and drag it.

@@ -213,7 +213,8 @@ void Session::ChangeAMark() {
     }
   };
   const auto insert = [&] {
-    both(CALL(InsertPoints, static_cast<unsigned>(any.SubModel()), any.PeerPoints({60, 40})));
+    const auto list = any.PeerPoints({60, 40});
+    both(CALL(InsertPoints, static_cast<unsigned>(any.SubModel()), list));
   };
   any.DoOneOf(
       {age, insert, turn, [&] { both(CALL(Erase, any.Below(3))); },
