@@ -3,6 +3,7 @@
 
 #include <cstdint>
 #include <functional>
+#include <iterator>
 #include <limits>
 #include <string>
 #include <vector>
@@ -24,12 +25,13 @@ class Decisions {
   std::uint32_t Word() { return static_cast<std::uint32_t>(next()) << 24 | next() << 8 | next(); }
   template <class Choices>
   const auto& OneOf(const Choices& choices) {
-    return *(choices.begin() + Below(static_cast<int>(choices.size())));
+    return *std::next(choices.begin(), Below(static_cast<int>(choices.size())));
   }
   template <class T>
   T OneOf(std::initializer_list<T> choices) {
     return *(choices.begin() + Below(static_cast<int>(choices.size())));
   }
+  void DoOneOf(std::initializer_list<std::function<void()>> acts) { OneOf(acts)(); }
 
   Id DocId() { return OneOf<Id>({"d1", "d1", "d1", "d1", "d2", "d2", "", HugeId()}); }
   Id PageId() { return OneOf<Id>({"p1", "p1", "p1", "p2", "p2", "p3", "", ZeroId()}); }
@@ -39,7 +41,7 @@ class Decisions {
     return OneIn(10) ? OneOf<Id>({"", HugeId(), ZeroId()})
                      : Id(1, static_cast<char>('a' + Below(26)));
   }
-  std::string Name() { return OneOf<Id>({"", "Ada", "\xE5\xAE\x89", "\xE5", HugeId()}); }
+  Id Name() { return OneOf<Id>({"", "Ada", "\xE5\xAE\x89", "\xE5", HugeId()}); }
 
   std::int32_t SubModel() {
     return OneOf({0, 0, 0, 0, 0, 0, 0, 1, 1, 2, 3, -1, kLowest, kHighest, 5, 0, -2, 65536});
@@ -52,11 +54,37 @@ class Decisions {
   }
 
   // Mostly on a page of 60 x 40 pixels.
-  POINT Point();
-  AnnotationPoint PeerPoint(CurrentAnnotPageSize size);
-  std::vector<AnnotationPoint> PeerPoints(CurrentAnnotPageSize size);
+  POINT Point() {
+    const LONG x = Pixel(60);
+    return {x, Pixel(40)};
+  }
+  AnnotationPoint PeerPoint(CurrentAnnotPageSize size) {
+    const POINT pixel = Point();
+    const double x = Ratio(pixel.x, size.width);
+    return {pixel.x, pixel.y, x, Ratio(pixel.y, size.height)};
+  }
+  std::vector<AnnotationPoint> PeerPoints(CurrentAnnotPageSize size) {
+    const int count = OneIn(12) ? Below(80) : OneIn(4) ? Below(2) : 2 + Below(4);
+    std::vector<AnnotationPoint> points(static_cast<std::size_t>(count));
+    for (AnnotationPoint& point : points) {
+      point = PeerPoint(size);
+    }
+    return points;
+  }
   // Never half huge: a section that is only large could be had or not.
-  AnnotationPageInfo Geometry();
+  AnnotationPageInfo Geometry() {
+    AnnotationPageInfo info = {Below(3), Below(3),     60 + Below(3), 40 + Below(3),
+                               OneIn(4), {0, 0, 9, 9}, Word()};
+    if (OneIn(8)) {
+      info.viewRect = OneIn(2) ? RECT{5, 5, 5, 5} : RECT{kHighest, kHighest, kLowest, kLowest};
+    }
+    if (OneIn(48)) {
+      info.width = info.height = OneOf({0, -1, kLowest, kHighest});
+    } else if (OneIn(16)) {
+      info.height = OneOf({0, -5, kLowest});
+    }
+    return info;
+  }
 
  private:
   static constexpr std::int32_t kLowest = std::numeric_limits<std::int32_t>::min();
@@ -64,8 +92,17 @@ class Decisions {
 
   static Id HugeId() { return Id(5000, 'h'); }
   static Id ZeroId() { return {"z\0y", 3}; }
-  LONG Pixel(int extent);
-  double Ratio(LONG pixel, LONG extent);
+  LONG Pixel(int extent) {
+    return !OneIn(64) ? Below(extent + 8) - 4
+                      : OneOf<LONG>({kLowest, kHighest, -kHighest, 1 << 20, -(1 << 20), 1 << 24,
+                                     46341, -1000, kHighest - 1, 5000});
+  }
+  double Ratio(LONG pixel, LONG extent) {
+    using Limits = std::numeric_limits<double>;
+    return !OneIn(64) ? static_cast<double>(pixel) / extent
+                      : OneOf({Limits::quiet_NaN(), Limits::infinity(), -Limits::infinity(),
+                               Limits::max(), -1e300, -0.0, Limits::denorm_min(), -0.004, 3e7});
+  }
 
   std::function<std::uint8_t()> next;
 };

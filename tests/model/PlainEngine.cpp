@@ -2,54 +2,38 @@
 
 #include <algorithm>
 
-PlainPage* PlainEngine::Document::WithIndex(int index) {
-  for (auto& [pageId, page] : pages) {
-    if (page.index == index) {
-      return &page;
-    }
-  }
-  return nullptr;
-}
-
 // An id is logged up to its first zero byte.
 void PlainEngine::Record(const Id& function, const Id& text, const Id& id) {
   log.push_back("0 Parchlet::" + function + ": " + text + id.substr(0, id.find('\0')));
 }
 
+void PlainEngine::Destroy() {
+  if (std::exchange(isInitialised, false)) {
+    hasActiveWindow = false;
+    current = nullptr;
+    documents.clear();
+  }
+}
+
 void PlainEngine::SetPen(unsigned long color, unsigned width) {
-  pen.color = static_cast<std::uint32_t>(color);
-  pen.width = width == 0 ? 1 : width > 30 ? 30 : static_cast<std::int32_t>(width);
+  own.pen.color = static_cast<std::uint32_t>(color);
+  own.pen.width = width == 0 ? 1 : width > 30 ? 30 : static_cast<std::int32_t>(width);
 }
 
-void PlainEngine::SetAnnotationType(AnnotationType newType, AnnotationSubType newSubType) {
-  if (newType >= 1 && newType <= 4) {
-    type = newType;
-  }
-  if (newSubType >= 0 && newSubType <= 23) {
-    subType = newSubType;
-  }
+void PlainEngine::SetAnnotationType(AnnotationType type, AnnotationSubType subType) {
+  own.type = type >= 1 && type <= 4 ? type : own.type;
+  own.subType = subType >= 0 && subType <= 23 ? subType : own.subType;
 }
 
-void PlainEngine::SetUserInfo(const Id& newUserId, const Id& newUserSubId, const Id& newNickname) {
-  if (!newUserId.empty()) {
-    userId = newUserId;
-  }
-  userSubId = newUserSubId;
-  nickname = newNickname;
+void PlainEngine::SetUserInfo(const Id& userId, const Id& userSubId, const Id& nickname) {
+  own.userId = userId.empty() ? own.userId : userId;
+  own.userSubId = userSubId;
+  own.nickname = nickname;
 }
 
 int PlainEngine::SetPageBackgroundColor(unsigned color) {
   backgroundColor = color;
   return CurrentPage() != nullptr ? 1 : 0;
-}
-
-void PlainEngine::Destroy() {
-  if (isInitialised) {
-    hasActiveWindow = false;
-    current.reset();
-    documents.clear();
-    isInitialised = false;
-  }
 }
 
 PlainEngine::Document* PlainEngine::FindDoc(const Id& docId) {
@@ -65,32 +49,43 @@ int PlainEngine::NewDoc(const Id& creator, const Id& docId) {
     Record("NewDoc", "doc is already exist, docid=", docId);
     return 1;
   }
-  documents[docId] = {docId, creator, {}, {}};
-  current = docId;
+  current = &documents[docId];
+  *current = {docId, creator, {}, nullptr};
   return 1;
 }
 
 int PlainEngine::DelDoc(const Id& docId) {
-  if (FindDoc(docId) == nullptr) {
+  const Document* document = FindDoc(docId);
+  if (document == nullptr) {
     return 0;
   }
-  if (current == docId) {
-    current.reset();
-  }
+  current = current == document ? nullptr : current;
   documents.erase(docId);
   return 1;
 }
 
-PlainPage* PlainEngine::FindPage(const Id& docId, const Id& pageId) {
-  Document* document = FindDoc(docId);
-  if (document == nullptr) {
-    return nullptr;
+int PlainEngine::GetDocCreator(const Id& docId, Id& creator) {
+  const Document* document = FindDoc(docId);
+  creator = document != nullptr ? document->creator : creator;
+  return document != nullptr ? 1 : 0;
+}
+
+PlainPage* PlainEngine::In(const Document* document, const Id& pageId) {
+  for (int i = 0; i < CountPages(document); ++i) {
+    if (document->pages[i]->id == pageId) {
+      return document->pages[i].get();
+    }
   }
-  if (document->pages.contains(pageId)) {
-    return &document->pages.at(pageId);
-  }
-  Record("GetPagePtr", "page does not exist, pageid=", pageId);
   return nullptr;
+}
+
+PlainPage* PlainEngine::FindPage(const Id& docId, const Id& pageId) {
+  const Document* document = FindDoc(docId);
+  PlainPage* page = In(document, pageId);
+  if (document != nullptr && page == nullptr) {
+    Record("GetPagePtr", "page does not exist, pageid=", pageId);
+  }
+  return page;
 }
 
 int PlainEngine::NewPage(const Id& docId, const Id& pageId, const Id& creator, bool hasWindow,
@@ -114,43 +109,29 @@ int PlainEngine::NewPage(const Id& docId, const Id& pageId, const Id& creator, b
     return 0;
   }
   info.backgroundColor = backgroundColor;
-  PlainPage page(info);
-  page.id = pageId;
-  page.creator = creator;
-  page.index = static_cast<int>(document->pages.size()) + 1;
-  document->pages.emplace(pageId, page);
-  document->current = pageId;
+  document->pages.push_back(std::make_shared<PlainPage>(info));
+  document->current = document->pages.back().get();
+  document->current->id = pageId;
+  document->current->creator = creator;
+  document->current->index = CountPages(document);
   return 1;
 }
 
 int PlainEngine::DelPage(const Id& docId, const Id& pageId) {
   Document* document = FindDoc(docId);
-  if (document == nullptr || !document->pages.contains(pageId)) {
+  const PlainPage* gone = In(document, pageId);
+  if (gone == nullptr) {
     return 0;
   }
-  const int index = document->pages.at(pageId).index;
-  document->pages.erase(pageId);
-  for (auto& [id, page] : document->pages) {
-    page.index -= page.index > index ? 1 : 0;
+  const bool wasCurrent = document->current == gone;
+  document->pages.erase(document->pages.begin() + gone->index - 1);
+  for (int i = 0; i < CountPages(document); ++i) {
+    document->pages[i]->index = i + 1;
   }
-  if (document->current == pageId) {
-    document->current.reset();
-    if (const PlainPage* first = document->WithIndex(1)) {
-      document->current = first->id;
-    }
+  if (wasCurrent) {
+    document->current = document->pages.empty() ? nullptr : document->pages.front().get();
   }
   return 1;
-}
-
-int PlainEngine::GetDocCreator(const Id& docId, Id& creator) {
-  const Document* document = FindDoc(docId);
-  creator = document != nullptr ? document->creator : creator;
-  return document != nullptr ? 1 : 0;
-}
-
-int PlainEngine::GetPageCount(const Id& docId) {
-  const Document* document = FindDoc(docId);
-  return document != nullptr ? static_cast<int>(document->pages.size()) : 0;
 }
 
 int PlainEngine::GetPageIndex(const Id& docId, const Id& pageId) {
@@ -174,106 +155,79 @@ int PlainEngine::GetPageCreator(const Id& docId, const Id& pageId, char* buffer,
 
 int PlainEngine::GetPageSize(const Id& docId, const Id& pageId, AnnotationPageInfo& info,
                              bool initial) {
-  return On(FindPage(docId, pageId), [&](const PlainPage& page) {
-    info = initial ? page.initial : page.now;
-    return 1;
-  });
-}
-
-int PlainEngine::UpdatePage(const Id& docId, const Id& pageId, AnnotationPageInfo info,
-                            bool resize) {
-  return On(FindPage(docId, pageId), [&](PlainPage& page) { return page.Update(info, resize); });
+  const PlainPage* page = FindPage(docId, pageId);
+  info = page == nullptr ? info : initial ? page->initial : page->now;
+  return page != nullptr ? 1 : 0;
 }
 
 int PlainEngine::SetCurrentPage(const Id& docId, const Id& pageId) {
-  if (FindPage(docId, pageId) == nullptr) {
+  PlainPage* page = FindPage(docId, pageId);
+  if (page == nullptr) {
     return 0;
   }
-  documents.at(docId).current = pageId;
+  documents.at(docId).current = page;
   return 1;
 }
 
 void PlainEngine::GetCurrentPageInfo(Id& doc, Id& page) {
-  const PlainPage* now = CurrentPage();
-  doc = current.value_or(doc);
-  page = now != nullptr ? now->id : page;
-}
-
-PlainPage* PlainEngine::CurrentPage() {
-  return current ? documents.at(*current).Current() : nullptr;
+  doc = current != nullptr ? current->id : doc;
+  page = CurrentPage() != nullptr ? CurrentPage()->id : page;
 }
 
 PlainEngine::Id PlainEngine::Goto(int index) {
-  PlainPage* page = current ? documents.at(*current).WithIndex(index) : nullptr;
-  if (page == nullptr) {
+  if (index < 1 || index > CountPages(current)) {
     return "";
   }
-  documents.at(*current).current = page->id;
-  return page->id;
-}
-
-PlainEngine::Id PlainEngine::GotoLastPage(const Id& /*doc*/) {
-  return Goto(current ? static_cast<int>(documents.at(*current).pages.size()) : 0);
-}
-
-PlainEngine::Id PlainEngine::GotoNextPage(const Id& /*doc*/) {
-  const PlainPage* page = CurrentPage();
-  return page != nullptr ? Goto(page->index + 1) : "";
-}
-
-PlainEngine::Id PlainEngine::GotoPreviousPage(const Id& /*doc*/) {
-  const PlainPage* page = CurrentPage();
-  return page != nullptr ? Goto(page->index - 1) : "";
+  current->current = current->pages[index - 1].get();
+  return current->current->id;
 }
 
 PlainEngine::Id PlainEngine::GotoPage(const Id& /*doc*/, int index) {
-  const int count = current ? static_cast<int>(documents.at(*current).pages.size()) : 0;
-  return Goto(index < 1 ? 1 : std::min(index, count));
+  return Goto(std::max(1, std::min(index, CountPages(current))));
 }
 
 int PlainEngine::GotoPage(const Id& /*doc*/, const Id& pageId) {
-  if (!current || !documents.at(*current).pages.contains(pageId)) {
+  PlainPage* page = In(current, pageId);
+  if (page == nullptr) {
     return 0;
   }
-  documents.at(*current).current = pageId;
+  current->current = page;
   return 1;
 }
 
-PlainPage* PlainEngine::PageForDrawing(const Id& docId, const Id& pageId, POINT at) {
-  PlainPage* page = type == AnnotationTypeDrawing ? FindPage(docId, pageId) : nullptr;
-  return page != nullptr && page->Holds(at) ? page : nullptr;
-}
-
-PlainMarkPtr PlainEngine::NewMark(AnnotationType newType, AnnotationSubType newSubType) const {
-  auto mark = std::make_shared<PlainMark>();
-  mark->pen = pen;
-  mark->type = newType;
-  mark->subType = newSubType;
-  mark->userId = userId;
-  mark->userSubId = userSubId;
-  mark->nickname = nickname;
-  return mark;
+int PlainEngine::StartDrawing(const Id& docId, const Id& pageId, POINT at) {
+  PlainPage* page = own.type == AnnotationTypeDrawing ? FindPage(docId, pageId) : nullptr;
+  if (page == nullptr || !page->Holds(at)) {
+    return 0;
+  }
+  page->AddLocal(std::make_shared<PlainMark>(own));
+  page->drawing->AddPoint(page->At(at));
+  return 1;
 }
 
 PlainMarkPtr PlainEngine::Drawing() {
-  const PlainPage* page = hasActiveWindow ? CurrentPage() : nullptr;
-  const bool isDrawn =
-      page != nullptr && page->drawing != nullptr && page->drawing->type == AnnotationTypeDrawing;
-  return isDrawn ? page->drawing : nullptr;
+  const PlainMarkPtr mark = CurrentPage() != nullptr ? CurrentPage()->drawing : nullptr;
+  return mark != nullptr && mark->type == AnnotationTypeDrawing ? mark : nullptr;
 }
 
-void PlainEngine::GreetOwn(PlainMark& mark) const {
-  if (mark.userId == userId && mark.userSubId == userSubId) {
-    mark.nickname = nickname;
+int PlainEngine::MoveDrawing(POINT at) {
+  const PlainMarkPtr mark = Drawing();
+  if (mark != nullptr) {
+    mark->AddPoint(CurrentPage()->At(at));
   }
+  return mark != nullptr ? 1 : 0;
 }
 
-PlainPage* PlainEngine::ActivePage(const Id& doc, const Id& page) {
-  return hasActiveWindow ? FindPage(doc, page) : nullptr;
+int PlainEngine::EndDrawing() {
+  if (Drawing() == nullptr) {
+    return 0;
+  }
+  CurrentPage()->drawing = nullptr;
+  return 1;
 }
 
 PlainEngine::Id PlainEngine::GetCurrentAnnotationInfo(Id& doc, Id& page) {
   GetCurrentPageInfo(doc, page);
-  return On(CurrentPage(),
-            [](const PlainPage& now) { return now.drawing != nullptr ? now.drawing->id : Id(); });
+  const PlainMarkPtr mark = CurrentPage() != nullptr ? CurrentPage()->drawing : nullptr;
+  return mark != nullptr ? mark->annotationId : "";
 }

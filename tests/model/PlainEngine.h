@@ -2,33 +2,31 @@
 #pragma once
 
 #include <map>
-#include <optional>
+#include <memory>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "model/PlainPage.h"
 
-// Answers calls as Parchlet does. `log` takes the records of each call as "LEVEL FUNCTION:
-// MESSAGE".
+// Answers calls as Parchlet does, with operations of the same names; those on one page are the
+// page's own.
 class PlainEngine {
  public:
   using Id = std::string;
 
   struct Document {
-    std::string id, creator;
-    std::map<std::string, PlainPage> pages;
-    std::optional<std::string> current;  // a page's id
-
-    PlainPage* Current() { return current ? &pages.at(*current) : nullptr; }
-    PlainPage* WithIndex(int index);
+    Id id, creator;
+    std::vector<std::shared_ptr<PlainPage>> pages;  // in the order of their indices
+    PlainPage* current = nullptr;
   };
 
-  // --- As the interface has them ---
+  int Init() { return std::exchange(isInitialised, true) ? 0 : 1; }
+  void Destroy();
   void SetPen(unsigned long color, unsigned width);
   void SetAnnotationType(AnnotationType type, AnnotationSubType subType);
   void SetUserInfo(const Id& userId, const Id& userSubId, const Id& nickname);
   int SetPageBackgroundColor(unsigned color);
-  void Destroy();
 
   int NewDoc(const Id& creator, const Id& doc);
   int DelDoc(const Id& doc);
@@ -36,59 +34,57 @@ class PlainEngine {
   int GetDocCreator(const Id& doc, Id& creator);
   int IsDocExist(const Id& doc) { return FindDoc(doc) != nullptr ? 1 : 0; }
 
+  // `isUsable` tells whether the window and the section can be had.
+  int NewPage(const Id& doc, const Id& page, const Id& creator, bool hasWindow, bool isUsable,
+              AnnotationPageInfo info);
   int DelPage(const Id& doc, const Id& page);
-  int GetPageCount(const Id& doc);
+  int GetPageCount(const Id& doc) { return CountPages(FindDoc(doc)); }
   int GetPageIndex(const Id& doc, const Id& page);
   int GetPageCreator(const Id& doc, const Id& page, char* buffer, int size);
   int GetPageSize(const Id& doc, const Id& page, AnnotationPageInfo& info, bool initial);
-  int UpdatePage(const Id& doc, const Id& page, AnnotationPageInfo info, bool resize);
 
   int SetCurrentPage(const Id& doc, const Id& page);
   void GetCurrentPageInfo(Id& doc, Id& page);
   Id GotoFirstPage(const Id& /*doc*/) { return Goto(1); }
-  Id GotoLastPage(const Id& doc);
-  Id GotoNextPage(const Id& doc);
-  Id GotoPreviousPage(const Id& doc);
+  Id GotoLastPage(const Id& /*doc*/) { return Goto(CountPages(current)); }
+  Id GotoNextPage(const Id& /*doc*/) { return Step(1); }
+  Id GotoPreviousPage(const Id& /*doc*/) { return Step(-1); }
   Id GotoPage(const Id& doc, int index);
   int GotoPage(const Id& doc, const Id& page);
 
+  int StartDrawing(const Id& doc, const Id& page, POINT at);
+  int MoveDrawing(POINT at);
+  int EndDrawing();
   Id GetCurrentAnnotationInfo(Id& doc, Id& page);
+  int MoveSelecting(POINT at) {
+    return CurrentPage() != nullptr ? CurrentPage()->MoveSelecting(at) : 0;
+  }
+  int EndSelecting() { return CurrentPage() != nullptr ? CurrentPage()->EndSelecting() : 0; }
 
   // --- What the interface does otherwise ---
   Document* FindDoc(const Id& doc);
   PlainPage* FindPage(const Id& doc, const Id& page);
-  PlainPage* CurrentPage();
-  // `isUsable` tells whether the window and the section can be had.
-  int NewPage(const Id& doc, const Id& page, const Id& creator, bool hasWindow, bool isUsable,
-              AnnotationPageInfo info);
-  // The page to draw on, or null.
-  PlainPage* PageForDrawing(const Id& doc, const Id& page, POINT at);
-  // A mark of the local user, without an id.
-  PlainMarkPtr NewMark(AnnotationType type, AnnotationSubType subType) const;
-  void GreetOwn(PlainMark& mark) const;
-  // The mark that a pointer event extends or ends.
-  PlainMarkPtr Drawing();
-  // The page, once any window has been given to one.
-  PlainPage* ActivePage(const Id& doc, const Id& page);
-  // The result of `act` on the page, or 0, none, null.
-  template <class Act>
-  static auto On(PlainPage* page, const Act& act) {
-    return page != nullptr ? act(*page) : decltype(act(*page)){};
-  }
+  PlainPage* CurrentPage() const { return current != nullptr ? current->current : nullptr; }
 
-  std::map<std::string, Document> documents;
-  std::optional<std::string> current;  // a document's id
-  std::string userId, userSubId, nickname;
-  AnnotationPen pen = {0xFF000000, 6, 0};
-  AnnotationType type = AnnotationTypeDrawing;
-  AnnotationSubType subType = AnnotationSubTypePath;
-  unsigned backgroundColor = 0xFFFFFFFF;
-  bool hasActiveWindow = false;
+  std::map<Id, Document> documents;
+  Document* current = nullptr;
   bool isInitialised = false;
-  std::vector<std::string> log;
+  bool hasActiveWindow = false;  // some page has been given one
+  PlainMark own;                 // what a new mark of the local user has
+  std::vector<std::string> log;  // the records of each call, as "LEVEL FUNCTION: MESSAGE"
 
  private:
+  static int CountPages(const Document* document) {
+    return document != nullptr ? static_cast<int>(document->pages.size()) : 0;
+  }
+  // Without a record; null when there is none.
+  static PlainPage* In(const Document* document, const Id& page);
   // The id of the page with that index, now current, or the empty string.
   Id Goto(int index);
-  void Record(const std::string& function, const std::string& text, const std::string& id);
+  Id Step(int way) { return CurrentPage() != nullptr ? Goto(CurrentPage()->index + way) : ""; }
+  // The mark that a pointer event extends or ends.
+  PlainMarkPtr Drawing();
+  void Record(const Id& function, const Id& text, const Id& id);
+
+  unsigned backgroundColor = 0xFFFFFFFF;
 };

@@ -1,11 +1,9 @@
-#include "model/PlainMark.h"
-
 #include <algorithm>
-#include <limits>
 
 #include <parchlet/Utils.h>
 
 #include "annotation/PixelMath.h"
+#include "model/PlainPage.h"
 
 namespace {
 
@@ -15,51 +13,32 @@ void Convert(AnnotationPoint& point, CurrentAnnotPageSize size) {
   point.y = pixel.y;
 }
 
+// To two pixels at least.
 void Widen(LONG& low, LONG& high) {
   if (std::int64_t{high} - low < 2) {
-    low = low == std::numeric_limits<LONG>::min() ? low : low - 1;
-    high = high == std::numeric_limits<LONG>::max() ? high : high + 1;
+    low = SaturatingPixel(std::int64_t{low} - 1);
+    high = SaturatingPixel(std::int64_t{high} + 1);
   }
-}
-
-// Whether `isHit` says yes to a connected segment.
-template <class IsHit>
-bool AnySegment(const PlainMark& mark, const IsHit& isHit) {
-  for (unsigned number = 0; number < mark.ConnectedCount(); ++number) {
-    const std::vector<AnnotationPoint>& list = mark.points.at(number);
-    for (std::size_t i = 1; i < list.size(); ++i) {
-      if (isHit(POINT{list[i - 1].x, list[i - 1].y}, POINT{list[i].x, list[i].y})) {
-        return true;
-      }
-    }
-  }
-  return false;
 }
 
 }  // namespace
 
-unsigned PlainMark::ConnectedCount() const {
-  unsigned count = 0;
-  while (points.contains(count)) {
-    ++count;
-  }
-  return count;
-}
-
 bool PlainMark::IsPath() const {
-  static constexpr int kShapes[] = {AnnotationSubTypeLine, AnnotationSubTypeEllipse,
-                                    AnnotationSubTypeRectangle, AnnotationSubTypeTriangle,
-                                    AnnotationSubTypeRightTriangle};
-  return !IsPicture() &&
-         std::find(std::begin(kShapes), std::end(kShapes), subType) == std::end(kShapes);
+  return type != AnnotationTypePicture && subType != AnnotationSubTypeLine &&
+         subType != AnnotationSubTypeEllipse && subType != AnnotationSubTypeRectangle &&
+         subType != AnnotationSubTypeTriangle && subType != AnnotationSubTypeRightTriangle;
 }
 
-bool PlainMark::HasTwoPoints() const {
-  return points.contains(0) && points.at(0).size() >= 2;
+std::vector<PlainMark::PointList*> PlainMark::Connected() {
+  std::vector<PointList*> lists;
+  while (points.contains(static_cast<unsigned>(lists.size()))) {
+    lists.push_back(&points.at(static_cast<unsigned>(lists.size())));
+  }
+  return lists;
 }
 
 void PlainMark::AddPoint(const AnnotationPoint& point) {
-  std::vector<AnnotationPoint>& list = points[0];
+  PointList& list = points[0];
   if (!IsPath() && list.size() >= 2) {
     list[1] = point;
   } else {
@@ -67,12 +46,12 @@ void PlainMark::AddPoint(const AnnotationPoint& point) {
   }
 }
 
-void PlainMark::Move(const AnnotationPoint& to) {
+void PlainMark::Moving(const AnnotationPoint& to) {
   const double dx = to.xRatio - origin.xRatio;
   const double dy = to.yRatio - origin.yRatio;
   origin = to;
-  for (unsigned number = 0; number < ConnectedCount(); ++number) {
-    for (AnnotationPoint& point : points.at(number)) {
+  for (PointList* list : Connected()) {
+    for (AnnotationPoint& point : *list) {
       point.xRatio += dx;
       point.yRatio += dy;
     }
@@ -80,12 +59,10 @@ void PlainMark::Move(const AnnotationPoint& to) {
 }
 
 void PlainMark::Renumber(unsigned subModel) {
-  const std::vector<AnnotationPoint> list =
-      points.contains(0) ? points.at(0) : std::vector<AnnotationPoint>();
-  const bool hadNone = !points.contains(0);
-  points.erase(0);
-  if (!hadNone || !points.contains(subModel)) {
-    points[subModel] = list;
+  const auto first = points.extract(0);
+  PointList& list = points[subModel];
+  if (!first.empty()) {
+    list = first.mapped();
   }
 }
 
@@ -95,16 +72,15 @@ void PlainMark::TakeOver(const PlainMark& source) {
   copy.tempStartTick = tempStartTick;
   copy.object = object;
   copy.isOwned = isOwned;
-  for (auto& [number, list] : source.points) {
-    if (number >= source.ConnectedCount() || list.empty()) {
-      copy.points.erase(number);
-    }
-  }
+  const std::size_t connected = copy.Connected().size();
+  std::erase_if(copy.points, [&](const auto& subModel) {
+    return subModel.first >= connected || subModel.second.empty();
+  });
   *this = copy;
 }
 
 void PlainMark::Draw(CurrentAnnotPageSize size) {
-  if (!HasTwoPoints() || (IsPicture() && !hasPicture)) {
+  if (!HasTwoPoints() || (type == AnnotationTypePicture && !hasPicture)) {
     return;
   }
   if (!IsPath()) {
@@ -112,29 +88,27 @@ void PlainMark::Draw(CurrentAnnotPageSize size) {
     Convert(points.at(0)[1], size);
     return;
   }
-  for (unsigned number = 0; number < ConnectedCount(); ++number) {
-    std::vector<AnnotationPoint>& list = points.at(number);
-    if (list.size() == 1) {
-      list.push_back(list[0]);
+  for (PointList* list : Connected()) {
+    if (list->size() == 1) {
+      list->push_back(list->front());
     }
-    for (AnnotationPoint& point : list) {
+    for (AnnotationPoint& point : *list) {
       Convert(point, size);
     }
   }
 }
 
-bool PlainMark::UpdateFrame(CurrentAnnotPageSize size) {
+int PlainMark::SetRectEx(CurrentAnnotPageSize size) {
   if (points.empty() || points[0].size() < 2) {
-    return false;
+    return 0;
   }
-  std::vector<AnnotationPoint> counted(points[0].begin(), points[0].begin() + 2);
+  PointList counted(points[0].begin(), points[0].begin() + 2);
   if (subType == AnnotationSubTypePath) {
     for (const auto& [number, list] : points) {
       counted.insert(counted.end(), list.begin(), list.end());
     }
   }
-  const POINT first = PixelOf(counted[0], size);
-  frame = {first.x, first.y, first.x, first.y};
+  frame = {INT32_MAX, INT32_MAX, INT32_MIN, INT32_MIN};
   for (const AnnotationPoint& point : counted) {
     const POINT pixel = PixelOf(point, size);
     frame = {std::min(frame.left, pixel.x), std::min(frame.top, pixel.y),
@@ -142,35 +116,35 @@ bool PlainMark::UpdateFrame(CurrentAnnotPageSize size) {
   }
   Widen(frame.left, frame.right);
   Widen(frame.top, frame.bottom);
-  return true;
+  return 1;
 }
 
-bool PlainMark::IsTouched(POINT from, POINT to) const {
+bool PlainMark::IsTouched(const std::vector<POINT>& path) {
+  const bool isPress = path.size() == 1;
+  const POINT from = path.front();
+  const POINT to = path.back();
   if (!HasTwoPoints() || !IsPath()) {
-    return object->FindAnnotation({from.x, from.y, 0, 0}, {to.x, to.y, 0, 0}) != 0;
-  }
-  return AnySegment(*this,
-                    [&](POINT a, POINT b) { return Utils::IsLineIntersect(from, to, a, b); });
-}
-
-bool PlainMark::IsHit(POINT at) const {
-  if (!HasTwoPoints() || !IsPath()) {
-    return object->FindAnnotation({at.x, at.y, 0, 0}, false) != 0;
+    const AnnotationPoint start = {from.x, from.y, 0, 0};
+    return (isPress ? object->FindAnnotation(start, false)
+                    : object->FindAnnotation(start, {to.x, to.y, 0, 0})) != 0;
   }
   const int width = std::clamp(pen.width, 1, 30);
-  return AnySegment(*this, [&](POINT a, POINT b) { return Utils::IsPointOnLine(at, a, b, width); });
+  for (const PointList* list : Connected()) {
+    for (std::size_t i = 1; i < list->size(); ++i) {
+      const POINT a = {list->at(i - 1).x, list->at(i - 1).y};
+      const POINT b = {list->at(i).x, list->at(i).y};
+      if (isPress ? Utils::IsPointOnLine(from, a, b, width)
+                  : Utils::IsLineIntersect(from, to, a, b)) {
+        return true;
+      }
+    }
+  }
+  return false;
 }
 
 bool PlainMark::IsDot() const {
-  if (!points.contains(0)) {
-    return false;
-  }
-  const std::vector<AnnotationPoint>& list = points.at(0);
-  return std::all_of(list.begin(), list.end(), [&](const AnnotationPoint& point) {
-    return point.x == list[0].x && point.y == list[0].y;
-  });
-}
-
-bool IsWithinBox(POINT at, const RECT& box) {
-  return box.left <= at.x && at.x <= box.right && box.top <= at.y && at.y <= box.bottom;
+  return points.contains(0) &&
+         std::all_of(points.at(0).begin(), points.at(0).end(), [&](const AnnotationPoint& point) {
+           return point.x == points.at(0)[0].x && point.y == points.at(0)[0].y;
+         });
 }

@@ -1,11 +1,17 @@
 #include "model/PlainPage.h"
 
 #include <algorithm>
+#include <utility>
 
 namespace {
 
 bool IsEmptyView(const RECT& view) {
   return std::int64_t{view.right} - view.left < 1 || std::int64_t{view.bottom} - view.top < 1;
+}
+
+// Edges included.
+bool IsWithinBox(POINT at, const RECT& box) {
+  return box.left <= at.x && at.x <= box.right && box.top <= at.y && at.y <= box.bottom;
 }
 
 }  // namespace
@@ -19,165 +25,139 @@ AnnotationPoint PlainPage::At(POINT pixel) const {
           static_cast<double>(pixel.y) / static_cast<double>(now.height)};
 }
 
-int PlainPage::Update(AnnotationPageInfo info, bool resize) {
+int PlainPage::UpdatePage(AnnotationPageInfo info, bool resize) {
   now.userValue1 = info.userValue1;
   now.userValue2 = info.userValue2;
   now.viewRect = info.viewRect;
   if (IsEmptyView(initial.viewRect)) {
     initial.viewRect = info.viewRect;
   }
-  if (!resize) {
-    return 1;
-  }
-  if (info.width < 1 || info.height < 1) {
-    return 0;
-  }
-  if (info.width == now.width && info.height == now.height) {
+  const bool isSame = info.width == now.width && info.height == now.height;
+  if (resize && (info.width < 1 || info.height < 1 || isSame)) {
     return 0;
   }
   // Also when the surface stays as it was, for want of memory.
-  now.width = info.width;
-  now.height = info.height;
+  now.width = resize ? info.width : now.width;
+  now.height = resize ? info.height : now.height;
   return 1;
 }
 
-void PlainPage::AddLocal(const PlainMarkPtr& mark, const std::string& newId) {
-  mark->id = newId;
+void PlainPage::AddLocal(const PlainMarkPtr& mark) {
+  mark->annotationId = kNewId;
   mark->isOwned = true;
-  pending[newId] = mark;
+  pending[kNewId] = mark;
   drawing = mark;
   selected.clear();
 }
 
 bool PlainPage::AddRemote(const PlainMarkPtr& given) {
-  const std::string key = given->id;
+  const Id key = given->annotationId;
   const Place place = {given->order, given->userId, given->userSubId, key};
-  const std::int32_t number = given->subModelIndex;
-  const std::vector<AnnotationPoint> received =
-      given->points.contains(0) ? given->points.at(0) : std::vector<AnnotationPoint>();
-  Marks& authored = confirmed[given->userId];
+  const auto number = static_cast<unsigned>(given->subModelIndex);
+  const PlainMark::PointList received =
+      given->points.contains(0) ? given->points.at(0) : PlainMark::PointList();
+  PlainMarkPtr& known = confirmed[given->userId][key];
+  const bool isPagesOwn = known == given || GetLocalAnnotation(key) == given;
   const bool hasPlace = std::any_of(places.begin(), places.end(), [&](const Place& other) {
     return other.userId == given->userId && other.id == key;
   });
-  const bool isPagesOwn = (authored.contains(key) && authored.at(key) == given) ||
-                          (pending.contains(key) && pending.at(key) == given);
-  const bool getsPlace = !hasPlace && (number == 0 || (isPagesOwn && !authored.contains(key)));
+  if (!hasPlace && (number == 0 || (isPagesOwn && known == nullptr))) {
+    places.insert(std::find_if(places.begin(), places.end(),
+                               [&](const Place& other) { return other.order > place.order; }),
+                  place);
+  }
   if (pending.contains(key)) {
-    if (!authored.contains(key)) {
-      authored[key] = pending.at(key);
+    if (known == nullptr) {
+      known = pending.at(key);
     } else if (drawing == pending.at(key)) {
       drawing = nullptr;
     }
     pending.erase(key);
   }
-  bool isKept = false;
-  if (!authored.contains(key)) {
-    isKept = !given->isOwned;
-    PlainMarkPtr stored = given;
-    if (!isKept) {
-      stored = std::make_shared<PlainMark>(*given);
-      stored->object = nullptr;
-    }
-    stored->isOwned = true;
-    stored->nickname.resize(std::min(stored->nickname.size(), std::size_t{1024}));
-    authored[key] = stored;
-    if (isKept && number >= 1) {
-      stored->Renumber(static_cast<unsigned>(number));
+  const bool isKept = known == nullptr && !given->isOwned;
+  if (known == nullptr) {
+    known = isKept ? given : std::make_shared<PlainMark>(*given);
+    known->object = isKept ? given->object : nullptr;
+    known->isOwned = true;
+    known->nickname.resize(std::min(known->nickname.size(), std::size_t{1024}));
+    if (isKept && given->subModelIndex >= 1) {
+      known->Renumber(number);
     }
   } else if (!isPagesOwn) {
-    authored.at(key)->points[static_cast<unsigned>(number)] = received;
+    known->points[number] = received;
   }
-  if (getsPlace) {
-    AddPlace(place);
-  }
-  authored.at(key)->UpdateFrame(Size());
+  known->SetRectEx(Size());
   return isKept;
 }
 
-void PlainPage::AddPlace(const Place& place) {
-  auto above = places.begin();
-  while (above != places.end() && above->order <= place.order) {
-    ++above;
-  }
-  places.insert(above, place);
-}
-
-int PlainPage::Cancel(const std::string& key) {
-  if (!pending.contains(key)) {
+int PlainPage::CancelAnnotation(const Id& key) {
+  const PlainMarkPtr backup = GetLocalAnnotation(key);
+  if (backup == nullptr) {
     return 0;
   }
-  const PlainMarkPtr backup = pending.at(key);
   for (auto& [author, authored] : confirmed) {
-    if (!authored.contains(key)) {
-      continue;
+    if (authored.contains(key)) {
+      authored.at(key)->TakeOver(*backup);
+      authored.at(key)->erased = 0;
+      break;
     }
-    authored.at(key)->TakeOver(*backup);
-    authored.at(key)->erased = 0;
-    break;
   }
   pending.erase(key);
-  if (drawing == backup) {
-    drawing = nullptr;
-  }
+  drawing = drawing == backup ? nullptr : drawing;
   return 1;
 }
 
-PlainMarkPtr PlainPage::Confirmed(const std::string& userId, const std::string& key) const {
-  if (!confirmed.contains(userId) || !confirmed.at(userId).contains(key)) {
-    return nullptr;
-  }
-  return confirmed.at(userId).at(key);
+PlainPage::Marks PlainPage::ConfirmedOf(const Id& userId) const {
+  return confirmed.contains(userId) ? confirmed.at(userId) : Marks();
 }
 
-std::vector<PlainMarkPtr> PlainPage::TopmostFirst(const std::string& userId,
-                                                  const std::string& userSubId) const {
+PlainMarkPtr PlainPage::GetAnnotation(const Id& userId, const Id& key) const {
+  const auto author = confirmed.find(userId);
+  return author != confirmed.end() && author->second.contains(key) ? author->second.at(key)
+                                                                   : nullptr;
+}
+
+int PlainPage::FindAnnotation(const Id& userId, const Id& key) const {
+  return GetAnnotation(userId, key) != nullptr ? 1 : 0;
+}
+
+PlainMarkPtr PlainPage::GetLocalAnnotation(const Id& key) const {
+  return pending.contains(key) ? pending.at(key) : nullptr;
+}
+
+std::vector<PlainMarkPtr> PlainPage::TopmostFirst(const Id& userId, const Id& userSubId) const {
   std::vector<PlainMarkPtr> marks;
   for (auto place = places.rbegin(); place != places.rend(); ++place) {
-    if (!userId.empty() && place->userId != userId) {
-      continue;
-    }
-    if (!userId.empty() && !userSubId.empty() && place->userSubId != userSubId) {
-      continue;
-    }
-    const PlainMarkPtr mark = Confirmed(place->userId, place->id);
-    if (mark != nullptr && mark->erased == 0) {
+    const bool isMeant = userId.empty() || (place->userId == userId &&
+                                            (userSubId.empty() || place->userSubId == userSubId));
+    const PlainMarkPtr mark = GetAnnotation(place->userId, place->id);
+    if (isMeant && mark != nullptr && mark->erased == 0) {
       marks.push_back(mark);
     }
   }
   return marks;
 }
 
-std::string PlainPage::EraserAt(const std::string& userId, const std::string& userSubId, POINT at) {
-  if (!Holds(at)) {
-    return "";
-  }
-  selected.clear();
-  for (const PlainMarkPtr& mark : TopmostFirst(userId, userSubId)) {
-    if (mark->IsHit(at)) {
-      return mark->id;
+PlainPage::Ids PlainPage::EraseAnnotations(const Id& userId, const Id& userSubId,
+                                           std::vector<POINT> path) {
+  path.resize(std::min(path.size(), std::size_t{2}));
+  Ids ids;
+  if (Holds(path.front()) || Holds(path.back())) {
+    selected.clear();
+    for (const PlainMarkPtr& mark : TopmostFirst(userId, userSubId)) {
+      if (mark->IsTouched(path)) {
+        ids.push_back(mark->annotationId);
+      }
     }
   }
-  return "";
-}
-
-std::vector<std::string> PlainPage::EraserAlong(const std::string& userId,
-                                                const std::string& userSubId, POINT from,
-                                                POINT to) {
-  std::vector<std::string> ids;
-  if (!Holds(from) && !Holds(to)) {
-    return ids;
-  }
-  selected.clear();
-  for (const PlainMarkPtr& mark : TopmostFirst(userId, userSubId)) {
-    if (mark->IsTouched(from, to)) {
-      ids.push_back(mark->id);
-    }
+  if (path.size() == 1) {
+    ids.resize(1);
   }
   return ids;
 }
 
-int PlainPage::Erase(const std::string& userId, const std::string& key) {
-  const PlainMarkPtr mark = Confirmed(userId, key);
+int PlainPage::EraseAnnotation(const Id& userId, const Id& key) {
+  const PlainMarkPtr mark = GetAnnotation(userId, key);
   if (mark == nullptr || mark->erased != 0) {
     return 0;
   }
@@ -185,10 +165,11 @@ int PlainPage::Erase(const std::string& userId, const std::string& key) {
   return 1;
 }
 
-int PlainPage::Clear(const std::string& userId, const std::string& userSubId) {
-  if (!userId.empty() && !confirmed.contains(userId)) {
-    return 0;
-  }
+int PlainPage::EraseAnnotationFromRemote(const Id& userId, const Id& key) {
+  return EraseAnnotation(userId, key);
+}
+
+int PlainPage::ClearAnnotations(const Id& userId, const Id& userSubId) {
   for (auto& [author, authored] : confirmed) {
     for (auto& [key, mark] : authored) {
       const bool isMeant = userId.empty() || (author == userId &&
@@ -198,14 +179,127 @@ int PlainPage::Clear(const std::string& userId, const std::string& userSubId) {
       }
     }
   }
-  return 1;
+  return userId.empty() || confirmed.contains(userId) ? 1 : 0;
 }
 
-std::vector<std::string> PlainPage::DropSelection() {
-  std::vector<std::string> ids;
+PlainPage::Ids PlainPage::EraseSelectedAnnotations() {
+  Ids ids;
   for (const auto& [key, mark] : selected) {
     ids.push_back(key);
   }
   selected.clear();
   return ids;
+}
+
+int PlainPage::StartSelecting(const Id& userId, const Id& userSubId, POINT at) {
+  if (!Holds(at)) {
+    return 0;
+  }
+  const std::vector<PlainMarkPtr> marks = TopmostFirst(userId, userSubId);
+  const auto hit = std::find_if(marks.begin(), marks.end(), [&](const PlainMarkPtr& mark) {
+    return mark->HasTwoPoints() && IsWithinBox(at, mark->frame);
+  });
+  isMoving = hit != marks.end() && selected.contains((*hit)->annotationId);
+  if (isMoving) {
+    for (auto& [key, mark] : selected) {
+      mark->StartMoving(At(at));
+    }
+    return 1;
+  }
+  selected.clear();
+  if (hit != marks.end()) {
+    selected[(*hit)->annotationId] = *hit;
+  }
+  band = PlainMark();
+  band.userId = userId;
+  band.subType = AnnotationSubTypeRectangle;
+  band.AddPoint(At(at));
+  return 1;
+}
+
+int PlainPage::MoveSelecting(POINT at) {
+  if (isMoving) {
+    for (auto& [key, mark] : selected) {
+      if (!pending.contains(key)) {
+        const auto backup = std::make_shared<PlainMark>();
+        backup->TakeOver(*mark);
+        backup->erased = 1;
+        backup->isOwned = true;
+        pending[key] = backup;
+      }
+    }
+    for (auto& [key, mark] : selected) {
+      mark->Moving(At(at));
+    }
+    return 1;
+  }
+  if (band.erased != 0) {
+    return 0;
+  }
+  band.AddPoint(At(at));
+  const AnnotationPoint anchor = band.points.at(0)[0];
+  selected.clear();
+  // Of two authors' marks with one id the later author's stays.
+  for (auto& [author, authored] : confirmed) {
+    for (auto& [key, mark] : authored) {
+      if ((band.userId.empty() || author == band.userId) && mark->erased == 0 &&
+          mark->object->IsInSelectRect({anchor.x, anchor.y, at.x, at.y}) != 0) {
+        selected[key] = mark;
+      }
+    }
+  }
+  return 0;
+}
+
+int PlainPage::EndSelecting() {
+  band.erased = 1;
+  return std::exchange(isMoving, false) ? 1 : 0;
+}
+
+bool PlainPage::IsTipShown(const PlainMark& mark, std::uint64_t tick) {
+  const auto last = tips.find(mark.userId);
+  if (last != tips.end()) {
+    const bool isSame = last->second.id == mark.annotationId;
+    const std::uint64_t age = tick - last->second.shown;
+    if (age < 5000) {
+      return isSame && age < 2000;
+    }
+    tips.erase(last);
+    if (isSame) {
+      return false;
+    }
+  }
+  tips[mark.userId] = {mark.annotationId, tick};
+  return true;
+}
+
+void PlainPage::Paint(std::uint64_t tick) {
+  if (background != nullptr && background->erased == 0) {
+    background->Draw(Size());
+  }
+  for (const Place& place : places) {
+    const PlainMarkPtr mark = GetAnnotation(place.userId, place.id);
+    if (mark == nullptr) {
+      continue;
+    }
+    if (mark->erased == 0) {
+      mark->Draw(Size());
+      if (selected.contains(mark->annotationId)) {
+        mark->SetRectEx(Size());
+      }
+    }
+    if (!mark->nickname.empty() && mark->tipVisible != 0) {
+      mark->tipVisible = IsTipShown(*mark, tick) ? 1 : 0;
+    }
+  }
+  for (auto& [key, mark] : pending) {
+    if (mark->erased == 0 && mark->tempStartTick != 0 && tick - mark->tempStartTick >= 8000) {
+      mark->erased = 1;
+    } else if (mark->erased == 0) {
+      mark->Draw(Size());
+    }
+  }
+  if (band.erased == 0) {
+    band.Draw(Size());
+  }
 }

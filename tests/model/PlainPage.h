@@ -1,27 +1,70 @@
-// A page as it must be, told in the plainest way.
+// A page and its marks as they must be, told in the plainest way: an oracle for the engine's own.
 #pragma once
 
 #include <cstdint>
 #include <map>
+#include <memory>
 #include <string>
-#include <utility>
 #include <vector>
 
-#include "model/PlainMark.h"
+#include <parchlet/Annotation.h>
+
+// What a host can learn of an annotation, with operations of the same names. Nothing is cached and
+// nothing is fast. Where a shape is hit, the engine's own object says: what is compared is how a
+// page searches.
+struct PlainMark : AnnotationHeader {
+  using PointList = std::vector<AnnotationPoint>;
+
+  // A path keeps every point; other kinds their first and their latest.
+  void AddPoint(const AnnotationPoint& point);
+  void InsertPoints(unsigned subModel, const PointList& list) { points[subModel] = list; }
+  void ClearPoints() { points.clear(); }
+  void Erase(int value) { erased = value; }
+  void StartMoving(const AnnotationPoint& at) { origin = at; }
+  void Moving(const AnnotationPoint& to);
+  int SetRectEx(CurrentAnnotPageSize size);
+
+  bool HasTwoPoints() const { return points.contains(0) && points.at(0).size() >= 2; }
+  bool IsPath() const;
+  // Sub-models 0, 1, 2, ... up to the first missing one.
+  std::vector<PointList*> Connected();
+  // A fragment's points are sub-model 0; the page keeps them under the fragment's number.
+  void Renumber(unsigned subModel);
+  // What a copy of `source` has that is not this mark's own.
+  void TakeOver(const PlainMark& source);
+  // The pixels that painting on a surface of that size stores.
+  void Draw(CurrentAnnotPageSize size);
+  // By a point, or by the way between two. A path is asked segment by segment.
+  bool IsTouched(const std::vector<POINT>& path);
+  // All points of sub-model 0 fall on one pixel.
+  bool IsDot() const;
+
+  AnnotationPoint origin = {0, 0, -1.0, -1.0};
+  Annotation::SubModels points;
+  RECT frame = {0, 0, 0, 0};
+  bool hasPicture = false;
+
+  Annotation* object = nullptr;  // the engine's; null until it has shown it
+  bool isOwned = false;          // by some page
+};
+
+using PlainMarkPtr = std::shared_ptr<PlainMark>;
 
 // Marks, selection and gestures of one page, without any drawing: painting only leaves its traces
 // in the marks. Size and pixels are those of the page's geometry; its surface is of no account.
 struct PlainPage {
-  using Marks = std::map<std::string, PlainMarkPtr>;
+  using Id = std::string;
+  using Ids = std::vector<Id>;
+  using Marks = std::map<Id, PlainMarkPtr>;
 
   // Where a confirmed mark stands in the paint order.
   struct Place {
     std::int32_t order;
-    std::string userId, userSubId, id;
+    Id userId, userSubId, id;
   };
   // The mark whose tip an author showed last, and when.
   struct Tip {
-    std::string id;
+    Id id;
     std::uint64_t shown;
   };
 
@@ -31,32 +74,38 @@ struct PlainPage {
   bool Holds(POINT at) const;
   AnnotationPoint At(POINT pixel) const;
   // What a resize or a geometry update gives.
-  int Update(AnnotationPageInfo info, bool resize);
+  int UpdatePage(AnnotationPageInfo info, bool resize);
 
-  void AddLocal(const PlainMarkPtr& mark, const std::string& id);
+  // Under `kNewId` until the engine's id is known.
+  void AddLocal(const PlainMarkPtr& mark);
+  static constexpr const char* kNewId = "new";
   // True when the page keeps the very object. What another page owns is copied.
   bool AddRemote(const PlainMarkPtr& given);
-  int Cancel(const std::string& id);
-  PlainMarkPtr Confirmed(const std::string& userId, const std::string& id) const;
+  int CancelAnnotation(const Id& id);
+  Marks ConfirmedOf(const Id& userId) const;
+  PlainMarkPtr GetAnnotation(const Id& userId, const Id& id) const;
+  int FindAnnotation(const Id& userId, const Id& id) const;
+  PlainMarkPtr GetLocalAnnotation(const Id& id) const;
 
-  std::string EraserAt(const std::string& userId, const std::string& userSubId, POINT at);
-  std::vector<std::string> EraserAlong(const std::string& userId, const std::string& userSubId,
-                                       POINT from, POINT to);
-  int Erase(const std::string& userId, const std::string& id);
-  int Clear(const std::string& userId, const std::string& userSubId);
-  std::vector<std::string> DropSelection();
+  // For a path of one point the topmost mark's id or the empty one, else all of them.
+  Ids EraseAnnotations(const Id& userId, const Id& userSubId, std::vector<POINT> path);
+  int EraseAnnotation(const Id& userId, const Id& id);
+  int EraseAnnotationFromRemote(const Id& userId, const Id& id);
+  int ClearAnnotations(const Id& userId, const Id& userSubId);
+  Ids EraseSelectedAnnotations();
 
-  int StartSelecting(const std::string& userId, const std::string& userSubId, POINT at);
+  Marks GetSelectedAnnotations() const { return selected; }
+  int StartSelecting(const Id& userId, const Id& userSubId, POINT at);
   int MoveSelecting(POINT at);
   int EndSelecting();
 
   // The traces that a frame leaves, painted at that tick.
   void Paint(std::uint64_t tick);
 
-  std::string id, creator;
+  Id id, creator;
   int index = 0;
   AnnotationPageInfo initial, now;
-  std::map<std::string, Marks> confirmed;
+  std::map<Id, Marks> confirmed;
   Marks pending;
   std::vector<Place> places;  // bottom first
   Marks selected;
@@ -64,12 +113,9 @@ struct PlainPage {
   bool isMoving = false;
   PlainMarkPtr drawing;
   PlainMarkPtr background;
-  std::map<std::string, Tip> tips;
+  std::map<Id, Tip> tips;
 
  private:
-  std::vector<PlainMarkPtr> TopmostFirst(const std::string& userId,
-                                         const std::string& userSubId) const;
-  void AddPlace(const Place& place);
-  void SelectWithin(const RECT& rect);
+  std::vector<PlainMarkPtr> TopmostFirst(const Id& userId, const Id& userSubId) const;
   bool IsTipShown(const PlainMark& mark, std::uint64_t tick);
 };

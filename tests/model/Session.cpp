@@ -1,19 +1,34 @@
+// What a generated host chooses among, and the comparison of the engine with its model.
 #include "model/Session.h"
 
 #include <algorithm>
-#include <fstream>
-#include <iterator>
 
-#include "support/Mark.h"
 #include "support/TestAccess.h"
 
 namespace {
 
-constexpr std::size_t kTraceLength = 40;
+// NaN is the same as NaN.
+bool IsSamePoint(const AnnotationPoint& a, const AnnotationPoint& b) {
+  const auto isSame = [](double p, double q) { return p == q || (p != p && q != q); };
+  return a.x == b.x && a.y == b.y && isSame(a.xRatio, b.xRatio) && isSame(a.yRatio, b.yRatio);
+}
+
+bool AreSamePoints(const Annotation::SubModels& a, const Annotation::SubModels& b) {
+  return std::equal(a.begin(), a.end(), b.begin(), b.end(), [](const auto& p, const auto& q) {
+    return p.first == q.first && std::equal(p.second.begin(), p.second.end(), q.second.begin(),
+                                            q.second.end(), IsSamePoint);
+  });
+}
+
+auto FieldsOf(const AnnotationHeader& mark, const RECT& frame) {
+  return std::tie(mark.annotationId, mark.userId, mark.userSubId, mark.nickname,
+                  mark.pictureProperty, mark.subModelIndex, mark.order, mark.erased,
+                  mark.tipVisible, mark.type, mark.subType, mark.pen.color, mark.pen.width,
+                  mark.pen.fill, mark.tempStartTick, frame.left, frame.top, frame.right,
+                  frame.bottom);
+}
 
 }  // namespace
-
-const std::vector<std::string> Session::kPictures = {kBitmapFile, "no picture"};
 
 void Records::Write(int level, const std::string& line) {
   const std::size_t blank = line.find(' ');
@@ -31,177 +46,65 @@ Session::Session(std::function<std::uint8_t()> decisions, bool isPaintedAtOnce)
   plain.log.emplace_back("2 Parchlet::Parchlet: constructor");
 }
 
-void Session::Keep(const std::string& call) {
-  trace.push_back(call);
-  if (trace.size() > kTraceLength) {
-    trace.pop_front();
-  }
-}
-
-Session::Call Session::AnyCall() {
-  static constexpr struct {
-    Call call;
-    int weight;
-  } kCalls[] = {{&Session::ReceiveMark, 36},
-                {&Session::ReceiveHeldAgain, 8},
-                {&Session::ReceiveThePagesOwn, 4},
-                {&Session::ChangeAMark, 12},
-                {&Session::StartDrawing, 16},
-                {&Session::MoveDrawing, 16},
-                {&Session::EndDrawing, 4},
-                {&Session::PlacePicture, 4},
-                {&Session::SavePage, 1},
-                {&Session::StartSelecting, 14},
-                {static_cast<Call>(&Session::MoveSelecting), 16},
-                {&Session::EndSelecting, 6},
-                {&Session::GrabSelection, 24},
-                {&Session::AskEraser, 16},
-                {&Session::Erase, 17},
-                {&Session::ChangeSettings, 7},
-                {&Session::StartAndStop, 1},
-                {&Session::ChangeDocuments, 2},
-                {&Session::AddPage, 5},
-                {&Session::ResizePage, 6},
-                {&Session::Navigate, 5},
-                {&Session::AskForEverything, 12},
-                {&Session::ChangeAWindow, 4},
-                {&Session::Refresh, 14},
-                {&Session::PassTime, 4}};
-  const int kinds = static_cast<int>(std::size(kCalls));
-  int weights = 0;
-  for (const auto& [call, weight] : kCalls) {
-    weights += weight;
-  }
-  int left = (any.Below(256) * 256 + any.Below(256)) % weights;
-  int kind = 0;
-  while (kind < kinds - 1 && left >= kCalls[kind].weight) {
-    left -= kCalls[kind++].weight;
-  }
-  return kCalls[kind].call;
-}
-
-void Session::MakeOneCall() {
-  Call call = AnyCall();
-  // A host without a page has little to call.
-  if (plain.CurrentPage() == nullptr && !any.OneIn(4)) {
-    call = plain.current ? &Session::AddPage : &Session::ChangeDocuments;
-  }
-  ++callCount;
-  (this->*call)();
-  Settle();
-  SameEverywhere();
-}
-
-void Session::Start() {
-  Same("Init", engine->Init(), 1);
-  plain.isInitialised = true;
-}
-
-void Session::Settle() {
-  if (isPaintedAtOnce) {
-    ParchletTestAccess::Refresh(*engine);
-    PaintModel();
-  }
-}
-
-// With the picture files in it, each named by its number.
-TemporaryFolder& Session::Folder() {
-  if (!folder) {
-    folder.emplace();
-    for (std::size_t i = 0; i < kPictures.size(); ++i) {
-      std::ofstream(folder->File(std::to_string(i)), std::ios::binary) << kPictures[i];
-    }
-  }
-  return *folder;
-}
-
-void Session::PaintModel() {
-  if (PlainPage* page = plain.CurrentPage()) {
-    page->Paint(tick);
-  }
-}
-
-void Session::Refresh() {
-  Trace("refresh");
-  const int pushed = ParchletTestAccess::Refresh(*engine);
-  // The window may have gone where windows go; see ReplaceAWindow.
-  Same("a push", pushed != 0 || isPaintedAtOnce, plain.CurrentPage() != nullptr || isPaintedAtOnce);
-  PaintModel();
-}
-
-void Session::PassTime() {
-  if (isPaintedAtOnce) {
-    return;
-  }
-  static const std::vector<std::uint64_t> waits = {1, 40, 1999, 2000, 2960, 5000, 7999, 8000};
-  tick += any.OneOf(waits);
-  Trace("the time is", static_cast<long long>(tick));
-  clock.Set(tick);
-}
-
 Session::Known Session::AnyPage() {
   // The current page is where most things happen.
   if (plain.CurrentPage() != nullptr && !any.OneIn(4)) {
-    return {*plain.current, plain.CurrentPage()->id, plain.CurrentPage()};
+    return {plain.current->id, plain.CurrentPage()->id, plain.CurrentPage()};
   }
-  if (!any.OneIn(4)) {
-    std::vector<Known> known;
-    for (auto& [doc, document] : plain.documents) {
-      for (auto& [page, model] : document.pages) {
-        known.push_back({doc, page, &model});
-      }
-    }
-    if (!known.empty()) {
-      return any.OneOf(known);
+  std::vector<Known> known;
+  for (auto& [doc, document] : plain.documents) {
+    for (const auto& page : document.pages) {
+      known.push_back({doc, page->id, page.get()});
     }
   }
-  const std::string doc = any.DocId();
-  const std::string page = any.PageId();
-  const bool isThere =
-      plain.documents.contains(doc) && plain.documents.at(doc).pages.contains(page);
-  return {doc, page, isThere ? &plain.documents.at(doc).pages.at(page) : nullptr};
+  if (!known.empty() && !any.OneIn(4)) {
+    return any.OneOf(known);
+  }
+  Known chosen = {any.DocId(), any.PageId(), nullptr};
+  for (const Known& page : known) {
+    chosen.plain = page.doc == chosen.doc && page.page == chosen.page ? page.plain : chosen.plain;
+  }
+  return chosen;
 }
 
-std::vector<PlainMarkPtr> Session::MarksOf(const PlainPage& page) const {
-  std::vector<PlainMarkPtr> marks;
-  for (const auto& [author, authored] : page.confirmed) {
+Session::Marks Session::MarksOf(const PlainPage* page) {
+  Marks marks;
+  if (page == nullptr) {
+    return marks;
+  }
+  for (const auto& [author, authored] : page->confirmed) {
     for (const auto& [id, mark] : authored) {
       marks.push_back(mark);
     }
   }
-  for (const auto& [id, mark] : page.pending) {
+  for (const auto& [id, mark] : page->pending) {
     marks.push_back(mark);
   }
-  if (page.background != nullptr) {
-    marks.push_back(page.background);
+  if (page->background != nullptr) {
+    marks.push_back(page->background);
   }
   return marks;
 }
 
 PlainMarkPtr Session::AnyMark() {
-  const Known page = AnyPage();
-  std::vector<PlainMarkPtr> marks =
-      page.plain != nullptr ? MarksOf(*page.plain) : std::vector<PlainMarkPtr>();
+  Marks marks = MarksOf(AnyPage().plain);
   std::erase_if(marks, [](const PlainMarkPtr& mark) { return mark->object == nullptr; });
   return marks.empty() ? nullptr : any.OneOf(marks);
 }
 
 std::string Session::AnyMarkIdOn(const PlainPage* page) {
-  const std::vector<PlainMarkPtr> marks =
-      page != nullptr ? MarksOf(*page) : std::vector<PlainMarkPtr>();
-  return marks.empty() || any.OneIn(3) ? any.MarkId() : any.OneOf(marks)->id;
+  const Marks marks = MarksOf(page);
+  return marks.empty() || any.OneIn(3) ? any.MarkId() : any.OneOf(marks)->annotationId;
 }
 
 std::string Session::AnyAuthorOn(const PlainPage* page) {
-  if (page == nullptr || page->confirmed.empty() || any.OneIn(3)) {
-    return any.UserId();
-  }
-  return AnyOf(page->confirmed).first;
+  return page == nullptr || page->confirmed.empty() || any.OneIn(3)
+             ? any.UserId()
+             : any.OneOf(page->confirmed).first;
 }
 
 POINT Session::AnyPointNearMarksOf(const PlainPage* page) {
-  const std::vector<PlainMarkPtr> marks =
-      page != nullptr ? MarksOf(*page) : std::vector<PlainMarkPtr>();
+  const Marks marks = MarksOf(page);
   const PlainMarkPtr mark = marks.empty() || any.OneIn(4) ? nullptr : any.OneOf(marks);
   if (mark == nullptr || !mark->HasTwoPoints()) {
     return any.Point();
@@ -216,6 +119,73 @@ POINT Session::AnyPointNearMarksOf(const PlainPage* page) {
   return {x, between(std::prev(second)->y, second->y)};
 }
 
-MemoryWindow& Session::AnyWindow() {
-  return windows[static_cast<std::size_t>(any.Below(static_cast<int>(windows.size())))];
+std::string Session::Text(const AnnotationPageInfo& info) {
+  const RECT& view = info.viewRect;
+  return Text(std::tie(info.userValue1, info.userValue2, info.width, info.height, info.transparent,
+                       view.left, view.top, view.right, view.bottom, info.backgroundColor));
+}
+
+void Session::Part(const std::string& what, const std::string& engines, const std::string& models) {
+  std::string message = "call " + std::to_string(callCount) + ": " + what +
+                        "\n  engine: " + engines + "\n  model:  " + models + "\n";
+  for (const std::string& call : trace) {
+    message += "  " + call + "\n";
+  }
+  throw Difference(message);
+}
+
+void Session::Same(const std::string& what, Annotation* engines, const PlainMarkPtr& models) {
+  Same(what, engines != nullptr, models != nullptr);
+  if (models != nullptr) {
+    models->object = models->object == nullptr ? engines : models->object;
+    Same(what + ", its address", engines == models->object, true);
+  }
+}
+
+// A copy, taken under the mark's own lock, stands for the mark while other threads paint.
+void Session::SameMark(const std::string& where, const Annotation& mark, const PlainMark& model) {
+  Annotation copy(mark);
+  copy.pictureProperty = mark.pictureProperty;
+  copy.tempStartTick = mark.tempStartTick;
+  const RECT frame = AnnotationTestAccess::FrameOf(copy);
+  Same(where, FieldsOf(copy, frame), FieldsOf(model, model.frame));
+  const Annotation::SubModels points = mark.GetPoints();
+  if (!AreSamePoints(points, model.points)) {
+    Part(where + ", points", Text(points), Text(model.points));
+  }
+}
+
+void Session::SamePage(const std::string& doc, PlainPage& model) {
+  const AnnotationPage* page = ParchletTestAccess::GetPageById(*engine, doc, model.id);
+  const std::string where = "page " + Text(model.id);
+  Same(where, page != nullptr && page->pageIndex == model.index, true);
+  std::map<std::string, std::map<std::string, Annotation*>> confirmed;
+  Same("GetAllAnnotations", page->GetAllAnnotations(&confirmed), true);
+  Same(where + ", confirmed", confirmed, model.confirmed);
+  Same(where + ", pending", PageTestAccess::Pending(*page), model.pending);
+  Same(where + ", selection", page->GetSelectedAnnotations(), model.selected);
+  Same(where + ", drawing", page->GetCurrentAnnotation(), model.drawing);
+  std::vector<std::pair<std::string, std::string>> places;
+  for (const PlainPage::Place& place : model.places) {
+    places.emplace_back(place.userId, place.id);
+  }
+  Same(where + ", paint order", PageTestAccess::PaintPlaces(*page), places);
+  for (const PlainMarkPtr& mark : MarksOf(&model)) {
+    SameMark(where + ", mark " + Text(mark->annotationId), *mark->object, *mark);
+  }
+}
+
+void Session::SameEverywhere() {
+  Same("the log", records.lines, plain.log);
+  records.lines.clear();
+  plain.log.clear();
+  const PlainPage* current = plain.CurrentPage();
+  std::uint64_t number = 0;
+  for (auto& [doc, document] : plain.documents) {
+    for (const auto& page : document.pages) {
+      if (page.get() == current || number++ % 16 == callCount % 16) {
+        SamePage(doc, *page);
+      }
+    }
+  }
 }

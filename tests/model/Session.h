@@ -3,11 +3,11 @@
 
 #include <cstdint>
 #include <deque>
-#include <iterator>
 #include <memory>
 #include <optional>
 #include <stdexcept>
 #include <string>
+#include <tuple>
 #include <type_traits>
 #include <vector>
 
@@ -19,6 +19,11 @@
 #include "model/PlainEngine.h"
 #include "support/ReplacedClock.h"
 #include "support/TemporaryFolder.h"
+
+// The arguments of Session::Both for that operation of engine and model.
+#define CALL(operation, ...)                                                                     \
+#operation, [](auto& on, const auto&... with) { return on.operation(with...); } __VA_OPT__(, ) \
+                  __VA_ARGS__
 
 // The engine and its model part; the message tells where, and the calls that led there.
 class Difference : public std::runtime_error {
@@ -52,25 +57,23 @@ class Session {
   void Start();
   // Makes one call and compares; throws Difference.
   void MakeOneCall();
-  std::uint64_t CallCount() const { return callCount; }
   Parchlet& Engine() { return *engine; }
 
  private:
-  using Call = void (Session::*)();
   using Ids = std::vector<std::string>;
-  using PointList = std::vector<AnnotationPoint>;
+  using Marks = std::vector<PlainMarkPtr>;
 
+  // Ids that mostly name a page.
+  struct Known {
+    std::string doc, page;
+    PlainPage* plain;
+  };
   // An object that is still this host's, to be handed over again.
   struct Held {
     std::unique_ptr<Annotation> object;
     PlainMarkPtr plain;
   };
-  struct Known {
-    std::string doc, page;
-    PlainPage* plain;
-  };
 
-  Call AnyCall();
   // --- Calls ---
   void ChangeSettings();
   void StartAndStop();
@@ -84,95 +87,137 @@ class Session {
   void PassTime();
 
   void StartDrawing();
-  void MoveDrawing();
-  void EndDrawing();
   void PlacePicture();
   void SavePage();
   void StartSelecting();
-  void MoveSelecting();
-  void MoveSelecting(POINT point);
-  void Press(const Known& at, const std::string& author, const std::string& subId, POINT point);
-  void EndSelecting();
   void GrabSelection();
   void AskEraser();
   void Erase();
+  void Cancel();
 
   void ReceiveMark();
-  void ReceiveHeldAgain();
-  void ReceiveThePagesOwn();
+  void ReceiveAgain();
   void ChangeAMark();
 
   // --- Choosing ---
-  // Ids that mostly name a page.
   Known AnyPage();
   std::string AnyMarkIdOn(const PlainPage* page);
   std::string AnyAuthorOn(const PlainPage* page);
-  std::vector<PlainMarkPtr> MarksOf(const PlainPage& page) const;
+  // All of the page's, background included; none for null.
+  static Marks MarksOf(const PlainPage* page);
   PlainMarkPtr AnyMark();
-  MemoryWindow& AnyWindow();
-  template <class Map>
-  const auto& AnyOf(const Map& map) {
-    return *std::next(map.begin(), any.Below(static_cast<int>(map.size())));
-  }
+  MemoryWindow& AnyWindow() { return windows[static_cast<std::size_t>(any.Below(2))]; }
   // Mostly a few pixels off a line of some mark.
   POINT AnyPointNearMarksOf(const PlainPage* page);
+  Held MakePeersMark(const Known& to);
   // Keeps the object when the page does not take it.
   void HandOver(const Known& to, Held given);
-  Held MakePeersMark(const Known& to);
-
-  // Gives the model's mark the id and the object of the engine's new pending one.
-  void Adopt(const Known& at, const PlainMarkPtr& mark);
+  // Gives the model's new pending mark the id and the object of the engine's.
+  void Adopt(const Known& at);
 
   // --- Comparing ---
-  // Makes the call to the engine and to the model. Returns what both say.
-  template <class Act, class... Told>
-  auto Both(const char* name, const Act& act, const Told&... told) {
-    Trace(name, told...);
-    if constexpr (std::is_void_v<decltype(act(plain))>) {
-      act(*engine);
-      act(plain);
+  // Makes the call to the engine and to the model.
+  template <class Act, class... With>
+  void Both(const char* name, const Act& act, const With&... with) {
+    Trace(name, with...);
+    Compare(
+        name, [&] { return act(*engine, with...); }, [&] { return act(plain, with...); });
+  }
+  // The same for what the engine does on a page. With `kNeedsWindow` it does not look for the page
+  // before any page was given a window.
+  template <bool kNeedsWindow = false, class Act, class... With>
+  void BothOn(const Known& at, const char* name, const Act& act, const With&... with) {
+    Trace(name, at.doc, at.page, with...);
+    const auto real = [&] { return act(*engine, at.doc, at.page, with...); };
+    Compare(name, real, [&] {
+      PlainPage* page =
+          kNeedsWindow && !plain.hasActiveWindow ? nullptr : plain.FindPage(at.doc, at.page);
+      return page != nullptr ? act(*page, with...) : decltype(act(*page, with...)){};
+    });
+  }
+  template <class Real, class Model>
+  void Compare(const char* name, const Real& real, const Model& model) {
+    if constexpr (std::is_void_v<decltype(real())>) {
+      real();
+      model();
     } else {
-      auto engines = act(*engine);
-      Same(name, engines, act(plain));
-      return engines;
+      const auto answer = real();
+      Same(name, answer, model());
     }
+    Settle();
   }
-  template <class Act>
-  auto OnPage(const Known& at, const Act& act) {
-    return PlainEngine::On(plain.FindPage(at.doc, at.page), act);
-  }
-  template <class T>
-  void Same(const std::string& what, const T& engines, const T& models) {
+  template <class E, class M>
+  void Same(const std::string& what, const E& engines, const M& models) {
     if (!(engines == models)) {
       Part(what, Text(engines), Text(models));
     }
   }
-  void SameObject(const std::string& what, Annotation* engines, const PlainMarkPtr& models);
+  void Same(const std::string& what, Annotation* engines, const PlainMarkPtr& models);
+  template <class E, class M>
+  void Same(const std::string& what, const std::map<std::string, E>& engines,
+            const std::map<std::string, M>& models) {
+    Same(what, Keys(engines), Keys(models));
+    for (const auto& [key, value] : engines) {
+      Same(what + " " + Text(key), value, models.at(key));
+    }
+  }
   void SameMark(const std::string& where, const Annotation& engines, const PlainMark& models);
-  void SameMarks(const std::string& where, const std::map<std::string, Annotation*>& engines,
-                 const PlainPage::Marks& models);
   void SamePage(const std::string& doc, PlainPage& page);
   void SameEverywhere();
   [[noreturn]] void Part(const std::string& what, const std::string& engines,
                          const std::string& models);
+
+  template <class Map>
+  static Ids Keys(const Map& map) {
+    Ids keys;
+    for (const auto& [key, value] : map) {
+      keys.push_back(key);
+    }
+    return keys;
+  }
   static std::string Text(const std::string& value) { return "\"" + value.substr(0, 36) + "\""; }
-  static std::string Text(long long value) { return std::to_string(value); }
-  static std::string Text(POINT at) { return Text(at.x) + "," + Text(at.y); }
-  static std::string Text(const Known& at) { return Text(at.doc) + " " + Text(at.page); }
-  static std::string Text(const Ids& values);
-  static std::string Text(const RECT& box);
+  template <class T>
+  requires(std::is_arithmetic_v<T> || std::is_enum_v<T>) static std::string Text(T value) {
+    return std::to_string(+value);
+  }
+  static std::string Text(POINT at) { return Text(std::tie(at.x, at.y)); }
+  static std::string Text(const AnnotationPoint& at) {
+    return Text(std::tie(at.x, at.y, at.xRatio, at.yRatio));
+  }
+  static std::string Text(CurrentAnnotPageSize size) {
+    return Text(std::tie(size.width, size.height));
+  }
   static std::string Text(const AnnotationPageInfo& info);
-  static std::string Text(const Annotation::SubModels& points);
+  template <class... Parts>
+  static std::string Text(const std::tuple<Parts...>& parts) {
+    return std::apply([](const auto&... part) { return ("(" + ... + (Text(part) + " ")) + ")"; },
+                      parts);
+  }
+  template <class T, class U>
+  static std::string Text(const std::pair<T, U>& pair) {
+    return Text(std::tie(pair.first, pair.second));
+  }
+  template <class Range>
+  requires requires(const Range& range) { range.begin(); }
+  static std::string Text(const Range& range) {
+    std::string text;
+    for (const auto& value : range) {
+      text += Text(value) + " ";
+    }
+    return text;
+  }
 
   // Keeps what is said of the latest calls, for the report of a difference.
   template <class... Told>
   void Trace(std::string call, const Told&... told) {
     ((call += " " + Text(told)), ...);
-    Keep(call);
+    trace.push_back(call);
+    if (trace.size() > 40) {
+      trace.pop_front();
+    }
   }
-  void Keep(const std::string& call);
   void PaintModel();
-  // After each call to the engine, where several make one call here.
+  // Paints both, where frames are painted at once.
   void Settle();
   TemporaryFolder& Folder();
 
@@ -180,10 +225,9 @@ class Session {
   bool isPaintedAtOnce;
   ReplacedClock clock{1'000'000};
   std::uint64_t tick = 1'000'000;
-  std::optional<TemporaryFolder> folder;            // made for the first file
-  static const std::vector<std::string> kPictures;  // the bytes of files; the last is no picture
+  std::optional<TemporaryFolder> folder;  // made for the first file
   Records records;
-  std::deque<MemoryWindow> windows;
+  std::deque<MemoryWindow> windows;  // two
   HWND deadWindow = nullptr;
   PlainEngine plain;
   std::unique_ptr<Parchlet> engine;

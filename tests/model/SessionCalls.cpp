@@ -4,27 +4,98 @@
 #include "model/Session.h"
 #include "support/TestAccess.h"
 
+void Session::MakeOneCall() {
+  const struct {
+    int weight;
+    std::function<void()> make;
+  } calls[] = {{36, [this] { ReceiveMark(); }},
+               {12, [this] { ReceiveAgain(); }},
+               {12, [this] { ChangeAMark(); }},
+               {16, [this] { StartDrawing(); }},
+               {16, [this] { Both(CALL(MoveDrawing, any.Point())); }},
+               {4, [this] { Both(CALL(EndDrawing)); }},
+               {4, [this] { PlacePicture(); }},
+               {1, [this] { SavePage(); }},
+               {14, [this] { StartSelecting(); }},
+               {16, [this] { Both(CALL(MoveSelecting, any.Point())); }},
+               {6, [this] { Both(CALL(EndSelecting)); }},
+               {24, [this] { GrabSelection(); }},
+               {16, [this] { AskEraser(); }},
+               {5, [this] { Erase(); }},
+               {12, [this] { Cancel(); }},
+               {7, [this] { ChangeSettings(); }},
+               {1, [this] { StartAndStop(); }},
+               {2, [this] { ChangeDocuments(); }},
+               {5, [this] { AddPage(); }},
+               {6, [this] { ResizePage(); }},
+               {5, [this] { Navigate(); }},
+               {12, [this] { AskForEverything(); }},
+               {4, [this] { ChangeAWindow(); }},
+               {15, [this] { Refresh(); }},
+               {5, [this] { PassTime(); }}};  // 256 together
+  int left = any.Below(256);
+  const auto* call = std::begin(calls);
+  for (; left >= call->weight; ++call) {
+    left -= call->weight;
+  }
+  ++callCount;
+  // A host without a page has little to call.
+  if (plain.CurrentPage() != nullptr || any.OneIn(4)) {
+    call->make();
+  } else if (plain.current) {
+    AddPage();
+  } else {
+    ChangeDocuments();
+  }
+  Settle();
+  SameEverywhere();
+}
+
+void Session::Start() {
+  Both(CALL(Init));
+}
+
+void Session::Settle() {
+  if (isPaintedAtOnce) {
+    ParchletTestAccess::Refresh(*engine);
+    PaintModel();
+  }
+}
+
+void Session::PaintModel() {
+  if (PlainPage* page = plain.CurrentPage()) {
+    page->Paint(tick);
+  }
+}
+
+void Session::Refresh() {
+  Trace("refresh");
+  const int pushed = ParchletTestAccess::Refresh(*engine);
+  // The window may have gone where windows go; see ChangeAWindow.
+  Same("a push", pushed != 0 || isPaintedAtOnce, plain.CurrentPage() != nullptr || isPaintedAtOnce);
+  PaintModel();
+}
+
+void Session::PassTime() {
+  if (!isPaintedAtOnce) {
+    tick += any.OneOf({1U, 40U, 1999U, 2000U, 2999U, 5000U, 7999U, 8000U});
+    Trace("the time is", tick);
+    clock.Set(tick);
+  }
+}
+
 void Session::ChangeSettings() {
-  const int kind = any.Below(6);
   const std::uint32_t word = any.Word();
   const unsigned width = any.OneIn(4) ? any.Word() : static_cast<unsigned>(any.Below(40));
   const auto type = static_cast<AnnotationType>(any.OneIn(12) ? any.Below(8) - 2 : 1);
-  const AnnotationSubType subType = any.SubType();
   const std::string userId = any.UserId();
   const std::string subId = any.UserSubId();
-  const std::string name = any.Name();
-  if (kind == 0) {
-    Both("SetPen", [&](auto& e) { e.SetPen(word, width); });
-  } else if (kind <= 2) {
-    Both("SetAnnotationType", [&](auto& e) { e.SetAnnotationType(type, subType); });
-  } else if (kind == 3) {
-    Both(
-        "SetUserInfo", [&](auto& e) { e.SetUserInfo(userId, subId, name); }, userId, subId);
-  } else if (kind == 4) {
-    Both("SetPageBackgroundColor", [&](auto& e) { return e.SetPageBackgroundColor(word); });
-  } else {
-    Same("SetNicknameTip", engine->SetNicknameTip(word, width % 30, "no such font", word), 1);
-  }
+  const auto setKind = [&] { Both(CALL(SetAnnotationType, type, any.SubType())); };
+  any.DoOneOf(
+      {setKind, setKind, [&] { Both(CALL(SetPen, word, width)); },
+       [&] { Both(CALL(SetUserInfo, userId, subId, any.Name())); },
+       [&] { Both(CALL(SetPageBackgroundColor, word)); },
+       [&] { Same("tip", engine->SetNicknameTip(word, width % 30, "no such font", word), 1); }});
 }
 
 void Session::StartAndStop() {
@@ -33,37 +104,25 @@ void Session::StartAndStop() {
     return;
   }
   if (any.OneIn(3)) {
-    Both("Destroy", [](auto& e) { e.Destroy(); });
+    Both(CALL(Destroy));
   }
-  Trace("Init");
-  Same("Init", engine->Init(), plain.isInitialised ? 0 : 1);
-  plain.isInitialised = true;
+  Both(CALL(Init));
 }
 
 void Session::ChangeDocuments() {
-  const std::string doc = any.DocId();
+  const Known at = AnyPage();
   const std::string creator = any.UserId();
   if (any.OneIn(2)) {
-    const Known at = AnyPage();
-    Both(
-        "DelPage", [&](auto& e) { return e.DelPage(at.doc, at.page); }, at);
-    return;
-  }
-  // Only a new document becomes the current one.
-  if (any.OneIn(plain.current ? 12 : 2)) {
-    Both(
-        "DelDoc", [&](auto& e) { return e.DelDoc(doc); }, doc);
-  } else {
-    Both(
-        "NewDoc", [&](auto& e) { return e.NewDoc(creator, doc); }, doc);
+    Both(CALL(DelPage, at.doc, at.page));
+  } else if (any.OneIn(plain.current ? 12 : 2)) {
+    Both(CALL(DelDoc, any.DocId()));
+  } else {  // only a new document becomes the current one
+    Both(CALL(NewDoc, creator, any.DocId()));
   }
 }
 
 void Session::AddPage() {
-  const Known at = AnyPage();
-  const std::string doc = plain.current && !any.OneIn(3) ? *plain.current
-                          : any.OneIn(2)                 ? at.doc
-                                                         : any.DocId();
+  const std::string doc = plain.current && !any.OneIn(3) ? plain.current->id : any.DocId();
   const std::string page = any.PageId();
   const AnnotationPageInfo info = any.Geometry();
   const bool hasWindow = !any.OneIn(12);
@@ -86,10 +145,7 @@ void Session::ResizePage() {
       info.width = at.plain->now.width;
       info.height = at.plain->now.height;
     }
-    const bool isResize = !any.OneIn(4);
-    const auto resize = [&](auto& e) { return e.UpdatePage(at.doc, at.page, info, isResize); };
-    Both("UpdatePage", resize, at, info);
-    Settle();
+    BothOn(at, CALL(UpdatePage, info, !any.OneIn(4)));
   }
 }
 
@@ -111,26 +167,14 @@ void Session::ChangeAWindow() {
 }
 
 void Session::Navigate() {
-  const int kind = any.Below(7);
   const std::string doc = any.DocId();
   const Known at = AnyPage();
   const int index = any.OneIn(4) ? any.Order() : any.Below(5);
-  if (kind == 6) {
-    Both(
-        "SetCurrentPage", [&](auto& e) { return e.SetCurrentPage(at.doc, at.page); }, at);
-  } else if (kind == 5) {
-    Both(
-        "GotoPage", [&](auto& e) { return e.GotoPage(doc, at.page); }, at);
-  } else {
-    const auto go = [&](auto& e) {
-      return kind == 0   ? e.GotoFirstPage(doc)
-             : kind == 1 ? e.GotoLastPage(doc)
-             : kind == 2 ? e.GotoNextPage(doc)
-             : kind == 3 ? e.GotoPreviousPage(doc)
-                         : e.GotoPage(doc, index);
-    };
-    Both("navigate", go, kind, index);
-  }
+  any.DoOneOf({[&] { Both(CALL(GotoFirstPage, doc)); }, [&] { Both(CALL(GotoLastPage, doc)); },
+               [&] { Both(CALL(GotoNextPage, doc)); }, [&] { Both(CALL(GotoPreviousPage, doc)); },
+               [&] { Both(CALL(GotoPage, doc, index)); },
+               [&] { Both(CALL(GotoPage, doc, at.page)); },
+               [&] { Both(CALL(SetCurrentPage, at.doc, at.page)); }});
 }
 
 void Session::AskForEverything() {
@@ -145,7 +189,7 @@ void Session::AskForEverything() {
     std::string buffer(8, '?');
     AnnotationPageInfo info = {7, 7, 7, 7, true, {7, 7, 7, 7}, 7};
     Ids now(4, "?");
-    const int numbers[] = {
+    const std::vector<int> numbers = {
         e.GetDocCount(),
         e.IsDocExist(at.doc),
         e.GetDocCreator(at.doc, creator),
@@ -155,172 +199,101 @@ void Session::AskForEverything() {
         e.GetPageCreator(at.doc, at.page, isNull ? nullptr : buffer.data(), size)};
     e.GetCurrentPageInfo(now[0], now[1]);
     const std::string drawn = e.GetCurrentAnnotationInfo(now[2], now[3]);
-    Ids answers = {creator, buffer, Text(info), Text(now), drawn};
-    for (const int number : numbers) {
-      answers.push_back(std::to_string(number));
-    }
-    return answers;
+    return Ids{creator, buffer, Text(info), Text(now), drawn, Text(numbers)};
   };
-  Both("ask for everything", ask, at, author, id);
-  const auto confirmed = [&](PlainPage& page) { return page.Confirmed(author, id); };
-  SameObject("GetAnnotation", engine->GetAnnotation(at.doc, at.page, author, id),
-             OnPage(at, confirmed));
-  Same("FindAnnotation", engine->FindAnnotation(at.doc, at.page, author, id),
-       OnPage(at, confirmed) != nullptr ? 1 : 0);
-  const auto pending = [&](PlainPage& page) {
-    return page.pending.contains(id) ? page.pending.at(id) : nullptr;
-  };
-  SameObject("GetLocalAnnotation", engine->GetLocalAnnotation(at.doc, at.page, id),
-             OnPage(at, pending));
-  SameMarks("GetSelectedAnnotations", engine->GetSelectedAnnotations(at.doc, at.page),
-            OnPage(at, [](PlainPage& page) { return page.selected; }));
+  Both("ask for everything", ask);
+  BothOn(at, CALL(GetAnnotation, author, id));
+  BothOn(at, CALL(FindAnnotation, author, id));
+  BothOn(at, CALL(GetLocalAnnotation, id));
+  BothOn(at, CALL(GetSelectedAnnotations));
+  if (at.plain != nullptr) {
+    const AnnotationPage* page = ParchletTestAccess::GetPageById(*engine, at.doc, at.page);
+    std::map<std::string, Annotation*> authored;
+    Same("GetUserAnnotations", page->GetUserAnnotations(author, &authored),
+         at.plain->confirmed.contains(author));
+    Same("an author's marks", authored, at.plain->ConfirmedOf(author));
+  }
   const PlainMarkPtr mark = any.OneIn(8) ? nullptr : AnyMark();
   Same("IsPointAnnotation", engine->IsPointAnnotation(mark != nullptr ? mark->object : nullptr),
-       mark != nullptr && mark->IsDot() ? 1 : 0);
+       mark != nullptr && mark->IsDot());
   // Accepted whatever they say, and to no effect; the last one refused.
   std::string out = "?";
-  const int idle[] = {engine->SetZoom(at.doc, 2.0F, -1, 1),
-                      engine->SetPageSize(at.doc, at.page, 0, -1),
-                      engine->IsDocOpened(at.doc, out),
-                      engine->DuplicatePage(at.doc, at.page, out),
-                      engine->SaveAs(at.doc, id),
-                      engine->AddAnnotationFromRemote(at.doc, at.page, nullptr)};
-  for (const int answer : idle) {
-    out += Text(answer);
-  }
-  Same("idle calls", out, std::string("?111110"));
-}
-
-void Session::MoveDrawing() {
-  const POINT point = any.Point();
-  Trace("MoveDrawing", point);
-  const PlainMarkPtr mark = plain.Drawing();
-  Same("MoveDrawing", engine->MoveDrawing(point), mark != nullptr ? 1 : 0);
-  if (mark != nullptr) {
-    mark->AddPoint(plain.CurrentPage()->At(point));
-  }
-}
-
-void Session::EndDrawing() {
-  Trace("EndDrawing");
-  const bool isDrawing = plain.Drawing() != nullptr;
-  Same("EndDrawing", engine->EndDrawing(), isDrawing ? 1 : 0);
-  if (isDrawing) {
-    plain.CurrentPage()->drawing = nullptr;
-  }
+  const std::vector<int> idle = {engine->SetZoom(at.doc, 2.0F, -1, 1),
+                                 engine->SetPageSize(at.doc, at.page, 0, -1),
+                                 engine->IsDocOpened(at.doc, out),
+                                 engine->DuplicatePage(at.doc, at.page, out),
+                                 engine->SaveAs(at.doc, id),
+                                 engine->AddAnnotationFromRemote(at.doc, at.page, nullptr)};
+  Same("idle calls", out + Text(idle), std::string("?1 1 1 1 1 0 "));
 }
 
 // The page's surface, or what the screen shows where a window is.
 void Session::SavePage() {
-  static const std::vector<std::string> names = {"page.png", "page.jpg", "page.bmp"};
   const Known at = AnyPage();
   HWND const window = any.OneIn(2) ? AnyWindow().Handle() : HWND{nullptr};
-  Trace("SavePage", at);
-  const int result = engine->SavePage(at.doc, at.page, Folder().File(any.OneOf(names)), window);
-  Same("SavePage", result, plain.FindPage(at.doc, at.page) != nullptr ? 1 : 0);
+  const char* name = any.OneOf({"page.png", "page.jpg", "page.bmp"});
+  Trace("SavePage", at.doc, at.page);
+  const int result = engine->SavePage(at.doc, at.page, Folder().File(name), window);
+  Same("SavePage", result, plain.FindPage(at.doc, at.page) != nullptr);
 }
 
 void Session::StartSelecting() {
   const Known at = AnyPage();
   const std::string author = any.OneIn(3) ? AnyAuthorOn(at.plain) : "";
-  const std::string subId = any.UserSubId();
-  Press(at, author, subId, any.Point());
-}
-
-void Session::Press(const Known& at, const std::string& author, const std::string& subId,
-                    POINT point) {
-  Trace("StartSelecting", at, author, subId, point);
-  const int result = engine->StartSelecting(at.doc, at.page, author, subId, point);
-  Same("StartSelecting", result, OnPage(at, [&](PlainPage& page) {
-         return page.Holds(point) ? page.StartSelecting(author, subId, point) : 0;
-       }));
-  Settle();
-}
-
-void Session::MoveSelecting() {
-  MoveSelecting(any.Point());
-}
-
-void Session::MoveSelecting(POINT point) {
-  Trace("MoveSelecting", point);
-  const int result = engine->MoveSelecting(point);
-  Same("MoveSelecting", result, PlainEngine::On(plain.CurrentPage(), [&](PlainPage& page) {
-         return page.MoveSelecting(point);
-       }));
-  Settle();
-}
-
-void Session::EndSelecting() {
-  Trace("EndSelecting");
-  const int result = engine->EndSelecting();
-  Same("EndSelecting", result,
-       PlainEngine::On(plain.CurrentPage(), [](PlainPage& page) { return page.EndSelecting(); }));
+  const POINT point = any.Point();
+  BothOn(at, CALL(StartSelecting, author, any.UserSubId(), point));
 }
 
 // Chance alone would seldom press on a mark that is selected, and drag it.
 void Session::GrabSelection() {
-  PlainPage* page = plain.CurrentPage();
+  const PlainPage* page = plain.CurrentPage();
   if (page == nullptr) {
     return;
   }
-  const Known at = {*plain.current, page->id, page};
+  const Known at = {plain.current->id, page->id, plain.CurrentPage()};
   if (page->selected.empty()) {
-    Press(at, "", "", {0, 0});
-    MoveSelecting({page->now.width, page->now.height});
+    BothOn(at, CALL(StartSelecting, "", "", POINT{0, 0}));
+    Both(CALL(MoveSelecting, POINT{page->now.width, page->now.height}));
     return;
   }
-  const RECT frame = AnyOf(page->selected).second->frame;
-  Press(at, "", "", {frame.left, frame.top});
+  const RECT frame = any.OneOf(page->selected).second->frame;
+  BothOn(at, CALL(StartSelecting, "", "", POINT{frame.left, frame.top}));
   for (int moves = any.Below(4); moves > 0; --moves) {
-    MoveSelecting(any.Point());
+    Both(CALL(MoveSelecting, any.Point()));
   }
   if (any.OneIn(3)) {
-    EndSelecting();
+    Both(CALL(EndSelecting));
   }
 }
 
 void Session::AskEraser() {
   const Known at = AnyPage();
   const std::string author = any.OneIn(3) ? AnyAuthorOn(at.plain) : "";
-  const std::string subId = any.UserSubId();
   std::vector<POINT> path(static_cast<std::size_t>(any.Below(4)));
+  if (path.empty()) {
+    Same("no path", engine->EraseAnnotations(at.doc, at.page, author, "", path), Ids());
+    return;
+  }
   for (POINT& point : path) {
     point = AnyPointNearMarksOf(at.plain);
-    Trace("eraser", point);
   }
-  Trace("EraseAnnotations", at, author, subId);
-  const Ids ids = engine->EraseAnnotations(at.doc, at.page, author, subId, path);
-  PlainPage* page = path.empty() ? nullptr : plain.ActivePage(at.doc, at.page);
-  Same("EraseAnnotations", ids, PlainEngine::On(page, [&](PlainPage& found) {
-         return path.size() == 1 ? Ids{found.EraserAt(author, subId, path[0])}
-                                 : found.EraserAlong(author, subId, path[0], path[1]);
-       }));
+  BothOn<true>(at, CALL(EraseAnnotations, author, any.UserSubId(), path));
 }
 
-// One mark, the selection, all of an author's; or a pending change is cancelled.
+// One mark, the selection, or all of an author's.
 void Session::Erase() {
   const Known at = AnyPage();
   const std::string author = AnyAuthorOn(at.plain);
-  const std::string subId = any.UserSubId();
-  std::string id = AnyMarkIdOn(at.plain);
-  const int kind = any.Below(16);
-  Trace("erase", kind, at, author, subId, id);
-  if (kind == 0) {
-    const Ids ids = engine->EraseSelectedAnnotations(at.doc, at.page);
-    Same("the selection", ids, OnPage(at, [](PlainPage& page) { return page.DropSelection(); }));
-  } else if (kind < 5) {
-    const int result = kind == 1   ? engine->ClearAnnotations(at.doc, at.page, author, subId)
-                       : kind == 2 ? engine->EraseAnnotation(at.doc, at.page, author, id)
-                                   : engine->EraseAnnotationFromRemote(at.doc, at.page, author, id);
-    PlainPage* page = plain.ActivePage(at.doc, at.page);
-    Same("erased", result, PlainEngine::On(page, [&](PlainPage& found) {
-           return kind == 1 ? found.Clear(author, subId) : found.Erase(author, id);
-         }));
-  } else {
-    if (at.plain != nullptr && !at.plain->pending.empty() && !any.OneIn(3)) {
-      id = AnyOf(at.plain->pending).first;
-    }
-    engine->CancelAnnotation(at.doc, at.page, id);
-    OnPage(at, [&](PlainPage& page) { return page.Cancel(id); });
-  }
+  const std::string id = AnyMarkIdOn(at.plain);
+  any.DoOneOf({[&] { BothOn(at, CALL(EraseSelectedAnnotations)); },
+               [&] { BothOn<true>(at, CALL(ClearAnnotations, author, any.UserSubId())); },
+               [&] { BothOn<true>(at, CALL(EraseAnnotation, author, id)); },
+               [&] { BothOn<true>(at, CALL(EraseAnnotationFromRemote, author, id)); }});
+}
+
+void Session::Cancel() {
+  const Known at = AnyPage();
+  const bool isPending = at.plain != nullptr && !at.plain->pending.empty() && !any.OneIn(3);
+  const std::string id = isPending ? any.OneOf(at.plain->pending).first : AnyMarkIdOn(at.plain);
+  BothOn(at, CALL(CancelAnnotation, id));
 }
