@@ -87,18 +87,6 @@ TEST_F(MergingTest, ADrawingHandedBackIsConfirmedWithItsPoints) {
   }
 }
 
-TEST_F(MergingTest, AMarkKeepsItsOnePlaceInThePaintOrder) {
-  const auto handOver = [this](int order) {
-    HandOver(Mark("m").By("bob").Order(order).Points(kSize, {{0, 20}, {59, 20}}).Make());
-  };
-  handOver(5);
-  HandOver(Mark("above").By("bob").Order(6).Points(kSize, {{0, 21}, {59, 21}}).Make());
-  Find("m")->ClearPoints();
-  handOver(7);
-  board.Paint();
-  EXPECT_EQ((std::vector<std::string>{"above", "m"}), Erasable());
-}
-
 TEST_F(MergingTest, TheEchoOfALongDrawingIsWholeInAnyOrder) {
   const Annotation* drawing = Draw(kMaxMarkPoints);
   std::vector<std::unique_ptr<Annotation>> echo = parchlet::SplitMark(*drawing, 1);
