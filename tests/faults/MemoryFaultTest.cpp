@@ -197,6 +197,7 @@ void SmallDesktop(Board& /*board*/) {
 const std::vector<POINT> kOne = {{1, 1}};
 const std::vector<POINT> kTwo = {{1, 1}, {2, 2}};
 
+// The results of calls that do not say whether they were made are cast away.
 const Call kCalls[] = {
     {"StartDrawing", &Board::StartDrawing},
     {"MoveDrawing",
@@ -214,7 +215,6 @@ const Call kCalls[] = {
      [](Board& b) {
        return b.engine.StartSelecting("doc", "page", kLongName, "", {59, 39});
      }},
-    // It says that there is no selection to drag.
     {"RubberBand",
      [](Board& b) {
        static_cast<void>(b.engine.MoveSelecting({59, 39}));
