@@ -1,6 +1,7 @@
 #include <cmath>
 #include <numbers>
 
+#include "support/DrawnBitmap.h"
 #include "support/ExactCoverage.h"
 #include "support/Mark.h"
 #include "support/Whiteboard.h"
@@ -26,14 +27,10 @@ constexpr auto kTriangle = AnnotationSubTypeTriangle;
 constexpr auto kRightTriangle = AnnotationSubTypeRightTriangle;
 constexpr auto kUnknown = static_cast<AnnotationSubType>(7);
 
-Frame Paint(std::unique_ptr<Annotation> mark, CurrentAnnotPageSize size = kSize) {
-  PaintedPage painted(size);
-  painted.page.AddAnnotation(mark.release(), true);
-  return painted.Paint();
-}
-
 Frame Paint(Mark& mark, CurrentAnnotPageSize size = kSize) {
-  return Paint(mark.Make(), size);
+  PaintedPage painted(size);
+  painted.page.AddAnnotation(mark.Release(), true);
+  return painted.Paint();
 }
 
 // Red ink on white covers the pixels that the polygons cover whole, and none that they do not
@@ -82,28 +79,19 @@ const ShapeCase kShapes[] = {
     {"PathOfAPictureKind", AnnotationSubTypePng, kBends, kBendSpots},
 };
 
-void ExpectShape(const ShapeCase& shape) {
-  const bool isOpen = shape.subType == kLine || shape.corners == kBendSpots;
-  for (const CurrentAnnotPageSize size : {kSize, kWideSize}) {
-    const double x = static_cast<double>(size.width) / kSize.width;
-    const double y = static_cast<double>(size.height) / kSize.height;
-    std::vector<Corner> spots;
-    for (const Corner& corner : shape.corners) {
-      spots.push_back({corner.x * x, corner.y * y});
-    }
-    const Frame frame = Paint(Mark("m")
-                                  .Shape(shape.subType)
-                                  .Pen(kRed, kPen, shape.subType == kRectangle ? 0 : 1)
-                                  .Points(kSize, shape.dragged),
-                              size);
-    ExpectInked(frame, exact::StrokePolygons(spots, !isOpen, kPen));
-  }
-}
-
 TEST(AnnotationDrawingTest, AShapesInkLiesWhereItsPointsSayOnAnyPageSize) {
-  for (const ShapeCase& shape : kShapes) {
-    SCOPED_TRACE(shape.name);
-    ExpectShape(shape);
+  for (const auto& [name, subType, dragged, corners] : kShapes) {
+    SCOPED_TRACE(name);
+    const bool isOpen = subType == kLine || corners == kBendSpots;
+    for (const CurrentAnnotPageSize size : {kSize, kWideSize}) {
+      std::vector<Corner> spots = corners;
+      for (Corner& spot : spots) {
+        spot = {spot.real() * size.width / kSize.width, spot.imag() * size.height / kSize.height};
+      }
+      Mark mark("m");
+      mark.Shape(subType).Pen(kRed, kPen, subType == kRectangle ? 0 : 1).Points(kSize, dragged);
+      ExpectInked(Paint(mark, size), exact::StrokePolygons(spots, !isOpen, kPen));
+    }
   }
 }
 
@@ -149,11 +137,13 @@ TEST(AnnotationDrawingTest, PointsOnOnePixelMakeADiscOfThePensWidth) {
 }
 
 TEST(AnnotationDrawingTest, ConnectedSubModelsAreOneLine) {
-  auto mark = Mark("m").Pen(kRed, kPen).Points(kSize, {{20, 20}, {60, 20}}).Make();
-  mark->InsertPoints(1, PointsOn(kSize, {{100, 60}, {100, 70}}));
-  mark->InsertPoints(2, {});
-  mark->InsertPoints(3, PointsOn(kSize, {{120, 90}, {180, 90}}));
-  mark->InsertPoints(5, PointsOn(kSize, {{20, 50}, {180, 50}}));
+  Mark mark("m");
+  mark.Pen(kRed, kPen)
+      .Points(kSize, {{20, 20}, {60, 20}})
+      .Points(kSize, {{100, 60}, {100, 70}}, 1)
+      .Points(kSize, {}, 2)
+      .Points(kSize, {{120, 90}, {180, 90}}, 3)
+      .Points(kSize, {{20, 50}, {180, 50}}, 5);
   std::vector<exact::Polygon> meant;
   // After an empty one not joined; after a missing one not drawn.
   for (const std::vector<Corner>& line : {std::vector<Corner>{{20, 20}, {60, 20}},
@@ -163,39 +153,28 @@ TEST(AnnotationDrawingTest, ConnectedSubModelsAreOneLine) {
     const auto polygons = exact::StrokePolygons(line, false, kPen);
     meant.insert(meant.end(), polygons.begin(), polygons.end());
   }
-  ExpectInked(Paint(std::move(mark)), meant);
+  ExpectInked(Paint(mark), meant);
 }
 
 TEST(AnnotationDrawingTest, OnlyTheFrameNeedsAMarkThatIsNotErased) {
-  DeviceContext proof;
-  HDC dc = CreateCompatibleDC(&proof);
-  DibSection section;
-  section.Create(dc, 20, 20, 32, false);
-  SelectObject(dc, section.GetBitmap());
-  Gdiplus::Graphics graphics(dc);
-  const auto pixel = [&] {
-    graphics.Flush();
-    return GetPixels(dc).pixels[10 * 20 + 10];
-  };
+  DrawnBitmap shown(20, 20);
   Annotation mark;
-  EXPECT_EQ(0, mark.Draw(nullptr, kSize, true));
-  EXPECT_EQ(0, mark.DrawRectEx(nullptr, kSize));
-  EXPECT_EQ(1, mark.Draw(&graphics, {20, 20}, false)) << "nothing to draw is no failure";
-  EXPECT_EQ(0, mark.DrawRectEx(&graphics, {20, 20}));
+  EXPECT_EQ(0, mark.Draw(nullptr, kSize, true) + mark.DrawRectEx(nullptr, kSize));
+  EXPECT_EQ(1, mark.Draw(&shown.graphics, {20, 20}, false)) << "nothing to draw is no failure";
+  EXPECT_EQ(0, mark.DrawRectEx(&shown.graphics, {20, 20}));
   mark.InsertPoints(0, PointsOn({20, 20}, {{0, 10}, {20, 10}}));
   mark.Erase(1);
-  EXPECT_EQ(0, mark.DrawRectEx(&graphics, {20, 20}));
-  EXPECT_EQ(0U, pixel());
-  EXPECT_EQ(1, mark.Draw(&graphics, {20, 20}, true));
-  EXPECT_EQ(kBlack, pixel());
+  EXPECT_EQ(0, mark.DrawRectEx(&shown.graphics, {20, 20}));
+  EXPECT_THAT(shown.Show(), IsAll(kClear));
+  EXPECT_EQ(1, mark.Draw(&shown.graphics, {20, 20}, true));
+  EXPECT_THAT(shown.Show(), Shows(10, 10, kBlack));
 
   mark.InsertPoints(1, {{7, 7, 0.5, 0.5}});
-  EXPECT_EQ(1, mark.Draw(&graphics, {0, 0}, false)) << "all of a path lies on one pixel then";
+  EXPECT_EQ(1, mark.Draw(&shown.graphics, {0, 0}, false)) << "all lies on one pixel then";
   for (const auto& [number, list] : mark.GetPoints()) {
     EXPECT_THAT(list, SizeIs(2)) << number;
     EXPECT_THAT(list, Each(AllOf(Field(&AnnotationPoint::x, 0), Field(&AnnotationPoint::y, 0))));
   }
-  DeleteDC(dc);
 }
 
 }  // namespace

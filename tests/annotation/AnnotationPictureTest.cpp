@@ -1,10 +1,7 @@
-#include <array>
-#include <fstream>
-
 #include <parchlet/Utils.h>
 
-#include "platform/image/Picture.h"
 #include "support/Mark.h"
+#include "support/PictureFile.h"
 #include "support/TemporaryFolder.h"
 #include "support/Whiteboard.h"
 
@@ -41,19 +38,11 @@ class AnnotationPictureTest : public testing::Test {
  protected:
   // "four.png": two by two pixels, red and green over blue and black.
   AnnotationPictureTest() {
-    const std::array<std::uint32_t, 4> pixels = {kRed, kGreen, kBlue, kBlack};
-    EXPECT_TRUE(
-        SavePicture({pixels.data(), 2, 2, 8}, PictureEncoder::kPng, folder.File("four.png")));
+    EXPECT_TRUE(parchlet::SavePicture({2, 2, {kRed, kGreen, kBlue, kBlack}}, File("four.png")));
   }
 
-  std::wstring Path(const std::string& name) { return Utils::Utf8ToUnicode(folder.File(name)); }
-  std::string Bytes(const std::string& name) {
-    std::ifstream file(folder.File(name), std::ios::binary);
-    return {std::istreambuf_iterator<char>(file), {}};
-  }
-  void Write(const std::string& name, const std::string& bytes) {
-    std::ofstream(folder.File(name), std::ios::binary) << bytes;
-  }
+  std::string File(const std::string& name) { return folder.File(name); }
+  std::wstring Path(const std::string& name) { return Utils::Utf8ToUnicode(File(name)); }
 
   static std::unique_ptr<Annotation> Placed(const std::vector<POINT>& box = {{120, 80}, {20, 20}}) {
     auto mark = Mark("m").Points(kSize, box).Make();
@@ -90,7 +79,7 @@ TEST_F(AnnotationPictureTest, APictureFromAFileIsStretchedIntoItsBox) {
 
 TEST_F(AnnotationPictureTest, AStreamIsReadFromItsPositionAndReleasedOnce) {
   for (const std::size_t chunk : {SIZE_MAX, std::size_t{7}}) {
-    CountedStream stream("skipped" + Bytes("four.png"), chunk);
+    CountedStream stream("skipped" + ReadWholeFile(File("four.png")), chunk);
     stream.position = 7;
     auto mark = Placed();
     mark->SetPicture(&stream, "property");
@@ -101,10 +90,9 @@ TEST_F(AnnotationPictureTest, AStreamIsReadFromItsPositionAndReleasedOnce) {
 }
 
 TEST_F(AnnotationPictureTest, WhatCannotBeReadDrawsNothingAndIsOfNoFormat) {
-  Write("text.png", "no picture at all");
-  Write("cut.png", Bytes("four.png").substr(0, 40));
-  Write("empty.png", "");
-  for (const char* name : {"text.png", "cut.png", "empty.png", "missing.png", "."}) {
+  std::ofstream(File("cut.png")) << ReadWholeFile(File("four.png")).substr(0, 40);
+  std::ofstream(File("empty.png")).close();
+  for (const char* name : {"cut.png", "empty.png", "missing.png", "."}) {
     auto mark = Placed();
     mark->SetPicture(Path("four.png"), "first");
     mark->SetPicture(Path(name), name);
@@ -113,9 +101,8 @@ TEST_F(AnnotationPictureTest, WhatCannotBeReadDrawsNothingAndIsOfNoFormat) {
     EXPECT_THAT(Show(std::move(mark)), IsAll(kWhite)) << name;
   }
   const std::string gif("GIF89a\1\0\1\0\x80\0\0\xFF\0\0\0\0\0,\0\0\0\0\1\0\1\0\0\2\2D\1\0;", 35);
-  Write("one.gif", gif);
-  const std::uint32_t pixel = kRed;
-  EXPECT_TRUE(SavePicture({&pixel, 1, 1, 4}, PictureEncoder::kJpeg, folder.File("one.jpg")));
+  std::ofstream(File("one.gif")) << gif;
+  EXPECT_TRUE(parchlet::SavePicture({1, 1, {kRed}}, File("one.jpg")));
   auto mark = Placed();
   mark->SetPicture(Path("one.jpg"), "p");
   EXPECT_EQ(AnnotationSubTypeJpeg, mark->subType);

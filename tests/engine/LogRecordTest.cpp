@@ -15,20 +15,27 @@ namespace {
 
 using testing::ElementsAre;
 
-// Keeps the lines whole, each behind its level, and then throws.
+// Keeps the lines whole, each behind its level, does what it was given to do about them, and then
+// throws.
 class KeptLines final : public ILogger {
  public:
-  explicit KeptLines(const std::string& name) : name(name) { SetLogger(name, this); }
+  explicit KeptLines(
+      std::string name, std::function<void()> answer = [] {})
+      : name(std::move(name)), answer(std::move(answer)) {
+    SetLogger(this->name, this);
+  }
   ~KeptLines() override { SetLogger(name, nullptr); }
   KeptLines(const KeptLines&) = delete;
   KeptLines& operator=(const KeptLines&) = delete;
 
   void Write(int level, const std::string& line) override {
     lines.push_back(std::to_string(level) + line);
+    std::exchange(answer, [] {})();
     throw std::runtime_error("the disk is full");
   }
 
   std::string name;
+  std::function<void()> answer;
   std::vector<std::string> lines;
 };
 
@@ -71,35 +78,12 @@ TEST(LogRecordTest, AnEngineGoesOnWhateverItsLoggerThrows) {
       testing::Each(testing::ContainsRegex("^[02].[A-Za-z]+[.]cpp:[1-9][0-9]* Parchlet::.*].")));
 }
 
-// Does at once what a record complains of.
-class Meddler final : public ILogger {
- public:
-  Meddler(std::string complaint, std::function<void()> answer)
-      : complaint(std::move(complaint)), answer(std::move(answer)) {
-    SetLogger("SDK", this);
-  }
-  ~Meddler() override { SetLogger("SDK", nullptr); }
-  Meddler(const Meddler&) = delete;
-  Meddler& operator=(const Meddler&) = delete;
-
-  void Write(int /*level*/, const std::string& line) override {
-    if (line.ends_with(complaint) && !std::exchange(isDone, true)) {
-      answer();
-    }
-  }
-
- private:
-  std::string complaint;
-  std::function<void()> answer;
-  bool isDone = false;
-};
-
 TEST(LogRecordTest, ALoggerMayCallTheEngine) {
   Whiteboard board;
   Parchlet& engine = board.engine;
   engine.Init();
   {
-    const Meddler maker("docid=late", [&] { EXPECT_EQ(1, engine.NewDoc("logger", "late")); });
+    const KeptLines maker("SDK", [&] { EXPECT_EQ(1, engine.NewDoc("logger", "late")); });
     EXPECT_EQ(1, engine.NewDoc("ada", "late"));
   }
   std::string creator;
@@ -109,13 +93,13 @@ TEST(LogRecordTest, ALoggerMayCallTheEngine) {
     return engine.NewPage("late", "page", author, board.window.Handle(), PageOf(20, 10));
   };
   {
-    const Meddler maker("pageid=page", [&] { EXPECT_EQ(1, makePage("logger")); });
+    const KeptLines maker("SDK", [&] { EXPECT_EQ(1, makePage("logger")); });
     EXPECT_EQ(0, makePage("ada"));
   }
   EXPECT_EQ(1, engine.GetPageCount("late"));
   EXPECT_EQ(1, engine.DelPage("late", "page"));
   {
-    const Meddler deleter("pageid=page", [&] { EXPECT_EQ(1, engine.DelDoc("late")); });
+    const KeptLines deleter("SDK", [&] { EXPECT_EQ(1, engine.DelDoc("late")); });
     EXPECT_EQ(0, makePage("ada"));
   }
   EXPECT_EQ(1, engine.GetDocCount());

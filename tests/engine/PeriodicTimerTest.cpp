@@ -12,21 +12,11 @@ namespace {
 using Clock = std::chrono::steady_clock;
 using std::chrono::milliseconds;
 
-// Counts the calls of a task and waits for one, however long it takes.
-class Calls {
- public:
-  std::function<void()> Task() {
-    return [this] {
-      ++count;
-      count.notify_all();
-    };
-  }
-  void WaitForAnother() const { count.wait(count.load()); }
-  int Count() const { return count; }
-
- private:
-  std::atomic<int> count{0};
-};
+// Counts calls, and wakes who waits for one.
+void Count(std::atomic<int>& calls) {
+  ++calls;
+  calls.notify_all();
+}
 
 TEST(PeriodicTimerTest, StopWaitsForACallUnderWayAndThereIsNoOther) {
   PeriodicTimer timer;
@@ -34,8 +24,7 @@ TEST(PeriodicTimerTest, StopWaitsForACallUnderWayAndThereIsNoOther) {
   std::atomic<int> left{0};
   timer.Stop();  // without a worker, at once
   timer.Start(0, [&] {
-    ++entered;
-    entered.notify_all();
+    Count(entered);
     std::this_thread::sleep_for(milliseconds(20));
     ++left;
   });
@@ -48,22 +37,22 @@ TEST(PeriodicTimerTest, StopWaitsForACallUnderWayAndThereIsNoOther) {
 }
 
 TEST(PeriodicTimerTest, ASecondStartIsIgnoredUntilTheStop) {
-  Calls first;
-  Calls second;
+  std::atomic<int> first{0};
+  std::atomic<int> second{0};
   PeriodicTimer timer;
   const Clock::time_point start = Clock::now();
-  timer.Start(10, first.Task());
-  timer.Start(0, second.Task());
-  first.WaitForAnother();
+  timer.Start(10, [&] { Count(first); });
+  timer.Start(0, [&] { Count(second); });
+  first.wait(0);
   EXPECT_GE(Clock::now() - start, milliseconds(10)) << "no sooner than one interval";
   timer.Stop();
-  EXPECT_EQ(0, second.Count());
-  const int before = first.Count();
-  timer.Start(-1, second.Task());
-  second.WaitForAnother();
-  second.WaitForAnother();
+  EXPECT_EQ(0, second);
+  const int before = first;
+  timer.Start(-1, [&] { Count(second); });
+  second.wait(0);
+  second.wait(1);
   timer.Stop();
-  EXPECT_EQ(before, first.Count());
+  EXPECT_EQ(before, first);
 }
 
 TEST(PeriodicTimerTest, StoppingAndDestroyingEndATimerAtOnce) {

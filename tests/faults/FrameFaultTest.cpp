@@ -44,16 +44,13 @@ bool PaintWithFault(int nth, int& unpushed) {
   mark->InsertPoints(1, {{3, 3, 0.5, 0.5}});
   painted.page.AddAnnotation(mark, true);
   ExpectFoundAsStored(painted.page, *mark);
-  bool hasFailed = false;
   std::uint64_t pushed = 0;
-  {
-    const FailingAllocation failing(nth);
+  const bool hasFailed = FailsAt(nth, [&] {
     try {
       pushed = painted.page.UpdateLayeredContent() != 0 ? 1 : 0;
     } catch (const std::bad_alloc&) {  // of the push itself, which the engine gives up
     }
-    hasFailed = failing.HasFailed();
-  }
+  });
   EXPECT_EQ(pushed, painted.window.PresentCount());
   unpushed += pushed == 0 ? 1 : 0;
   ExpectFoundAsStored(painted.page, *mark);
@@ -63,12 +60,8 @@ bool PaintWithFault(int nth, int& unpushed) {
 }
 
 TEST(FrameFaultTest, AFrameThatRunsOutOfMemoryLeavesMarksToBeFoundWhereTheyAre) {
-  int nth = 1;
   int unpushed = 0;
-  while (PaintWithFault(nth, unpushed) && !HasFailure()) {
-    ++nth;
-  }
-  EXPECT_GT(nth, 20);
+  EXPECT_LT(20, ForEveryAllocation([&](int nth) { return PaintWithFault(nth, unpushed); }));
   EXPECT_LT(unpushed, 4) << "the window gets the surface as it is";
 }
 

@@ -26,18 +26,12 @@ class Board {
   Board() : whiteboard(kSize.width, kSize.height), engine(whiteboard.engine) {
     engine.SetUserInfo("ada", "desk", "Ada, whose name is longer than a short string");
     engine.SetNicknameTip(kBlack, 9, "a font that is not installed anywhere", kRed);
-    Ready(Mark("a").By("bob").Order(1).Points(kSize, {{4, 4}, {20, 20}}));
-    HandOver();
-    Ready(Mark("a").By("bob").Fragment(1).Points(kSize, {{30, 4}, {30, 9}}));
-    HandOver();
-    Ready(Mark("a").By("bob").Fragment(5).Points(kSize, {{31, 4}, {31, 9}}));
-    HandOver();
-    Ready(Mark("b")
-              .By("cem")
-              .Order(2)
-              .Shape(AnnotationSubTypeRectangle)
-              .Points(kSize, {{10, 10}, {30, 30}}));
-    HandOver();
+    Receive(Mark("a").By("bob").Order(1).Points(kSize, {{4, 4}, {20, 20}}));
+    Receive(Mark("a").By("bob").Fragment(1).Points(kSize, {{30, 4}, {30, 9}}));
+    Receive(Mark("a").By("bob").Fragment(5).Points(kSize, {{31, 4}, {31, 9}}));
+    Mark box("b");
+    box.By("cem").Order(2).Shape(AnnotationSubTypeRectangle);
+    Receive(box.Points(kSize, {{10, 10}, {30, 30}}));
     engine.AddPictureFromStream("doc", "page", kBitmapFile, "a property of some length", true);
     engine.StartSelecting("doc", "page", "", "", {0, 0});
     engine.MoveSelecting({kSize.width, kSize.height});
@@ -47,20 +41,27 @@ class Board {
 
   // The mark is made beforehand: what the test itself takes of memory is not to fail.
   void Ready(Mark& mark) { ready = mark.Make(); }
-  bool HandOver() {
+  int HandOver() {
     const int result = engine.AddAnnotationFromRemote("doc", "page", ready.get());
     // Who owns the mark is what the look-up says.
     if (engine.GetAnnotation("doc", "page", ready->userId, ready->annotationId) == ready.get()) {
       static_cast<void>(ready.release());
     }
-    return result == 1;
+    return result;
   }
-  void StartMove() { engine.StartSelecting("doc", "page", "", "", {4, 4}); }
-  std::string Draw() {
-    engine.StartDrawing("doc", "page", {5, 5});
+  void Deselect() { engine.EraseSelectedAnnotations("doc", "page"); }
+  int Press(POINT at) { return engine.StartSelecting("doc", "page", "", "", at); }
+  void StartMove() { Press({4, 4}); }
+  int Move() { return engine.MoveSelecting({9, 9}); }
+  int StartDrawing() { return engine.StartDrawing("doc", "page", {5, 5}); }
+  std::string AskForDrawing() {
     std::string doc;
     std::string page;
     return engine.GetCurrentAnnotationInfo(doc, page);
+  }
+  int OpenPage(const std::string& id) {
+    return engine.NewPage("doc", id, kLongName, whiteboard.window.Handle(),
+                          PageOf(kSize.width, kSize.height));
   }
 
   // What the engine holds. Ids made here read "local".
@@ -68,8 +69,8 @@ class Board {
 
   // Saves what `source`, a display's name or a window, shows.
   template <class Source>
-  bool Save(const Source& source) {
-    return engine.SavePage("doc", "page", file, source) == 1;
+  int Save(const Source& source) {
+    return engine.SavePage("doc", "page", file, source);
   }
 
   const TemporaryFolder folder;
@@ -79,6 +80,12 @@ class Board {
   Whiteboard whiteboard;
   Parchlet& engine;
   std::unique_ptr<Annotation> ready;
+
+ private:
+  void Receive(Mark& mark) {
+    Ready(mark);
+    HandOver();
+  }
 };
 
 std::string DescribeMark(const std::string& id, const Annotation& mark) {
@@ -123,10 +130,24 @@ std::string Board::Describe() {
 }
 
 struct Call {
+  using Prepare = std::function<void(Board&)>;
+
+  template <class Make>
+  Call(
+      std::string name, Make makeIt, Prepare prepare = [](Board&) {})
+      : name(std::move(name)), prepare(std::move(prepare)), make([makeIt](Board& board) {
+          if constexpr (std::is_arithmetic_v<std::invoke_result_t<Make, Board&>>) {
+            return std::optional(std::invoke(makeIt, board) != 0);
+          } else {
+            std::invoke(makeIt, board);
+            return std::optional<bool>();
+          }
+        }) {}
+
   std::string name;
+  Prepare prepare;
   // True and false tell what the call said; nothing when it does not say.
   std::function<std::optional<bool>(Board&)> make;
-  std::function<void(Board&)> prepare = [](Board&) {};
 };
 void PrintTo(const Call& call, std::ostream* out) {
   *out << call.name;
@@ -136,256 +157,203 @@ class MemoryFaultTest : public testing::TestWithParam<Call> {};
 
 // Makes the call on a new board, its nth allocation failing; false when it has fewer.
 bool MakeWithFault(const Call& call, int nth, const std::string& after) {
+  SCOPED_TRACE(nth);
   Board board;
   call.prepare(board);
   const std::string before = board.Describe();
   std::optional<bool> result;
-  bool hasFailed = false;
-  {
-    const FailingAllocation failing(nth);
-    EXPECT_NO_THROW(result = call.make(board));
-    hasFailed = failing.HasFailed();
-  }
+  const bool hasFailed = FailsAt(nth, [&] { result = call.make(board); });
   const std::string now = board.Describe();
   if (result.has_value()) {
-    EXPECT_EQ(*result ? after : before, now) << "allocation " << nth;
+    EXPECT_EQ(*result ? after : before, now);
   } else {
-    EXPECT_THAT(now, testing::AnyOf(before, after)) << "allocation " << nth;
+    EXPECT_THAT(now, testing::AnyOf(before, after));
   }
   if (hasFailed && !result.value_or(true)) {
-    EXPECT_TRUE(call.make(board).value_or(true)) << "again, after allocation " << nth;
-    EXPECT_EQ(after, board.Describe()) << "again, after allocation " << nth;
+    EXPECT_TRUE(call.make(board).value_or(true)) << "again";
+    EXPECT_EQ(after, board.Describe()) << "again";
   }
   board.engine.GotoPage("", "page");
   std::string doc;
   std::string page;
   board.engine.GetCurrentPageInfo(doc, page);
-  EXPECT_EQ(page.empty(), ParchletTestAccess::Refresh(board.engine) == 0) << "allocation " << nth;
+  EXPECT_EQ(page.empty(), ParchletTestAccess::Refresh(board.engine) == 0);
   return hasFailed;
 }
 
 TEST_P(MemoryFaultTest, ACallThatRunsOutOfMemoryChangesAllOrNothing) {
   const Call& call = GetParam();
-  std::string after;
-  {
-    Board board;
-    call.prepare(board);
-    EXPECT_TRUE(call.make(board).value_or(true));
-    after = board.Describe();
-    ParchletTestAccess::Refresh(board.engine);  // fills what painting keeps for good
-  }
-  const std::int64_t live = LiveAllocations();
-  int nth = 1;
-  while (MakeWithFault(call, nth, after) && !HasFailure()) {
-    ++nth;
-  }
-  EXPECT_EQ(live, LiveAllocations()) << "leaked";
-  RecordProperty("allocations", nth - 1);
+  Board board;
+  call.prepare(board);
+  EXPECT_TRUE(call.make(board).value_or(true));
+  const std::string after = board.Describe();
+  ForEveryAllocation([&](int nth) { return MakeWithFault(call, nth, after); });
 }
 
 void SmallDesktop(Board& /*board*/) {
   SetMemoryDesktop({{"S", {0, 0, kSize.width + 9, kSize.height + 9}}}, nullptr, {});
 }
 
-constexpr POINT kOrigin = {0, 0};
-constexpr POINT kSpot = {5, 5};
-constexpr POINT kAway = {9, 9};
-constexpr POINT kOnB = {29, 29};
-constexpr POINT kBottomRight = {59, 39};
 const std::vector<POINT> kOne = {{1, 1}};
 const std::vector<POINT> kTwo = {{1, 1}, {2, 2}};
 
-// For a call that does not say whether it was made.
-template <class Act>
-std::function<std::optional<bool>(Board&)> Quiet(const Act& act) {
-  return [act](Board& board) {
-    act(board);
-    return std::optional<bool>();
-  };
-}
-
+// The results of calls that do not say whether they were made are cast away.
 const Call kCalls[] = {
-    {"StartDrawing",
-     [](Board& board) { return board.engine.StartDrawing("doc", "page", kSpot) == 1; }},
-    {"MoveDrawing", [](Board& board) { return board.engine.MoveDrawing(kAway) == 1; },
-     [](Board& board) { board.Draw(); }},
-    {"AskForDrawing", Quiet([](Board& board) {
-       std::string doc;
-       std::string page;
-       board.engine.GetCurrentAnnotationInfo(doc, page);
-     }),
-     [](Board& board) { board.Draw(); }},
+    {"StartDrawing", &Board::StartDrawing},
+    {"MoveDrawing",
+     [](Board& b) {
+       return b.engine.MoveDrawing({9, 9});
+     },
+     &Board::StartDrawing},
+    {"AskForDrawing", &Board::AskForDrawing, &Board::StartDrawing},
     {"Press",
-     [](Board& board) { return board.engine.StartSelecting("doc", "page", "", "", kOnB) == 1; },
-     [](Board& board) { board.engine.EraseSelectedAnnotations("doc", "page"); }},
+     [](Board& b) {
+       return b.Press({29, 29});
+     },
+     &Board::Deselect},
     {"PressElsewhere",
-     [](Board& board) {
-       return board.engine.StartSelecting("doc", "page", kLongName, "", kBottomRight) == 1;
+     [](Board& b) {
+       return b.engine.StartSelecting("doc", "page", kLongName, "", {59, 39});
      }},
-    {"RubberBand", Quiet([](Board& board) { board.engine.MoveSelecting(kBottomRight); }),
-     [](Board& board) { board.engine.StartSelecting("doc", "page", "", "", kOrigin); }},
-    {"Move", [](Board& board) { return board.engine.MoveSelecting(kAway) == 1; },
-     [](Board& board) { board.StartMove(); }},
-    {"Cancel", Quiet([](Board& board) { board.engine.CancelAnnotation("doc", "page", "a"); }),
-     [](Board& board) {
-       board.StartMove();
-       board.engine.MoveSelecting(kAway);
+    {"RubberBand",
+     [](Board& b) {
+       static_cast<void>(b.engine.MoveSelecting({59, 39}));
+     },
+     [](Board& b) {
+       b.Press({0, 0});
      }},
-    {"GetSelection",
-     Quiet([](Board& board) { board.engine.GetSelectedAnnotations("doc", "page"); })},
-    {"NewMark", [](Board& board) { return board.HandOver(); },
-     [](Board& board) { board.Ready(Mark("c").By(kLongName).Order(1).Points(kSize, kTwo)); }},
-    {"LateFragment", [](Board& board) { return board.HandOver(); },
-     [](Board& board) { board.Ready(Mark("c").By("dot").Fragment(3).Points(kSize, kOne)); }},
-    {"Fragment", [](Board& board) { return board.HandOver(); },
-     [](Board& board) { board.Ready(Mark("b").By("cem").Fragment(1).Points(kSize, kOne)); }},
-    {"AnotherAuthorsId", [](Board& board) { return board.HandOver(); },
-     [](Board& board) { board.Ready(Mark("a").By("cem").Points(kSize, kTwo)); }},
-    {"OwnMark", [](Board& board) { return board.HandOver(); },
-     [](Board& board) {
-       board.Ready(Mark("c").By("ada").Points(kSize, kTwo));
-       board.ready->userSubId = "desk";
+    {"Move", &Board::Move, &Board::StartMove},
+    {"Cancel", [](Board& b) { b.engine.CancelAnnotation("doc", "page", "a"); },
+     [](Board& b) {
+       b.StartMove();
+       b.Move();
      }},
-    {"EchoOfADrawing", [](Board& board) { return board.HandOver(); },
-     [](Board& board) { board.Ready(Mark(board.Draw()).By("ada").Points(kSize, kTwo)); }},
-    {"EchoOfAMove", [](Board& board) { return board.HandOver(); },
-     [](Board& board) {
-       board.StartMove();
-       board.engine.MoveSelecting(kAway);
-       board.Ready(Mark("a").By("bob").Points(kSize, kTwo));
+    {"GetSelection", [](Board& b) { b.engine.GetSelectedAnnotations("doc", "page"); }},
+    {"NewMark", &Board::HandOver,
+     [](Board& b) { b.Ready(Mark("c").By(kLongName).Order(1).Points(kSize, kTwo)); }},
+    {"LateFragment", &Board::HandOver,
+     [](Board& b) { b.Ready(Mark("c").By("dot").Fragment(3).Points(kSize, kOne)); }},
+    {"Fragment", &Board::HandOver,
+     [](Board& b) { b.Ready(Mark("b").By("cem").Fragment(1).Points(kSize, kOne)); }},
+    {"AnotherAuthorsId", &Board::HandOver,
+     [](Board& b) { b.Ready(Mark("a").By("cem").Points(kSize, kTwo)); }},
+    {"OwnMark", &Board::HandOver,
+     [](Board& b) {
+       b.Ready(Mark("c").By("ada").Points(kSize, kTwo));
+       b.ready->userSubId = "desk";
+     }},
+    {"EchoOfADrawing", &Board::HandOver,
+     [](Board& b) {
+       b.StartDrawing();
+       b.Ready(Mark(b.AskForDrawing()).By("ada").Points(kSize, kTwo));
+     }},
+    {"EchoOfAMove", &Board::HandOver,
+     [](Board& b) {
+       b.StartMove();
+       b.Move();
+       b.Ready(Mark("a").By("bob").Points(kSize, kTwo));
      }},
     {"AnotherPagesMark",
-     [](Board& board) {
-       Annotation* mark = board.engine.GetAnnotation("doc", "page", "bob", "a");
-       return board.engine.AddAnnotationFromRemote("doc", "other", mark) == 1;
+     [](Board& b) {
+       Annotation* mark = b.engine.GetAnnotation("doc", "page", "bob", "a");
+       return b.engine.AddAnnotationFromRemote("doc", "other", mark);
      },
-     [](Board& board) {
-       board.engine.NewPage("doc", "other", "ada", board.whiteboard.window.Handle(),
-                            PageOf(kSize.width, kSize.height));
-       board.engine.SetCurrentPage("doc", "page");
+     [](Board& b) {
+       b.OpenPage("other");
+       b.engine.SetCurrentPage("doc", "page");
      }},
-    {"Clear",
-     [](Board& board) { return board.engine.ClearAnnotations("doc", "page", "", "") == 1; }},
-    {"NewDoc", [](Board& board) { return board.engine.NewDoc(kLongName, kLongName) == 1; }},
-    {"NewPage",
-     [](Board& board) {
-       return board.engine.NewPage("doc", kLongName, kLongName, board.whiteboard.window.Handle(),
-                                   PageOf(kSize.width, kSize.height)) == 1;
-     }},
+    {"Clear", [](Board& b) { return b.engine.ClearAnnotations("doc", "page", "", ""); }},
+    {"NewDoc", [](Board& b) { return b.engine.NewDoc(kLongName, kLongName); }},
+    {"NewPage", [](Board& b) { return b.OpenPage(kLongName); }},
     {"Resize",
-     Quiet([](Board& board) { board.engine.UpdatePage("doc", "page", PageOf(50, 30), true); })},
-    {"SetUserInfo",
-     Quiet([](Board& board) { board.engine.SetUserInfo(kLongName, kLongName, kLongName); })},
-    {"SetNicknameTip",
-     [](Board& board) { return board.engine.SetNicknameTip(1, 2, kLongName, 3) == 1; }},
-    {"SavePage", [](Board& board) { return board.Save(std::wstring()); }},
-    {"SaveDisplay", [](Board& board) { return board.Save(std::wstring(L"S")); }, SmallDesktop},
-    {"SaveWindow", [](Board& board) { return board.Save(board.whiteboard.window.Handle()); },
-     SmallDesktop},
+     [](Board& b) { static_cast<void>(b.engine.UpdatePage("doc", "page", PageOf(50, 30), true)); }},
+    {"SetUserInfo", [](Board& b) { b.engine.SetUserInfo(kLongName, kLongName, kLongName); }},
+    {"SetNicknameTip", [](Board& b) { return b.engine.SetNicknameTip(1, 2, kLongName, 3); }},
+    {"SavePage", [](Board& b) { return b.Save(std::wstring()); }},
+    {"SaveDisplay", [](Board& b) { return b.Save(std::wstring(L"S")); }, SmallDesktop},
+    {"SaveWindow", [](Board& b) { return b.Save(b.whiteboard.window.Handle()); }, SmallDesktop},
     {"SaveDocument",
-     [](Board& board) {
-       return board.engine.SaveDocument("doc", board.folderName, kLongName, std::wstring()) == 1;
+     [](Board& b) {
+       return b.engine.SaveDocument("doc", b.folderName, kLongName, std::wstring());
      }},
     {"Background",
-     [](Board& board) {
-       return board.engine.AddPictureFromStream("doc", "page", kBitmapFile, kLongName, true) !=
-              nullptr;
+     [](Board& b) {
+       return b.engine.AddPictureFromStream("doc", "page", kBitmapFile, kLongName, true) != nullptr;
      }},
-    {"Eraser",
-     Quiet([](Board& board) { board.engine.EraseAnnotations("doc", "page", "", "", kEraserPath); }),
-     [](Board& board) { board.engine.EraseSelectedAnnotations("doc", "page"); }},
-    {"Refresh", Quiet([](Board& board) { ParchletTestAccess::Refresh(board.engine); })},
+    {"Eraser", [](Board& b) { b.engine.EraseAnnotations("doc", "page", "", "", kEraserPath); },
+     &Board::Deselect},
+    {"Refresh", [](Board& b) { static_cast<void>(ParchletTestAccess::Refresh(b.engine)); }},
 };
 
 INSTANTIATE_TEST_SUITE_P(Calls, MemoryFaultTest, testing::ValuesIn(kCalls),
                          [](const auto& info) { return info.param.name; });
 
-// A picture is its page's before it is loaded, so a mark may be left of it.
-class PictureFaultTest : public testing::TestWithParam<std::pair<bool, bool>> {
- protected:
-  // Places a picture, from a file or from bytes, the nth allocation failing; false when there are
-  // fewer.
-  static bool PlaceWithFault(int nth) {
-    const auto [isFile, isBackground] = GetParam();
-    Board board;
-    const std::string path = board.folder.File("picture");
-    std::ofstream(path) << kBitmapFile;
-    Parchlet& engine = board.engine;
-    const Annotation* made = nullptr;
-    bool hasFailed = false;
-    {
-      const FailingAllocation failing(nth);
-      made = isFile
-                 ? engine.AddPictureFromFile("doc", "page", path, kLongName, isBackground)
-                 : engine.AddPictureFromStream("doc", "page", kBitmapFile, kLongName, isBackground);
-      hasFailed = failing.HasFailed();
-    }
-    for (const auto& [id, mark] : PageTestAccess::Pending(board.whiteboard.Page())) {
-      EXPECT_FALSE(isBackground);
-      EXPECT_EQ(mark == made, !mark->GetPoints().empty()) << "allocation " << nth;
-      EXPECT_TRUE(mark == made || AnnotationTestAccess::PictureOf(*mark) == nullptr);
-    }
-    EXPECT_NE(0, ParchletTestAccess::Refresh(engine));
-    return hasFailed;
+// Places a picture, from a file or from bytes, the nth allocation failing; false when there are
+// fewer.
+bool PlaceWithFault(int nth, bool isFile, bool isBackground) {
+  Board board;
+  const std::string path = board.folder.File("picture");
+  std::ofstream(path) << kBitmapFile;
+  Parchlet& engine = board.engine;
+  const Annotation* made = nullptr;
+  const bool hasFailed = FailsAt(nth, [&] {
+    made = isFile
+               ? engine.AddPictureFromFile("doc", "page", path, kLongName, isBackground)
+               : engine.AddPictureFromStream("doc", "page", kBitmapFile, kLongName, isBackground);
+  });
+  for (const auto& [id, mark] : PageTestAccess::Pending(board.whiteboard.Page())) {
+    EXPECT_FALSE(isBackground);
+    EXPECT_EQ(mark == made, !mark->GetPoints().empty()) << "allocation " << nth;
+    EXPECT_TRUE(mark == made || AnnotationTestAccess::PictureOf(*mark) == nullptr);
   }
-};
-
-TEST_P(PictureFaultTest, APictureThatRunsOutOfMemoryLeavesAnEmptyMarkAtMost) {
-  PlaceWithFault(0);  // fills what painting keeps for good
-  const std::int64_t live = LiveAllocations();
-  int nth = 1;
-  while (PlaceWithFault(nth) && !HasFailure()) {
-    ++nth;
-  }
-  EXPECT_LT(10, nth);
-  EXPECT_EQ(live, LiveAllocations()) << "leaked";
+  EXPECT_NE(0, ParchletTestAccess::Refresh(engine));
+  return hasFailed;
 }
 
-INSTANTIATE_TEST_SUITE_P(Pictures, PictureFaultTest,
-                         testing::Values(std::pair(false, false), std::pair(false, true),
-                                         std::pair(true, false), std::pair(true, true)));
+// A picture is its page's before it is loaded, so a mark may be left of it.
+TEST(PictureFaultTest, APictureThatRunsOutOfMemoryLeavesAnEmptyMarkAtMost) {
+  for (const bool isFile : {false, true}) {
+    for (const bool isBackground : {false, true}) {
+      EXPECT_LT(9, ForEveryAllocation(
+                       [&](int nth) { return PlaceWithFault(nth, isFile, isBackground); }));
+    }
+  }
+}
 
 TEST(ExportFaultTest, APageThatRunsOutOfMemoryKeepsNoOtherFromItsFile) {
   int lastAlone = 0;
-  int files = 0;
-  bool hasFailed = true;
-  for (int nth = 1; hasFailed; ++nth) {
+  std::size_t files = 0;
+  ForEveryAllocation([&](int nth) {
     Board board;
-    board.engine.NewPage("doc", "z", "", board.whiteboard.window.Handle(), PageOf(9, 9));
+    board.OpenPage("z");
     int result = 0;
-    {
-      const FailingAllocation failing(nth);
+    const bool hasFailed = FailsAt(nth, [&] {
       result = board.engine.SaveDocument("doc", board.folderName, kLongName, std::wstring());
-      hasFailed = failing.HasFailed();
-    }
-    files = static_cast<int>(board.folder.FileCount());
+    });
+    files = board.folder.FileCount();
     lastAlone += result == 1 && files == 1 ? 1 : 0;
-  }
-  EXPECT_EQ(2, files) << "when nothing fails";
+    return hasFailed;
+  });
+  EXPECT_EQ(2U, files) << "when nothing fails";
   EXPECT_LT(5, lastAlone);
 }
 
 TEST(TimerFaultTest, AnEngineWithoutMemoryForItsThreadStaysIdle) {
   Parchlet engine;
-  {
-    const FailingAllocation failing(1);
-    EXPECT_EQ(0, engine.Init());
-    EXPECT_TRUE(failing.HasFailed());
-  }
+  EXPECT_TRUE(FailsAt(1, [&] { EXPECT_EQ(0, engine.Init()); }));
   EXPECT_EQ(1, engine.Init());
 }
 
 TEST(WindowFaultTest, AWindowThatCannotBeMadeIsNotRegistered) {
   const MemoryWindow first({0, 0, 9, 9});
-  bool hasFailed = true;
-  for (int nth = 1; hasFailed; ++nth) {
-    const FailingAllocation failing(nth);
-    try {
-      const MemoryWindow window({0, 0, 9, 9});
-    } catch (const std::bad_alloc&) {
-    }
-    hasFailed = failing.HasFailed();
-  }
+  ForEveryAllocation([](int nth) {
+    return FailsAt(nth, [] {
+      try {
+        const MemoryWindow window({0, 0, 9, 9});
+      } catch (const std::bad_alloc&) {
+      }
+    });
+  });
   // Handles are numbers, given out one after the other.
   const MemoryWindow last({0, 0, 9, 9});
   for (auto handle = reinterpret_cast<std::uintptr_t>(first.Handle()) + 1;

@@ -1,8 +1,7 @@
 #include <parchlet/Fragments.h>
-#include <parchlet/parchlet_c.h>
 
 #include "annotation/MarkLimits.h"
-
+#include "c/Call.h"
 #include "support/Mark.h"
 #include "support/Whiteboard.h"
 
@@ -68,24 +67,12 @@ TEST_F(MergingTest, ThePagesOwnMarkHandedOverAgainChangesNoPoints) {
     EXPECT_EQ(before, Sizes(*mark)) << "as fragment " << index;
     EXPECT_EQ(1, HandOver(std::unique_ptr<Annotation>(mark)));
     EXPECT_EQ(before, Sizes(*mark)) << "as fragment " << index;
+    // A handle of the C interface.
+    auto* host = reinterpret_cast<ParchletEngine*>(&engine);
+    EXPECT_EQ(PARCHLET_YES, ParchletAddAnnotationFromRemote(host, "doc", "page", HandleOf(mark)));
+    EXPECT_EQ(before, Sizes(*mark)) << "as fragment " << index;
   }
   EXPECT_EQ(mark, Find("m"));
-}
-
-TEST_F(MergingTest, ABorrowedHandleOfTheCInterfaceChangesNoPointsEither) {
-  ParchletEngine* host = ParchletEngineNew();
-  ParchletNewDoc(host, "", "doc");
-  const ParchletPageInfo info = {0, 0, 60, 40, 0, {0, 0, 60, 40}, kWhite};
-  ParchletNewPage(host, "doc", "page", "", board.window.Handle(), &info);
-  const auto fragment = Mark("m").By("bob").Fragment(2).Points(kSize, {{1, 1}, {9, 9}}).Make();
-  ParchletAddAnnotationFromRemote(host, "doc", "page",
-                                  reinterpret_cast<const ParchletMark*>(fragment.get()));
-  ParchletMark* known = ParchletGetAnnotation(host, "doc", "page", "bob", "m");
-  EXPECT_EQ(PARCHLET_YES, ParchletAddAnnotationFromRemote(host, "doc", "page", known));
-  std::size_t count = 0;
-  EXPECT_EQ(PARCHLET_YES, ParchletMarkGetPoints(known, 2, nullptr, 0, &count));
-  EXPECT_EQ(std::size_t{2}, count);
-  ParchletEngineFree(host);
 }
 
 TEST_F(MergingTest, ADrawingHandedBackIsConfirmedWithItsPoints) {
@@ -98,18 +85,6 @@ TEST_F(MergingTest, ADrawingHandedBackIsConfirmedWithItsPoints) {
     EXPECT_EQ(std::vector<std::string>{drawing->annotationId}, Erasable()) << "fragment " << index;
     EXPECT_EQ(1, engine.EraseAnnotation("doc", "page", "ada", drawing->annotationId));
   }
-}
-
-TEST_F(MergingTest, AMarkKeepsItsOnePlaceInThePaintOrder) {
-  const auto handOver = [this](int order) {
-    HandOver(Mark("m").By("bob").Order(order).Points(kSize, {{0, 20}, {59, 20}}).Make());
-  };
-  handOver(5);
-  HandOver(Mark("above").By("bob").Order(6).Points(kSize, {{0, 21}, {59, 21}}).Make());
-  Find("m")->ClearPoints();
-  handOver(7);
-  board.Paint();
-  EXPECT_EQ((std::vector<std::string>{"above", "m"}), Erasable());
 }
 
 TEST_F(MergingTest, TheEchoOfALongDrawingIsWholeInAnyOrder) {

@@ -1,5 +1,4 @@
 #include "page/AnnotationPage.h"
-#include "page/DibSection.h"
 #include "support/Mark.h"
 #include "support/Whiteboard.h"
 
@@ -58,15 +57,13 @@ TEST_F(PageSurfaceTest, AnEmptyViewMakesASurfaceOfOnePixelUntilTheFirstResize) {
 TEST_F(PageSurfaceTest, MarksKeepTheirFractionsWhenThePageIsResized) {
   Init(PageOf(60, 40));
   page.AddAnnotation(Mark("m").Box(kSize, 30, 20, 10, kRed).Release(), true);
-  page.AddAnnotation(
-      Mark("on it").Pen(kRed, 1).Points(kSize, {{32, 22}, {35, 24}, {37, 26}}).Release(), true);
-  const struct {
-    int width, height;
-    RECT ink;
-  } cases[] = {{120, 20, {60, 10, 80, 15}}, {60, 40, {30, 20, 40, 30}}};
-  for (const auto& [width, height, ink] : cases) {
-    window.SetScreenRect({0, 0, width, height});
-    EXPECT_EQ(1, page.UpdatePage(PageOf(width, height), true));
+  Mark onIt("on it");
+  page.AddAnnotation(onIt.Pen(kRed, 1).Points(kSize, {{32, 22}, {35, 24}, {37, 26}}).Release(),
+                     true);
+  for (const auto& [size, ink] :
+       {std::pair(SIZE{120, 20}, RECT{60, 10, 80, 15}), {{60, 40}, {30, 20, 40, 30}}}) {
+    window.SetScreenRect({0, 0, size.cx, size.cy});
+    EXPECT_EQ(1, page.UpdatePage(PageOf(size.cx, size.cy), true));
     EXPECT_EQ(ink, Paint().InkBox());
   }
 }
@@ -145,20 +142,6 @@ TEST_F(PageSurfaceTest, AReleasedPageIsEmptyAndMayBeInitialisedAnew) {
   named->nickname = "Grace";
   page.AddAnnotation(named.release(), true);
   EXPECT_EQ((RECT{0, 0, 10, 10}), Paint().InkBox()) << "and so did the style of names";
-}
-
-TEST(DibSectionTest, ASectionIsKeptWhenNoneIsAskedForAndGivenUpWhenNoneCanBeHad) {
-  DeviceContext proof;
-  HDC dc = CreateCompatibleDC(&proof);
-  DibSection section;
-  EXPECT_EQ(1, section.Create(dc, 30, 20, 32, false));
-  HBITMAP made = section.GetBitmap();
-  EXPECT_EQ(0, section.Create(dc, 0, 20, 32, false));
-  EXPECT_EQ(0, section.Create(dc, 30, 20, 0, false));
-  EXPECT_EQ(made, section.GetBitmap());
-  EXPECT_EQ(0, section.Create(dc, 30, 40'000, 32, false));
-  EXPECT_EQ(nullptr, section.GetBitmap());
-  DeleteDC(dc);
 }
 
 }  // namespace

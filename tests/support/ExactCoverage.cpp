@@ -9,47 +9,29 @@ namespace {
 constexpr int kLines = 16;  // a pixel
 constexpr double kMitreLimit = 10;
 
-Corner operator+(Corner a, Corner b) {
-  return {a.x + b.x, a.y + b.y};
-}
-Corner operator-(Corner a, Corner b) {
-  return {a.x - b.x, a.y - b.y};
-}
-Corner operator*(double k, Corner c) {
-  return {k * c.x, k * c.y};
-}
-double Dot(Corner a, Corner b) {
-  return a.x * b.x + a.y * b.y;
-}
-double Cross(Corner a, Corner b) {
-  return a.x * b.y - a.y * b.x;
-}
+constexpr Corner kQuarterTurn = {0, 1};
 
 Corner Direction(Corner from, Corner to) {
-  const Corner d = to - from;
-  return (1 / std::hypot(d.x, d.y)) * d;
+  return (to - from) / std::abs(to - from);
 }
 
-void AddSegment(Corner from, Corner to, double half, std::vector<Polygon>& polygons) {
-  const Corner t = Direction(from, to);
-  const Corner n = half * Corner{-t.y, t.x};
-  polygons.push_back({from + n, to + n, to - n, from - n});
+Polygon Segment(Corner from, Corner to, double half) {
+  const Corner n = half * kQuarterTurn * Direction(from, to);
+  return {from + n, to + n, to - n, from - n};
 }
 
-void AddJoint(Corner at, Corner before, Corner after, double half, std::vector<Polygon>& polygons) {
-  const double cross = Cross(before, after);
-  const double side = cross > 0 ? -half : half;
-  const Corner a = at + side * Corner{-before.y, before.x};
-  const Corner b = at + side * Corner{-after.y, after.x};
+Polygon Joint(Corner at, Corner before, Corner after, double half) {
+  const Corner turn = std::conj(before) * after;
+  const Corner aside = (turn.imag() > 0 ? -half : half) * kQuarterTurn;
+  const Corner a = at + aside * before;
+  const Corner b = at + aside * after;
   // The mitre's length over the pen's width is 1 / cos(turn / 2).
-  const double halfCosine = std::sqrt(std::max(0.0, (1 + Dot(before, after)) / 2));
-  if (halfCosine * kMitreLimit >= 1) {
-    const Corner middle = 0.5 * (a + b) - at;
-    const Corner tip = at + (half * half / Dot(middle, middle)) * middle;
-    polygons.push_back({at, a, tip, b});
-  } else {
-    polygons.push_back({at, a, b});
+  const double halfCosine = std::sqrt(std::max(0.0, (1 + turn.real()) / 2));
+  if (halfCosine * kMitreLimit < 1) {
+    return {at, a, b};
   }
+  const Corner middle = 0.5 * (a + b) - at;
+  return {at, a, at + half * half / std::norm(middle) * middle, b};
 }
 
 std::vector<Corner> Distinct(std::vector<Corner> line, bool closed) {
@@ -71,8 +53,8 @@ Range Across(const Polygon& polygon, double y) {
   for (std::size_t i = 0; i < polygon.size(); ++i) {
     const Corner& a = polygon[i];
     const Corner& b = polygon[(i + 1) % polygon.size()];
-    if ((a.y <= y) != (b.y <= y)) {
-      const double x = a.x + (y - a.y) / (b.y - a.y) * (b.x - a.x);
+    if ((a.imag() <= y) != (b.imag() <= y)) {
+      const double x = (a + (y - a.imag()) / (b - a).imag() * (b - a)).real();
       range.low = std::min(range.low, x);
       range.high = std::max(range.high, x);
     }
@@ -107,23 +89,24 @@ std::vector<Polygon> StrokePolygons(const std::vector<Corner>& points, bool clos
     return polygons;
   }
   const auto at = [&](std::size_t i) { return line[i % count]; };
-  for (std::size_t i = 0; i + 1 < count + (closed ? 1 : 0); ++i) {
-    AddSegment(at(i), at(i + 1), width / 2, polygons);
+  for (std::size_t i = closed ? 0 : 1; i < count; ++i) {
+    polygons.push_back(Segment(at(i + count - 1), at(i), width / 2));
   }
   for (std::size_t i = closed ? 0 : 1; i < count - (closed ? 0 : 1); ++i) {
-    AddJoint(at(i), Direction(at(i + count - 1), at(i)), Direction(at(i), at(i + 1)), width / 2,
-             polygons);
+    polygons.push_back(
+        Joint(at(i), Direction(at(i + count - 1), at(i)), Direction(at(i), at(i + 1)), width / 2));
   }
   return polygons;
 }
 
 std::vector<double> Coverage(std::span<const Polygon> polygons, int width, int height) {
   std::vector<double> coverage(static_cast<std::size_t>(width) * height);
-  std::vector<Range> heights;
-  for (const Polygon& polygon : polygons) {
-    const auto [top, bottom] = std::minmax_element(polygon.begin(), polygon.end(),
-                                                   [](Corner a, Corner b) { return a.y < b.y; });
-    heights.push_back({top->y, bottom->y});
+  std::vector<Range> heights(polygons.size());
+  for (std::size_t i = 0; i < polygons.size(); ++i) {
+    for (const Corner& corner : polygons[i]) {
+      heights[i].low = std::min(heights[i].low, corner.imag());
+      heights[i].high = std::max(heights[i].high, corner.imag());
+    }
   }
   std::vector<Range> ranges;
   for (int line = 0; line < height * kLines; ++line) {

@@ -2,18 +2,13 @@
 // every joint's mitre or bevel, measured along 16 lines a pixel. Slow and obvious.
 #pragma once
 
+#include <complex>
 #include <span>
 #include <vector>
 
 namespace exact {
 
-struct Corner {
-  double x = 0;
-  double y = 0;
-
-  bool operator==(const Corner&) const = default;
-};
-
+using Corner = std::complex<double>;  // x and y
 using Polygon = std::vector<Corner>;  // convex
 
 // What a stroke with flat caps, mitred joins up to 10 times the pen's width and bevels past that

@@ -55,8 +55,8 @@ class Mark {
     made->pen = {color, width, fill};
     return *this;
   }
-  Mark& Points(CurrentAnnotPageSize size, const std::vector<POINT>& pixels) {
-    made->InsertPoints(0, PointsOn(size, pixels));
+  Mark& Points(CurrentAnnotPageSize size, const std::vector<POINT>& pixels, unsigned subModel = 0) {
+    made->InsertPoints(subModel, PointsOn(size, pixels));
     return *this;
   }
   // A filled box over the pixels x .. x+side-1, y .. y+side-1.

@@ -11,10 +11,14 @@
 
 #include <parchlet/Pictures.h>
 
+inline std::string ReadWholeFile(const std::filesystem::path& path) {
+  std::ifstream file(path, std::ios::binary);
+  return {std::istreambuf_iterator<char>(file), {}};
+}
+
 // What the file holds; of size 0 x 0 when that is no picture.
 inline parchlet::Picture ReadPicture(const std::filesystem::path& path) {
-  std::ifstream file(path, std::ios::binary);
-  return parchlet::DecodePicture(std::string(std::istreambuf_iterator<char>(file), {}));
+  return parchlet::DecodePicture(ReadWholeFile(path));
 }
 
 // Makes a PNG file of one colour, 0xAARRGGBB.

@@ -10,8 +10,8 @@
 #include "support/TestAccess.h"
 
 // An opaque page of that size, shown whole.
-inline AnnotationPageInfo PageOf(int width, int height) {
-  return {0, 0, width, height, false, {0, 0, width, height}, kWhite};
+inline AnnotationPageInfo PageOf(int width, int height, std::uint32_t color = kWhite) {
+  return {0, 0, width, height, false, {0, 0, width, height}, color};
 }
 
 // A page that paints into a window of its own size, without an engine and without a timer.

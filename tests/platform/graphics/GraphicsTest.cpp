@@ -2,8 +2,7 @@
 
 #include <limits>
 
-#include "page/DibSection.h"
-#include "support/Frame.h"
+#include "support/DrawnBitmap.h"
 
 namespace {
 
@@ -15,43 +14,28 @@ using Gdiplus::Status;
 constexpr INT kMin = std::numeric_limits<INT>::min();
 constexpr INT kMax = std::numeric_limits<INT>::max();
 
-// A white bitmap of 120 x 80 pixels, and what draws on it.
 class GraphicsTest : public testing::Test {
  protected:
-  GraphicsTest() {
-    section.Create(dc, 120, 80, 32, false);
-    SelectObject(dc, section.GetBitmap());
-    graphics = std::make_unique<Gdiplus::Graphics>(dc);
-    graphics->Clear(Color(kWhite));
-  }
-  ~GraphicsTest() override {
-    graphics.reset();
-    DeleteDC(dc);
-  }
+  GraphicsTest() { on.Clear(Color(kWhite)); }
 
   // What the call left: red at `inked`, white at `blank`. Clears it away.
   void ExpectInk(Status status, const std::vector<POINT>& inked, POINT blank) {
     EXPECT_EQ(Gdiplus::Ok, status);
-    graphics->Flush();
-    const std::uint32_t* pixels = GetPixels(dc).pixels;
-    const Frame frame({120, 80, {pixels, pixels + std::ptrdiff_t{120} * 80}});
+    const Frame frame = shown.Show();
     for (const POINT& point : inked) {
       EXPECT_THAT(frame, Shows(point.x, point.y, kRed));
     }
     EXPECT_THAT(frame, Shows(blank.x, blank.y, kWhite));
-    graphics->Clear(Color(kWhite));
+    on.Clear(Color(kWhite));
   }
 
-  DeviceContext proof;
-  HDC dc = CreateCompatibleDC(&proof);
-  DibSection section;
-  std::unique_ptr<Gdiplus::Graphics> graphics;
+  DrawnBitmap shown{120, 80};
+  Gdiplus::Graphics& on = shown.graphics;
   const Pen red{Color(kRed), 4};
   const Gdiplus::SolidBrush brush{Color(kRed)};
 };
 
 TEST_F(GraphicsTest, FarAwayGeometryPaintsWhatCrossesTheBitmap) {
-  Gdiplus::Graphics& on = *graphics;
   constexpr INT kLow = kMin / 2;
   const Point zigzag[] = {{kMin, kMin}, {kMax, 10}, {kMin, 70}, {kMax, kMax}};
   const Point wedge[] = {{30, kMin}, {kMax, 0}, {30, kMax}};
@@ -66,11 +50,11 @@ TEST_F(GraphicsTest, FarAwayGeometryPaintsWhatCrossesTheBitmap) {
 
 TEST_F(GraphicsTest, WhatIsNoGeometryFailsAndIsReportedUntilItIsAskedFor) {
   const Point one[] = {{10, 10}};
-  EXPECT_NE(Gdiplus::Ok, graphics->DrawLines(&red, one, 1));
-  EXPECT_NE(Gdiplus::Ok, graphics->DrawRectangle(&red, 10, 10, -1, 5));
-  EXPECT_NE(Gdiplus::Ok, graphics->DrawEllipse(&red, 10, 10, 5, kMin));
-  EXPECT_EQ(Gdiplus::InvalidParameter, graphics->GetLastStatus());
-  EXPECT_EQ(Gdiplus::Ok, graphics->GetLastStatus());
+  EXPECT_NE(Gdiplus::Ok, on.DrawLines(&red, one, 1));
+  EXPECT_NE(Gdiplus::Ok, on.DrawRectangle(&red, 10, 10, -1, 5));
+  EXPECT_NE(Gdiplus::Ok, on.DrawEllipse(&red, 10, 10, 5, kMin));
+  EXPECT_EQ(Gdiplus::InvalidParameter, on.GetLastStatus());
+  EXPECT_EQ(Gdiplus::Ok, on.GetLastStatus());
 }
 
 }  // namespace

@@ -24,6 +24,7 @@ using raster::Rasterizer;
 
 std::vector<GridPoint> PointsOf(const BenchMark& mark) {
   std::vector<GridPoint> points;
+  points.reserve(mark.points.size());
   for (const POINT& point : mark.points) {
     points.push_back({point.x, point.y});
   }
@@ -42,13 +43,13 @@ std::vector<std::uint32_t> Paint(const Workload& page) {
   return pixels;
 }
 
-std::vector<exact::Polygon> Meant(const std::vector<GridPoint>& line, int pen) {
+std::vector<double> Meant(const BenchMark& mark, int width, int height) {
   std::vector<exact::Corner> corners;
-  corners.reserve(line.size());
-  for (const GridPoint& point : line) {
-    corners.push_back({static_cast<double>(point.x), static_cast<double>(point.y)});
+  corners.reserve(mark.points.size());
+  for (const POINT& point : mark.points) {
+    corners.emplace_back(point.x, point.y);
   }
-  return exact::StrokePolygons(corners, false, pen);
+  return exact::Coverage(exact::StrokePolygons(corners, false, mark.width), width, height);
 }
 
 struct Error {
@@ -60,8 +61,7 @@ Error ErrorOf(Workload page) {
   std::vector<double> truth(static_cast<std::size_t>(page.width) * page.height, 255);
   for (BenchMark& mark : page.marks) {
     mark.color = 0xFF000000;
-    const auto covered =
-        exact::Coverage(Meant(PointsOf(mark), mark.width), page.width, page.height);
+    const std::vector<double> covered = Meant(mark, page.width, page.height);
     std::transform(truth.begin(), truth.end(), covered.begin(), truth.begin(),
                    [](double shown, double share) { return shown * (1 - share); });
   }
@@ -114,22 +114,19 @@ JointError ErrorAt(int pen, int degrees, std::initializer_list<int> distances) {
   const double from = 0.3 + pen * 0.37;
   const double to = from + degrees * std::numbers::pi / 180;
   const auto at = [](double angle, int distance) {
-    return GridPoint{kMiddle + static_cast<int>(std::lround(distance * std::cos(angle))),
-                     kMiddle + static_cast<int>(std::lround(distance * std::sin(angle)))};
+    return POINT{kMiddle + static_cast<int>(std::lround(distance * std::cos(angle))),
+                 kMiddle + static_cast<int>(std::lround(distance * std::sin(angle)))};
   };
-  std::vector<GridPoint> line = {at(from, -kLength), {kMiddle, kMiddle}};
+  BenchMark line = {
+      AnnotationSubTypePath, 0xFF000000, pen, {at(from, -kLength), {kMiddle, kMiddle}}};
   for (const int distance : distances) {
-    line.push_back(at(to, distance));
+    line.points.push_back(at(to, distance));
   }
-  std::vector<std::uint32_t> pixels(kSide * kSide);
-  Rasterizer rasterizer;
-  rasterizer.SetTarget({pixels.data(), kSide, kSide, kSide}, {0, 0, kSide, kSide});
-  rasterizer.Clear(0xFF000000);
-  rasterizer.Stroke(line, false, static_cast<float>(pen), 0xFFFFFFFF);
-  const auto truth = exact::Coverage(Meant(line, pen), kSide, kSide);
+  const std::vector<std::uint32_t> pixels = Paint({"", kSide, kSide, {line}});
+  const std::vector<double> truth = Meant(line, kSide, kSide);
   JointError error;
   for (std::size_t i = 0; i < pixels.size(); ++i) {
-    const double painted = pixels[i] & 0xFF;
+    const double painted = 255 - static_cast<double>(pixels[i] & 0xFF);
     error.hole = std::max(error.hole, truth[i] > 0.9999 ? 255 - painted : 0);
     error.spike = std::max(error.spike, truth[i] == 0 ? painted : 0);
   }

@@ -8,9 +8,8 @@
 #include <cstdlib>
 #include <limits>
 
-#include "platform/Platform.h"
 #include "platform/text/FontFamilies.h"
-#include "support/Frame.h"
+#include "support/DrawnBitmap.h"
 
 namespace {
 
@@ -122,17 +121,10 @@ TEST(TextPainter, NoSizePositionOrLengthIsTooMuch) {
   PaintText({}, Style(18), L"x", 0, 0);
 }
 
-// A memory context of 120 x 60 transparent pixels.
 class DrawStringTest : public testing::Test {
  protected:
-  DrawStringTest() { SelectObject(&context, &bitmap); }
-
-  std::vector<std::uint32_t> Pixels() const {
-    return {bitmap.pixels.get(), bitmap.pixels.get() + std::size_t{120} * 60};
-  }
-
-  PixelSection bitmap{120, 60, AllocatePixels(std::size_t{120} * 60)};
-  DeviceContext context;
+  DrawnBitmap shown{120, 60};
+  Gdiplus::Graphics& graphics = shown.graphics;
   const SolidBrush brush{Color(0xC0112233)};
   const Gdiplus::StringFormat format{0, LANG_NEUTRAL};
 };
@@ -141,12 +133,11 @@ TEST_F(DrawStringTest, TextOfTheFrameBeforeStaysAndOtherTextReplacesIt) {
   const FontFamily family(L"DejaVu Sans");
   const Font font(&family, 20, Gdiplus::FontStyleBold, Gdiplus::UnitPixel);
   const SolidBrush red{Color(0xFFFF0000)};
-  Gdiplus::Graphics graphics(&context);
   const auto show = [&](const wchar_t* text, const SolidBrush& ink, float x) {
     graphics.Clear(Color(0));
     graphics.DrawString(text, -1, &font, Gdiplus::RectF(x, 5, 0, 0), &format, &ink);
     graphics.Flush();
-    return bitmap.version;
+    return shown.bitmap.version;
   };
   const auto painted = [&](const wchar_t* text, std::uint32_t color, double x) {
     Canvas expected(120, 60, 0);
@@ -155,13 +146,13 @@ TEST_F(DrawStringTest, TextOfTheFrameBeforeStaysAndOtherTextReplacesIt) {
   };
   const std::uint64_t first = show(L"Ada", brush, 7);
   EXPECT_EQ(first, show(L"Ada", brush, 7)) << "nothing has changed";
-  EXPECT_EQ(painted(L"Ada", 0xC0112233, 7), Pixels());
+  EXPECT_EQ(painted(L"Ada", 0xC0112233, 7), shown.Show().pixels);
   EXPECT_LT(first, show(L"Ada", red, 7));
-  EXPECT_EQ(painted(L"Ada", 0xFFFF0000, 7), Pixels());
+  EXPECT_EQ(painted(L"Ada", 0xFFFF0000, 7), shown.Show().pixels);
   show(L"Ida", red, 7);
-  EXPECT_EQ(painted(L"Ida", 0xFFFF0000, 7), Pixels());
+  EXPECT_EQ(painted(L"Ida", 0xFFFF0000, 7), shown.Show().pixels);
   show(L"Ida", red, -9);
-  EXPECT_EQ(painted(L"Ida", 0xFFFF0000, -9), Pixels()) << "cut by the surface's edge";
+  EXPECT_EQ(painted(L"Ida", 0xFFFF0000, -9), shown.Show().pixels) << "cut by the surface's edge";
 }
 
 TEST_F(DrawStringTest, WithoutAFamilyOrASizeInPixelsNothingIsDrawn) {
@@ -173,14 +164,12 @@ TEST_F(DrawStringTest, WithoutAFamilyOrASizeInPixelsNothingIsDrawn) {
                         {nullptr, 20, 1, Gdiplus::UnitPixel},
                         {&family, 0, 1, Gdiplus::UnitPixel},
                         {&family, 20, 1, Gdiplus::UnitWorld}};
-  Gdiplus::Graphics graphics(&context);
   for (const Font& font : fonts) {
     EXPECT_FALSE(font.IsAvailable());
     graphics.DrawString(L"Ada", -1, &font, Gdiplus::RectF(7, 5, 0, 0), &format, &brush);
     EXPECT_NE(graphics.GetLastStatus(), Gdiplus::Ok);
   }
-  graphics.Flush();
-  EXPECT_EQ(Pixels(), std::vector<std::uint32_t>(std::size_t{120} * 60, 0));
+  EXPECT_THAT(shown.Show(), IsAll(kClear));
 }
 
 }  // namespace
