@@ -49,7 +49,10 @@ const struct {
               kAcross,
               {{140, 0, 100, 30}, {60, 0, 160, 80}},
               {{104, 15, 145, 44}}},
-             {AnnotationSubTypeTriangle, kAt, {{80, 60}}, {{80, 84}, {30, 30}}},
+             {AnnotationSubTypeTriangle,
+              kAt,
+              {{80, 60}, {80, 20}, {20, 80}, {140, 80}},
+              {{80, 84}, {30, 30}, {19, 80}, {141, 80}}},
              {AnnotationSubTypeTriangle, kAcross, {{60, 60, 30, 30}}, {{70, 60, 90, 60}}},
              {AnnotationSubTypeRightTriangle, kAt, {{30, 70}}, {{60, 30}}},
              {AnnotationSubTypeRightTriangle, kAcross, {{100, 0, 100, 65}}, {{100, 0, 100, 55}}},
@@ -166,6 +169,11 @@ TEST(AnnotationCopyTest, FragmentsKeepTheHeaderAndTheirOwnPoints) {
               ElementsAre(Pair(0, SizeIs(256)), Pair(1, SizeIs(256)), Pair(3, SizeIs(1))));
   EXPECT_EQ(1U, parchlet::SplitMark(Annotation(), 0).size());
   EXPECT_EQ(nullptr, parchlet::JoinFragments({}));
+  auto late = parchlet::SplitMark(source, 7);
+  late.erase(late.begin());
+  const std::unique_ptr<Annotation> cut = parchlet::JoinFragments(late);
+  EXPECT_EQ(0, cut->subModelIndex);
+  EXPECT_THAT(cut->GetPoints(), ElementsAre(Pair(1, SizeIs(256)), Pair(2, SizeIs(1))));
 }
 
 }  // namespace

@@ -28,6 +28,8 @@ TEST(PageSearchTest, AChangedMarkIsFoundWhereItIsBeforeTheNextFrame) {
   EXPECT_TRUE(isAt(55, 150));
   *mark = *Mark("m").By("bob").Points(kSize, {{230, 5}, {230, 15}}).Make();
   EXPECT_TRUE(isAt(230, 10));
+  page.SelectAnnotations("bob", {230, 5, 230, 15});
+  EXPECT_EQ(1U, page.GetSelectedAnnotations().count("m"));
   mark->ClearPoints();
   mark->InsertPoints(0, {{150, 120, 0, 0}, {170, 120, 0, 0}});
   EXPECT_TRUE(isAt(160, 120));

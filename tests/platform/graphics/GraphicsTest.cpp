@@ -2,6 +2,7 @@
 
 #include <limits>
 
+#include "platform/graphics/Text.h"
 #include "support/DrawnBitmap.h"
 
 namespace {
@@ -55,6 +56,13 @@ TEST_F(GraphicsTest, WhatIsNoGeometryFailsAndIsReportedUntilItIsAskedFor) {
   EXPECT_NE(Gdiplus::Ok, on.DrawEllipse(&red, 10, 10, 5, kMin));
   EXPECT_EQ(Gdiplus::InvalidParameter, on.GetLastStatus());
   EXPECT_EQ(Gdiplus::Ok, on.GetLastStatus());
+  Gdiplus::Image none(L"/no such picture");
+  EXPECT_EQ(Gdiplus::InvalidParameter, none.GetLastStatus());
+  EXPECT_EQ(Gdiplus::Ok, none.GetLastStatus());
+  EXPECT_EQ(Gdiplus::InvalidParameter, Gdiplus::FontFamily(nullptr).GetLastStatus());
+  constexpr auto kCentre = static_cast<Gdiplus::StringAlignment>(1);
+  EXPECT_EQ(Gdiplus::InvalidParameter, Gdiplus::StringFormat().SetAlignment(kCentre));
+  EXPECT_EQ(Gdiplus::InvalidParameter, Gdiplus::StringFormat().SetLineAlignment(kCentre));
 }
 
 }  // namespace

@@ -1,4 +1,5 @@
 #include <gtest/gtest.h>
+#include <parchlet/Pictures.h>
 
 #include <algorithm>
 #include <filesystem>
@@ -8,6 +9,7 @@
 
 #include "ImageFiles.h"
 #include "platform/image/Picture.h"
+#include "platform/image/ReplacingFile.h"
 #include "tests/support/SmallDisk.h"
 #include "tests/support/TemporaryFolder.h"
 
@@ -98,6 +100,8 @@ TEST(FailedSaveTest, WhatNoFileCanStandAtOrNoFormatHoldsFails) {
     // Every row is the same one pixel: no format holds so many rows of it.
     EXPECT_FALSE(SavePicture({&pixel, 1, 0x7FFFFFFF, 0}, encoder, folder.File("board")));
   }
+  EXPECT_FALSE(parchlet::SavePicture({2, 2, {pixel, pixel, pixel}}, folder.File("board")));
+  EXPECT_FALSE(ReplacingFile(pipe).Commit());
   EXPECT_TRUE(std::filesystem::is_fifo(pipe) && folder.FileCount() == 1);
 }
 

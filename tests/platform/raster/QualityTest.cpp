@@ -8,9 +8,11 @@
 #include <cstdint>
 #include <initializer_list>
 #include <numbers>
+#include <random>
 #include <vector>
 
 #include "platform/raster/Rasterizer.h"
+#include "platform/raster/Stretch.h"
 #include "platform/raster/StrokeRules.h"
 #include "support/ExactCoverage.h"
 #include "workload/Workload.h"
@@ -217,6 +219,48 @@ TEST(QualityTest, HostileGeometryNeverLeavesTheSurface) {
     for (int x = 0; x < kStride; ++x) {
       const bool inside = x >= kFrame && x < kFrame + kSide && y >= kFrame && y < kFrame + kSide;
       EXPECT_TRUE(inside || pixels[static_cast<std::size_t>(y) * kStride + x] == 0xCAFEBABE);
+    }
+  }
+}
+
+// Where the middle of a destination's pixel lies among `count` source pixels.
+double SourcePlace(int index, std::int64_t count, std::int64_t length) {
+  const auto sourceCount = static_cast<double>(count);
+  const double place = (index + 0.5) * sourceCount / static_cast<double>(length) - 0.5;
+  return std::clamp(place, 0.0, sourceCount - 1);
+}
+
+TEST(QualityTest, AStretchedPictureIsBilinear) {
+  constexpr int kWidth = 13;
+  constexpr int kHeight = 9;
+  std::mt19937 random(5);
+  std::vector<std::uint32_t> picture(std::size_t{kWidth} * kHeight);
+  std::generate(picture.begin(), picture.end(), [&] { return 0xFF000000 | random(); });
+  std::vector<std::uint32_t> pixels(64 * 48);
+  const PixelSurface surface = {pixels.data(), 64, 48, 64};
+  for (const PixelRect& from : {PixelRect{0, 0, kWidth, kHeight}, {3, 2, 12, 8}, {5, 4, 6, 5}}) {
+    const auto channel = [&](double x, double y, int shift) {
+      const int row = std::min(from.top + static_cast<int>(y), from.bottom - 1);
+      const int column = std::min(from.left + static_cast<int>(x), from.right - 1);
+      return static_cast<double>(picture[std::size_t{kWidth} * row + column] >> shift & 255);
+    };
+    for (const PixelRect& to : {PixelRect{-7, -5, 60, 47}, {4, 3, 11, 10}, {0, 0, 13, 9}}) {
+      const PixelRect shown = Intersect(to, {2, 1, 50, 40});
+      raster::StretchPicture({picture.data(), kWidth, kHeight}, from, to, shown, surface);
+      for (int y = shown.top; y < shown.bottom; ++y) {
+        for (int x = shown.left; x < shown.right; ++x) {
+          const double column = SourcePlace(x - to.left, from.Width(), to.Width());
+          const double row = SourcePlace(y - to.top, from.Height(), to.Height());
+          const int shift = 8 * (x % 4);
+          const double upper = std::lerp(channel(column, row, shift),
+                                         channel(column + 1, row, shift), std::fmod(column, 1));
+          const double lower = std::lerp(channel(column, row + 1, shift),
+                                         channel(column + 1, row + 1, shift), std::fmod(column, 1));
+          ASSERT_NEAR(std::lerp(upper, lower, std::fmod(row, 1)), surface.Row(y)[x] >> shift & 255,
+                      3)
+              << x << ", " << y;
+        }
+      }
     }
   }
 }

@@ -59,6 +59,7 @@ TEST(CodePageTest, OtherCharacterSetsAreConvertedOrCountAsUtf8) {
 TEST(CodePageTest, WhatIsNotKnownAndAResultThatDoesNotFitAreRefused) {
   EXPECT_EQ(0, MultiByteToWideChar(CP_UTF8, 0, nullptr, -1, nullptr, 0));
   EXPECT_EQ(0, MultiByteToWideChar(437, 0, "a", -1, nullptr, 0));
+  EXPECT_EQ(0, WideCharToMultiByte(CP_UTF8, 0, nullptr, -1, nullptr, 0, nullptr, nullptr));
   wchar_t wide[3] = {};
   EXPECT_EQ(3, MultiByteToWideChar(CP_UTF8, 0, "a\xC3\xA9", -1, wide, 3));
   EXPECT_EQ(0, MultiByteToWideChar(CP_UTF8, 0, "a\xC3\xA9", -1, wide, 2));
