@@ -1,7 +1,5 @@
 #include "model/PlainEngine.h"
 
-#include <algorithm>
-
 // An id is logged up to its first zero byte.
 void PlainEngine::Record(const Id& function, const Id& text, const Id& id) {
   log.push_back("0 Parchlet::" + function + ": " + text + id.substr(0, id.find('\0')));
@@ -134,16 +132,8 @@ int PlainEngine::DelPage(const Id& docId, const Id& pageId) {
   return 1;
 }
 
-int PlainEngine::GetPageIndex(const Id& docId, const Id& pageId) {
-  const PlainPage* page = FindPage(docId, pageId);
-  return page != nullptr ? page->index : -1;
-}
-
 int PlainEngine::GetPageCreator(const Id& docId, const Id& pageId, char* buffer, int size) {
-  if (buffer == nullptr || size < 1) {
-    return 0;
-  }
-  const PlainPage* page = FindPage(docId, pageId);
+  const PlainPage* page = buffer != nullptr && size > 0 ? FindPage(docId, pageId) : nullptr;
   if (page == nullptr || page->creator.empty()) {
     return 0;
   }
@@ -160,12 +150,11 @@ int PlainEngine::GetPageSize(const Id& docId, const Id& pageId, AnnotationPageIn
   return page != nullptr ? 1 : 0;
 }
 
-int PlainEngine::SetCurrentPage(const Id& docId, const Id& pageId) {
-  PlainPage* page = FindPage(docId, pageId);
+int PlainEngine::Turn(Document* document, PlainPage* page) {
   if (page == nullptr) {
     return 0;
   }
-  documents.at(docId).current = page;
+  document->current = page;
   return 1;
 }
 
@@ -180,19 +169,6 @@ PlainEngine::Id PlainEngine::Goto(int index) {
   }
   current->current = current->pages[index - 1].get();
   return current->current->id;
-}
-
-PlainEngine::Id PlainEngine::GotoPage(const Id& /*doc*/, int index) {
-  return Goto(std::max(1, std::min(index, CountPages(current))));
-}
-
-int PlainEngine::GotoPage(const Id& /*doc*/, const Id& pageId) {
-  PlainPage* page = In(current, pageId);
-  if (page == nullptr) {
-    return 0;
-  }
-  current->current = page;
-  return 1;
 }
 
 int PlainEngine::StartDrawing(const Id& docId, const Id& pageId, POINT at) {
@@ -211,11 +187,11 @@ PlainMarkPtr PlainEngine::Drawing() {
 }
 
 int PlainEngine::MoveDrawing(POINT at) {
-  const PlainMarkPtr mark = Drawing();
-  if (mark != nullptr) {
-    mark->AddPoint(CurrentPage()->At(at));
+  if (Drawing() == nullptr) {
+    return 0;
   }
-  return mark != nullptr ? 1 : 0;
+  Drawing()->AddPoint(CurrentPage()->At(at));
+  return 1;
 }
 
 int PlainEngine::EndDrawing() {
