@@ -3,6 +3,8 @@
 #include <functional>
 #include <new>
 #include <optional>
+#include <regex>
+#include <tuple>
 #include <vector>
 
 #include <parchlet/Display.h>
@@ -12,12 +14,27 @@
 #include "support/TemporaryFolder.h"
 #include "support/Whiteboard.h"
 
+// All of it that calls change and painting does not.
+static void PrintTo(Annotation* mark, std::ostream* out) {
+  *out << testing::PrintToString(std::tuple(mark->annotationId, mark->userId, mark->nickname,
+                                            mark->erased, mark->type, mark->subType));
+  for (const auto& [number, list] : mark->GetPoints()) {
+    for (const AnnotationPoint& point : list) {
+      *out << " " << number << ": " << point.xRatio << "," << point.yRatio;
+    }
+  }
+}
+
 namespace {
 
 constexpr CurrentAnnotPageSize kSize = {60, 40};
+constexpr POINT kNear = {9, 9};
+constexpr POINT kFar = {59, 39};
+constexpr POINT kOrigin = {0, 0};
+constexpr POINT kCorner = {29, 29};  // of the box
 
 const std::string kLongName = "a name that does not fit into a short string, nor its number";
-const std::vector<POINT> kEraserPath = {{0, 0}, {59, 39}};
+const std::vector<POINT> kEraserPath = {{0, 0}, kFar};
 
 // A board with a bit of everything: marks of two authors, one of them in scattered fragments and
 // being moved, a drawing in progress, a background, tips.
@@ -52,7 +69,11 @@ class Board {
   void Deselect() { engine.EraseSelectedAnnotations("doc", "page"); }
   int Press(POINT at) { return engine.StartSelecting("doc", "page", "", "", at); }
   void StartMove() { Press({4, 4}); }
-  int Move() { return engine.MoveSelecting({9, 9}); }
+  int Move() { return engine.MoveSelecting(kNear); }
+  void Drag() {
+    StartMove();
+    Move();
+  }
   int StartDrawing() { return engine.StartDrawing("doc", "page", {5, 5}); }
   std::string AskForDrawing() {
     std::string doc;
@@ -88,45 +109,15 @@ class Board {
   }
 };
 
-std::string DescribeMark(const std::string& id, const Annotation& mark) {
-  std::string text = (id.size() == 36 ? "local" : id) + " by " + mark.userId + " \"" +
-                     mark.nickname + "\" erased " + std::to_string(mark.erased) + " kind " +
-                     std::to_string(mark.type) + "/" + std::to_string(mark.subType) + ":";
-  for (const auto& [number, list] : mark.GetPoints()) {
-    if (list.empty()) {
-      continue;  // as good as none
-    }
-    text += " [" + std::to_string(number) + "]";
-    for (const AnnotationPoint& point : list) {
-      text += " " + std::to_string(point.xRatio) + "," + std::to_string(point.yRatio);
-    }
-  }
-  return text + "\n";
-}
-
 std::string Board::Describe() {
-  std::string text = std::to_string(engine.GetDocCount()) + " documents, " +
-                     std::to_string(engine.GetPageCount("doc")) + " pages\n";
   const AnnotationPage& page = *engine.GetPagePtr("doc", "page");
-  text += std::to_string(folder.FileCount()) + " files, tips of " +
-          std::to_string(PageTestAccess::TipStyle(page)->fontSize) + " pixels\n";
-  text += std::to_string(page.GetCurrentInfo().width) + " wide\n";
-  for (const auto& [author, authored] : PageTestAccess::Confirmed(page)) {
-    text += "author " + author + "\n";
-    for (const auto& [id, mark] : authored) {
-      text += DescribeMark(id, *mark);
-    }
-  }
-  for (const auto& [id, mark] : PageTestAccess::Pending(page)) {
-    text += "pending " + DescribeMark(id, *mark);
-  }
-  for (const auto& [author, id] : PageTestAccess::PaintPlaces(page)) {
-    text += "painted " + (id.size() == 36 ? "local" : id) + "\n";
-  }
-  for (const auto& [id, mark] : page.GetSelectedAnnotations()) {
-    text += "selected " + id + "\n";
-  }
-  return text + (page.GetCurrentAnnotation() != nullptr ? "drawing" : "idle");
+  const std::string text = testing::PrintToString(
+      std::tuple(engine.GetDocCount(), engine.GetPageCount("doc"), folder.FileCount(),
+                 PageTestAccess::TipStyle(page)->fontSize, page.GetCurrentInfo().width,
+                 PageTestAccess::Confirmed(page), PageTestAccess::Pending(page),
+                 PageTestAccess::PaintPlaces(page), page.GetSelectedAnnotations(),
+                 page.GetCurrentAnnotation() != nullptr));
+  return std::regex_replace(text, std::regex("[0-9A-Fa-f-]{36}"), "local");
 }
 
 struct Call {
@@ -200,34 +191,15 @@ const std::vector<POINT> kTwo = {{1, 1}, {2, 2}};
 // The results of calls that do not say whether they were made are cast away.
 const Call kCalls[] = {
     {"StartDrawing", &Board::StartDrawing},
-    {"MoveDrawing",
-     [](Board& b) {
-       return b.engine.MoveDrawing({9, 9});
-     },
-     &Board::StartDrawing},
+    {"MoveDrawing", [](Board& b) { return b.engine.MoveDrawing(kNear); }, &Board::StartDrawing},
     {"AskForDrawing", &Board::AskForDrawing, &Board::StartDrawing},
-    {"Press",
-     [](Board& b) {
-       return b.Press({29, 29});
-     },
-     &Board::Deselect},
+    {"Press", [](Board& b) { return b.Press(kCorner); }, &Board::Deselect},
     {"PressElsewhere",
-     [](Board& b) {
-       return b.engine.StartSelecting("doc", "page", kLongName, "", {59, 39});
-     }},
-    {"RubberBand",
-     [](Board& b) {
-       static_cast<void>(b.engine.MoveSelecting({59, 39}));
-     },
-     [](Board& b) {
-       b.Press({0, 0});
-     }},
+     [](Board& b) { return b.engine.StartSelecting("doc", "page", kLongName, "", kFar); }},
+    {"RubberBand", [](Board& b) { static_cast<void>(b.engine.MoveSelecting(kFar)); },
+     [](Board& b) { b.Press(kOrigin); }},
     {"Move", &Board::Move, &Board::StartMove},
-    {"Cancel", [](Board& b) { b.engine.CancelAnnotation("doc", "page", "a"); },
-     [](Board& b) {
-       b.StartMove();
-       b.Move();
-     }},
+    {"Cancel", [](Board& b) { b.engine.CancelAnnotation("doc", "page", "a"); }, &Board::Drag},
     {"GetSelection", [](Board& b) { b.engine.GetSelectedAnnotations("doc", "page"); }},
     {"NewMark", &Board::HandOver,
      [](Board& b) { b.Ready(Mark("c").By(kLongName).Order(1).Points(kSize, kTwo)); }},
@@ -249,8 +221,7 @@ const Call kCalls[] = {
      }},
     {"EchoOfAMove", &Board::HandOver,
      [](Board& b) {
-       b.StartMove();
-       b.Move();
+       b.Drag();
        b.Ready(Mark("a").By("bob").Points(kSize, kTwo));
      }},
     {"AnotherPagesMark",
