@@ -49,7 +49,7 @@ class Board {
     Mark box("b");
     box.By("cem").Order(2).Shape(AnnotationSubTypeRectangle);
     Receive(box.Points(kSize, {{10, 10}, {30, 30}}));
-    engine.AddPictureFromStream("doc", "page", kBitmapFile, "a property of some length", true);
+    Place(false, true);
     engine.StartSelecting("doc", "page", "", "", {0, 0});
     engine.MoveSelecting({kSize.width, kSize.height});
     engine.EndSelecting();
@@ -92,6 +92,14 @@ class Board {
   template <class Source>
   int Save(const Source& source) {
     return engine.SavePage("doc", "page", file, source);
+  }
+
+  int SaveDocument() { return engine.SaveDocument("doc", folderName, kLongName, std::wstring()); }
+  // A picture, from `file` or from bytes.
+  Annotation* Place(bool isFile, bool isBackground) {
+    return isFile
+               ? engine.AddPictureFromFile("doc", "page", file, kLongName, isBackground)
+               : engine.AddPictureFromStream("doc", "page", kBitmapFile, kLongName, isBackground);
   }
 
   const TemporaryFolder folder;
@@ -243,14 +251,8 @@ const Call kCalls[] = {
     {"SavePage", [](Board& b) { return b.Save(std::wstring()); }},
     {"SaveDisplay", [](Board& b) { return b.Save(std::wstring(L"S")); }, SmallDesktop},
     {"SaveWindow", [](Board& b) { return b.Save(b.whiteboard.window.Handle()); }, SmallDesktop},
-    {"SaveDocument",
-     [](Board& b) {
-       return b.engine.SaveDocument("doc", b.folderName, kLongName, std::wstring());
-     }},
-    {"Background",
-     [](Board& b) {
-       return b.engine.AddPictureFromStream("doc", "page", kBitmapFile, kLongName, true) != nullptr;
-     }},
+    {"SaveDocument", &Board::SaveDocument},
+    {"Background", [](Board& b) { return b.Place(false, true) != nullptr; }},
     {"Eraser", [](Board& b) { b.engine.EraseAnnotations("doc", "page", "", "", kEraserPath); },
      &Board::Deselect},
     {"Refresh", [](Board& b) { static_cast<void>(ParchletTestAccess::Refresh(b.engine)); }},
@@ -263,21 +265,15 @@ INSTANTIATE_TEST_SUITE_P(Calls, MemoryFaultTest, testing::ValuesIn(kCalls),
 // fewer.
 bool PlaceWithFault(int nth, bool isFile, bool isBackground) {
   Board board;
-  const std::string path = board.folder.File("picture");
-  std::ofstream(path) << kBitmapFile;
-  Parchlet& engine = board.engine;
+  std::ofstream(board.file) << kBitmapFile;
   const Annotation* made = nullptr;
-  const bool hasFailed = FailsAt(nth, [&] {
-    made = isFile
-               ? engine.AddPictureFromFile("doc", "page", path, kLongName, isBackground)
-               : engine.AddPictureFromStream("doc", "page", kBitmapFile, kLongName, isBackground);
-  });
+  const bool hasFailed = FailsAt(nth, [&] { made = board.Place(isFile, isBackground); });
   for (const auto& [id, mark] : PageTestAccess::Pending(board.whiteboard.Page())) {
     EXPECT_FALSE(isBackground);
     EXPECT_EQ(mark == made, !mark->GetPoints().empty()) << "allocation " << nth;
     EXPECT_TRUE(mark == made || AnnotationTestAccess::PictureOf(*mark) == nullptr);
   }
-  EXPECT_NE(0, ParchletTestAccess::Refresh(engine));
+  EXPECT_NE(0, ParchletTestAccess::Refresh(board.engine));
   return hasFailed;
 }
 
@@ -298,9 +294,7 @@ TEST(ExportFaultTest, APageThatRunsOutOfMemoryKeepsNoOtherFromItsFile) {
     Board board;
     board.OpenPage("z");
     int result = 0;
-    const bool hasFailed = FailsAt(nth, [&] {
-      result = board.engine.SaveDocument("doc", board.folderName, kLongName, std::wstring());
-    });
+    const bool hasFailed = FailsAt(nth, [&] { result = board.SaveDocument(); });
     files = board.folder.FileCount();
     lastAlone += result == 1 && files == 1 ? 1 : 0;
     return hasFailed;

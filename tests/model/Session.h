@@ -27,8 +27,7 @@
                   __VA_ARGS__
 
 // The engine and its model part; the message tells where, and the calls that led there.
-class Difference : public std::runtime_error {
- public:
+struct Difference : std::runtime_error {
   using std::runtime_error::runtime_error;
 };
 
@@ -79,8 +78,7 @@ class Session {
   void ChangeSettings();
   void ChangeDocuments();
   void AddPage();
-  void ResizePage();
-  void ChangeAWindow();
+  void Resize();
   void AskForEverything();
   void SavePage();
   void Refresh();
@@ -88,7 +86,6 @@ class Session {
   void StartDrawing();
   void PlacePicture();
   void ReceiveMark();
-  void ReceiveAgain();
   void ChangeAMark();
   void GrabSelection();
   void ReachForMarks();
@@ -113,9 +110,14 @@ class Session {
   // Makes the call to the engine and to the model.
   template <class Act, class... With>
   void Both(const char* name, const Act& act, const With&... with) {
+    BothTo(*engine, plain, name, act, with...);
+  }
+  // The same for a part of both.
+  template <class E, class M, class Act, class... With>
+  void BothTo(E& engines, M& models, const char* name, const Act& act, const With&... with) {
     Trace(name, with...);
     Compare(
-        name, [&] { return act(*engine, with...); }, [&] { return act(plain, with...); });
+        name, [&] { return act(engines, with...); }, [&] { return act(models, with...); });
   }
   // The same for what the engine does on a page. With `kNeedsWindow` it does not look for the page
   // before any page was given a window.

@@ -20,8 +20,7 @@ void Session::MakeOneCall() {
   const struct {
     int weight;
     std::function<void()> make;
-  } calls[] = {{36, [this] { ReceiveMark(); }},
-               {12, [this] { ReceiveAgain(); }},
+  } calls[] = {{48, [this] { ReceiveMark(); }},
                {12, [this] { ChangeAMark(); }},
                {16, [this] { StartDrawing(); }},
                {16, [this] { Both(CALL(MoveDrawing, any.Point())); }},
@@ -35,9 +34,8 @@ void Session::MakeOneCall() {
                {13, [this] { ChangeSettings(); }},
                {2, [this] { ChangeDocuments(); }},
                {5, [this] { AddPage(); }},
-               {6, [this] { ResizePage(); }},
+               {10, [this] { Resize(); }},
                {12, [this] { AskForEverything(); }},
-               {4, [this] { ChangeAWindow(); }},
                {20, [this] { Refresh(); }}};  // 256 together
   int left = any.Below(256);
   const auto* call = std::begin(calls);
@@ -79,7 +77,7 @@ void Session::Refresh() {
   }
   Trace("refresh");
   const int pushed = ParchletTestAccess::Refresh(*engine);
-  // The window may have gone where windows go; see ChangeAWindow.
+  // The window may have gone where windows go; see Resize.
   Same("a push", pushed != 0 || isPaintedAtOnce, plain.CurrentPage() != nullptr || isPaintedAtOnce);
   PaintModel();
 }
@@ -142,8 +140,22 @@ void Session::AddPage() {
   Same("NewPage", result, plain.NewPage(doc, page, creator, hasWindow, !isDead && !isHuge, info));
 }
 
-// Once, or in a storm.
-void Session::ResizePage() {
+// A window, or a page, once or in a storm.
+void Session::Resize() {
+  if (any.OneIn(3)) {
+    // Pages whose window has gone are not pushed any more, which the model would have to know.
+    if (isPaintedAtOnce && any.OneIn(4)) {
+      if (any.OneIn(2)) {
+        UnregisterLayeredWindow(windows.front().Handle());
+      }
+      windows.pop_front();
+      windows.emplace_back(RECT{0, 0, 64, 48});
+    }
+    const LONG x = any.Below(100);
+    const LONG width = 1 + any.Below(80);
+    Trace("a window at", x);
+    return AnyWindow().SetScreenRect({x, x, x + width, x + 1 + any.Below(60)});
+  }
   for (int left = any.OneIn(8) ? 8 : 1; left > 0; --left) {
     const Known at = AnyPage();
     AnnotationPageInfo info = any.Geometry();
@@ -153,23 +165,6 @@ void Session::ResizePage() {
     }
     BothOn(at, CALL(UpdatePage, info, !any.OneIn(4)));
   }
-}
-
-void Session::ChangeAWindow() {
-  // Pages whose window has gone are not pushed any more, which the model would have to know.
-  if (isPaintedAtOnce && any.OneIn(4)) {
-    Trace("a window goes");
-    if (any.OneIn(2)) {
-      UnregisterLayeredWindow(windows.front().Handle());
-    }
-    windows.pop_front();
-    windows.emplace_back(RECT{0, 0, 64, 48});
-    return;
-  }
-  const LONG x = any.Below(100);
-  const LONG width = 1 + any.Below(80);
-  Trace("a window at", x);
-  AnyWindow().SetScreenRect({x, x, x + width, x + 1 + any.Below(60)});
 }
 
 void Session::AskForEverything() {
@@ -234,17 +229,13 @@ void Session::SavePage() {
 
 // Chance alone would seldom press on a mark that is selected, and drag it.
 void Session::GrabSelection() {
-  PlainPage* page = plain.CurrentPage();
-  if (page == nullptr) {
-    return;
-  }
-  const Known at = {plain.current->id, page->id, page};
-  if (page->selected.empty()) {
+  const Known at = AnyPage();
+  const PlainPage& page = *at.plain;
+  if (page.selected.empty()) {
     BothOn(at, CALL(StartSelecting, "", "", POINT{0, 0}));
-    Both(CALL(MoveSelecting, POINT{page->now.width, page->now.height}));
-    return;
+    return Both(CALL(MoveSelecting, POINT{page.now.width, page.now.height}));
   }
-  const RECT frame = any.OneOf(page->selected).second->frame;
+  const RECT frame = any.OneOf(page.selected).second->frame;
   BothOn(at, CALL(StartSelecting, "", "", POINT{frame.left, frame.top}));
   for (int moves = any.Below(4); moves > 0; --moves) {
     Both(CALL(MoveSelecting, any.Point()));
@@ -426,33 +417,32 @@ void Session::HandOver(const Known& to, Held given) {
 
 void Session::ReceiveMark() {
   const Known to = AnyPage();
-  Held made = MakePeersMark(to);
   const Marks marks = MarksOf(*to.plain);
-  if (marks.size() > kMostMarks) {
-    made.plain->annotationId = any.OneOf(marks)->annotationId;
-    made.object->SetAnnotationId(made.plain->annotationId);
+  const bool isFull = marks.size() > kMostMarks;
+  Held given = {nullptr, nullptr};
+  if (!any.OneIn(4)) {
+    given = MakePeersMark(to);
+    if (isFull) {
+      given.plain->annotationId = any.OneOf(marks)->annotationId;
+      given.object->SetAnnotationId(given.plain->annotationId);
+    }
+    return HandOver(to, std::move(given));
   }
-  HandOver(to, std::move(made));
-}
-
-// An object that is still the host's, or a page's own.
-void Session::ReceiveAgain() {
-  Held again = {nullptr, nullptr};
+  // An object that is still the host's, or a page's own.
   if (!held.empty() && !any.OneIn(3)) {
-    again = std::move(held.front());
+    given = std::move(held.front());
     held.pop_front();
   } else {
-    again.plain = AnyMark();
+    given.plain = AnyMark();
   }
-  const Known to = AnyPage();
-  if (again.plain == nullptr || MarksOf(*to.plain).size() > kMostMarks) {
+  if (given.plain == nullptr || isFull) {
     return;
   }
   if (any.OneIn(2)) {
-    again.plain->subModelIndex = any.SubModel();
-    again.plain->object->subModelIndex = again.plain->subModelIndex;
+    given.plain->subModelIndex = any.SubModel();
+    given.plain->object->subModelIndex = given.plain->subModelIndex;
   }
-  HandOver(to, std::move(again));
+  HandOver(to, std::move(given));
 }
 
 // What the interface lets a host do to a mark that the engine handed out.
@@ -463,9 +453,7 @@ void Session::ChangeAMark() {
   }
   const AnnotationPoint point = any.PeerPoint({60, 40});
   const auto both = [&](const char* name, const auto& act, const auto&... with) {
-    Trace(name, with...);
-    Compare(
-        name, [&] { return act(*mark->object, with...); }, [&] { return act(*mark, with...); });
+    BothTo(*mark->object, *mark, name, act, with...);
   };
   const auto turn = [&] {
     mark->subType = any.SubType();
