@@ -69,12 +69,11 @@ int PlainEngine::GetDocCreator(const Id& docId, Id& creator) {
 }
 
 PlainPage* PlainEngine::In(const Document* document, const Id& pageId) {
+  PlainPage* page = nullptr;
   for (int i = 0; i < CountPages(document); ++i) {
-    if (document->pages[i]->id == pageId) {
-      return document->pages[i].get();
-    }
+    page = document->pages[i]->id == pageId ? document->pages[i].get() : page;
   }
-  return nullptr;
+  return page;
 }
 
 PlainPage* PlainEngine::FindPage(const Id& docId, const Id& pageId) {
@@ -181,21 +180,16 @@ int PlainEngine::StartDrawing(const Id& docId, const Id& pageId, POINT at) {
   return 1;
 }
 
-PlainMarkPtr PlainEngine::Drawing() {
-  const PlainMarkPtr mark = CurrentPage() != nullptr ? CurrentPage()->drawing : nullptr;
-  return mark != nullptr && mark->type == AnnotationTypeDrawing ? mark : nullptr;
-}
-
 int PlainEngine::MoveDrawing(POINT at) {
-  if (Drawing() == nullptr) {
+  if (!IsDrawing()) {
     return 0;
   }
-  Drawing()->AddPoint(CurrentPage()->At(at));
+  CurrentPage()->drawing->AddPoint(CurrentPage()->At(at));
   return 1;
 }
 
 int PlainEngine::EndDrawing() {
-  if (Drawing() == nullptr) {
+  if (!IsDrawing()) {
     return 0;
   }
   CurrentPage()->drawing = nullptr;
@@ -204,6 +198,5 @@ int PlainEngine::EndDrawing() {
 
 PlainEngine::Id PlainEngine::GetCurrentAnnotationInfo(Id& doc, Id& page) {
   GetCurrentPageInfo(doc, page);
-  const PlainMarkPtr mark = CurrentPage() != nullptr ? CurrentPage()->drawing : nullptr;
-  return mark != nullptr ? mark->annotationId : "";
+  return InProgress() != nullptr ? InProgress()->annotationId : "";
 }

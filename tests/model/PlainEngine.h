@@ -93,8 +93,13 @@ class PlainEngine {
   // The id of the page with that index, now current, or the empty string.
   Id Goto(int index);
   Id Step(int way) { return CurrentPage() != nullptr ? Goto(CurrentPage()->index + way) : ""; }
-  // The mark that a pointer event extends or ends.
-  PlainMarkPtr Drawing();
+  PlainMarkPtr InProgress() const {
+    return CurrentPage() != nullptr ? CurrentPage()->drawing : nullptr;
+  }
+  // Whether a pointer event extends or ends a mark.
+  bool IsDrawing() const {
+    return InProgress() != nullptr && InProgress()->type == AnnotationTypeDrawing;
+  }
   void Record(const Id& function, const Id& text, const Id& id);
 
   unsigned backgroundColor = 0xFFFFFFFF;

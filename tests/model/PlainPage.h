@@ -23,6 +23,7 @@ const typename Map::mapped_type& ValueAt(const Map& map, const typename Map::key
 template <class Map>
 std::vector<std::string> Keys(const Map& map) {
   std::vector<std::string> keys;
+  keys.reserve(map.size());
   for (const auto& [key, value] : map) {
     keys.push_back(key);
   }

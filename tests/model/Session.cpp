@@ -49,20 +49,16 @@ Session::Known Session::AnyPage() {
   if (plain.CurrentPage() != nullptr && !any.OneIn(4)) {
     return {plain.current->id, plain.CurrentPage()->id, plain.CurrentPage()};
   }
+  Known chosen = {any.DocId(), any.PageId(), &nowhere};
+  const bool isExisting = !any.OneIn(4);
   std::vector<Known> known;
   for (auto& [doc, document] : plain.documents) {
     for (const auto& page : document.pages) {
       known.push_back({doc, page->id, page.get()});
+      chosen = doc == chosen.doc && page->id == chosen.page ? known.back() : chosen;
     }
   }
-  if (!known.empty() && !any.OneIn(4)) {
-    return any.OneOf(known);
-  }
-  Known chosen = {any.DocId(), any.PageId(), &nowhere};
-  for (const Known& page : known) {
-    chosen.plain = page.doc == chosen.doc && page.page == chosen.page ? page.plain : chosen.plain;
-  }
-  return chosen;
+  return !known.empty() && isExisting ? any.OneOf(known) : chosen;
 }
 
 Session::Marks Session::MarksOf(const PlainPage& page) {

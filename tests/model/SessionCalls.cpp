@@ -472,7 +472,7 @@ void Session::ChangeAMark() {
     both(CALL(InsertPoints, static_cast<unsigned>(any.SubModel()), list));
   };
   any.DoOneOf(
-      {age, insert, turn, [&] { both(CALL(Erase, any.Below(3))); },
+      {age, age, age, insert, turn, [&] { both(CALL(Erase, any.Below(3))); },
        [&] { both(CALL(AddPoint, point)); }, [&] { both(CALL(StartMoving, point)); },
        [&] { both(CALL(Moving, point)); }, [&] { both(CALL(ClearPoints)); },
        [&] {
