@@ -3,6 +3,8 @@
 #include <functional>
 #include <new>
 #include <optional>
+#include <regex>
+#include <tuple>
 #include <vector>
 
 #include <parchlet/Display.h>
@@ -12,12 +14,27 @@
 #include "support/TemporaryFolder.h"
 #include "support/Whiteboard.h"
 
+// All of it that calls change and painting does not.
+static void PrintTo(Annotation* mark, std::ostream* out) {
+  *out << testing::PrintToString(std::tuple(mark->annotationId, mark->userId, mark->nickname,
+                                            mark->erased, mark->type, mark->subType));
+  for (const auto& [number, list] : mark->GetPoints()) {
+    for (const AnnotationPoint& point : list) {
+      *out << " " << number << ": " << point.xRatio << "," << point.yRatio;
+    }
+  }
+}
+
 namespace {
 
 constexpr CurrentAnnotPageSize kSize = {60, 40};
+constexpr POINT kNear = {9, 9};
+constexpr POINT kFar = {59, 39};
+constexpr POINT kOrigin = {0, 0};
+constexpr POINT kCorner = {29, 29};  // of the box
 
 const std::string kLongName = "a name that does not fit into a short string, nor its number";
-const std::vector<POINT> kEraserPath = {{0, 0}, {59, 39}};
+const std::vector<POINT> kEraserPath = {{0, 0}, kFar};
 
 // A board with a bit of everything: marks of two authors, one of them in scattered fragments and
 // being moved, a drawing in progress, a background, tips.
@@ -32,7 +49,7 @@ class Board {
     Mark box("b");
     box.By("cem").Order(2).Shape(AnnotationSubTypeRectangle);
     Receive(box.Points(kSize, {{10, 10}, {30, 30}}));
-    engine.AddPictureFromStream("doc", "page", kBitmapFile, "a property of some length", true);
+    Place(false, true);
     engine.StartSelecting("doc", "page", "", "", {0, 0});
     engine.MoveSelecting({kSize.width, kSize.height});
     engine.EndSelecting();
@@ -52,7 +69,11 @@ class Board {
   void Deselect() { engine.EraseSelectedAnnotations("doc", "page"); }
   int Press(POINT at) { return engine.StartSelecting("doc", "page", "", "", at); }
   void StartMove() { Press({4, 4}); }
-  int Move() { return engine.MoveSelecting({9, 9}); }
+  int Move() { return engine.MoveSelecting(kNear); }
+  void Drag() {
+    StartMove();
+    Move();
+  }
   int StartDrawing() { return engine.StartDrawing("doc", "page", {5, 5}); }
   std::string AskForDrawing() {
     std::string doc;
@@ -73,6 +94,14 @@ class Board {
     return engine.SavePage("doc", "page", file, source);
   }
 
+  int SaveDocument() { return engine.SaveDocument("doc", folderName, kLongName, std::wstring()); }
+  // A picture, from `file` or from bytes.
+  Annotation* Place(bool isFile, bool isBackground) {
+    return isFile
+               ? engine.AddPictureFromFile("doc", "page", file, kLongName, isBackground)
+               : engine.AddPictureFromStream("doc", "page", kBitmapFile, kLongName, isBackground);
+  }
+
   const TemporaryFolder folder;
   // Made beforehand, as well.
   const std::string folderName = folder.Path().string();
@@ -88,45 +117,15 @@ class Board {
   }
 };
 
-std::string DescribeMark(const std::string& id, const Annotation& mark) {
-  std::string text = (id.size() == 36 ? "local" : id) + " by " + mark.userId + " \"" +
-                     mark.nickname + "\" erased " + std::to_string(mark.erased) + " kind " +
-                     std::to_string(mark.type) + "/" + std::to_string(mark.subType) + ":";
-  for (const auto& [number, list] : mark.GetPoints()) {
-    if (list.empty()) {
-      continue;  // as good as none
-    }
-    text += " [" + std::to_string(number) + "]";
-    for (const AnnotationPoint& point : list) {
-      text += " " + std::to_string(point.xRatio) + "," + std::to_string(point.yRatio);
-    }
-  }
-  return text + "\n";
-}
-
 std::string Board::Describe() {
-  std::string text = std::to_string(engine.GetDocCount()) + " documents, " +
-                     std::to_string(engine.GetPageCount("doc")) + " pages\n";
   const AnnotationPage& page = *engine.GetPagePtr("doc", "page");
-  text += std::to_string(folder.FileCount()) + " files, tips of " +
-          std::to_string(PageTestAccess::TipStyle(page)->fontSize) + " pixels\n";
-  text += std::to_string(page.GetCurrentInfo().width) + " wide\n";
-  for (const auto& [author, authored] : PageTestAccess::Confirmed(page)) {
-    text += "author " + author + "\n";
-    for (const auto& [id, mark] : authored) {
-      text += DescribeMark(id, *mark);
-    }
-  }
-  for (const auto& [id, mark] : PageTestAccess::Pending(page)) {
-    text += "pending " + DescribeMark(id, *mark);
-  }
-  for (const auto& [author, id] : PageTestAccess::PaintPlaces(page)) {
-    text += "painted " + (id.size() == 36 ? "local" : id) + "\n";
-  }
-  for (const auto& [id, mark] : page.GetSelectedAnnotations()) {
-    text += "selected " + id + "\n";
-  }
-  return text + (page.GetCurrentAnnotation() != nullptr ? "drawing" : "idle");
+  const std::string text = testing::PrintToString(
+      std::tuple(engine.GetDocCount(), engine.GetPageCount("doc"), folder.FileCount(),
+                 PageTestAccess::TipStyle(page)->fontSize, page.GetCurrentInfo().width,
+                 PageTestAccess::Confirmed(page), PageTestAccess::Pending(page),
+                 PageTestAccess::PaintPlaces(page), page.GetSelectedAnnotations(),
+                 page.GetCurrentAnnotation() != nullptr));
+  return std::regex_replace(text, std::regex("[0-9A-Fa-f-]{36}"), "local");
 }
 
 struct Call {
@@ -200,34 +199,15 @@ const std::vector<POINT> kTwo = {{1, 1}, {2, 2}};
 // The results of calls that do not say whether they were made are cast away.
 const Call kCalls[] = {
     {"StartDrawing", &Board::StartDrawing},
-    {"MoveDrawing",
-     [](Board& b) {
-       return b.engine.MoveDrawing({9, 9});
-     },
-     &Board::StartDrawing},
+    {"MoveDrawing", [](Board& b) { return b.engine.MoveDrawing(kNear); }, &Board::StartDrawing},
     {"AskForDrawing", &Board::AskForDrawing, &Board::StartDrawing},
-    {"Press",
-     [](Board& b) {
-       return b.Press({29, 29});
-     },
-     &Board::Deselect},
+    {"Press", [](Board& b) { return b.Press(kCorner); }, &Board::Deselect},
     {"PressElsewhere",
-     [](Board& b) {
-       return b.engine.StartSelecting("doc", "page", kLongName, "", {59, 39});
-     }},
-    {"RubberBand",
-     [](Board& b) {
-       static_cast<void>(b.engine.MoveSelecting({59, 39}));
-     },
-     [](Board& b) {
-       b.Press({0, 0});
-     }},
+     [](Board& b) { return b.engine.StartSelecting("doc", "page", kLongName, "", kFar); }},
+    {"RubberBand", [](Board& b) { static_cast<void>(b.engine.MoveSelecting(kFar)); },
+     [](Board& b) { b.Press(kOrigin); }},
     {"Move", &Board::Move, &Board::StartMove},
-    {"Cancel", [](Board& b) { b.engine.CancelAnnotation("doc", "page", "a"); },
-     [](Board& b) {
-       b.StartMove();
-       b.Move();
-     }},
+    {"Cancel", [](Board& b) { b.engine.CancelAnnotation("doc", "page", "a"); }, &Board::Drag},
     {"GetSelection", [](Board& b) { b.engine.GetSelectedAnnotations("doc", "page"); }},
     {"NewMark", &Board::HandOver,
      [](Board& b) { b.Ready(Mark("c").By(kLongName).Order(1).Points(kSize, kTwo)); }},
@@ -249,8 +229,7 @@ const Call kCalls[] = {
      }},
     {"EchoOfAMove", &Board::HandOver,
      [](Board& b) {
-       b.StartMove();
-       b.Move();
+       b.Drag();
        b.Ready(Mark("a").By("bob").Points(kSize, kTwo));
      }},
     {"AnotherPagesMark",
@@ -272,14 +251,8 @@ const Call kCalls[] = {
     {"SavePage", [](Board& b) { return b.Save(std::wstring()); }},
     {"SaveDisplay", [](Board& b) { return b.Save(std::wstring(L"S")); }, SmallDesktop},
     {"SaveWindow", [](Board& b) { return b.Save(b.whiteboard.window.Handle()); }, SmallDesktop},
-    {"SaveDocument",
-     [](Board& b) {
-       return b.engine.SaveDocument("doc", b.folderName, kLongName, std::wstring());
-     }},
-    {"Background",
-     [](Board& b) {
-       return b.engine.AddPictureFromStream("doc", "page", kBitmapFile, kLongName, true) != nullptr;
-     }},
+    {"SaveDocument", &Board::SaveDocument},
+    {"Background", [](Board& b) { return b.Place(false, true) != nullptr; }},
     {"Eraser", [](Board& b) { b.engine.EraseAnnotations("doc", "page", "", "", kEraserPath); },
      &Board::Deselect},
     {"Refresh", [](Board& b) { static_cast<void>(ParchletTestAccess::Refresh(b.engine)); }},
@@ -292,21 +265,15 @@ INSTANTIATE_TEST_SUITE_P(Calls, MemoryFaultTest, testing::ValuesIn(kCalls),
 // fewer.
 bool PlaceWithFault(int nth, bool isFile, bool isBackground) {
   Board board;
-  const std::string path = board.folder.File("picture");
-  std::ofstream(path) << kBitmapFile;
-  Parchlet& engine = board.engine;
+  std::ofstream(board.file) << kBitmapFile;
   const Annotation* made = nullptr;
-  const bool hasFailed = FailsAt(nth, [&] {
-    made = isFile
-               ? engine.AddPictureFromFile("doc", "page", path, kLongName, isBackground)
-               : engine.AddPictureFromStream("doc", "page", kBitmapFile, kLongName, isBackground);
-  });
+  const bool hasFailed = FailsAt(nth, [&] { made = board.Place(isFile, isBackground); });
   for (const auto& [id, mark] : PageTestAccess::Pending(board.whiteboard.Page())) {
     EXPECT_FALSE(isBackground);
     EXPECT_EQ(mark == made, !mark->GetPoints().empty()) << "allocation " << nth;
     EXPECT_TRUE(mark == made || AnnotationTestAccess::PictureOf(*mark) == nullptr);
   }
-  EXPECT_NE(0, ParchletTestAccess::Refresh(engine));
+  EXPECT_NE(0, ParchletTestAccess::Refresh(board.engine));
   return hasFailed;
 }
 
@@ -327,9 +294,7 @@ TEST(ExportFaultTest, APageThatRunsOutOfMemoryKeepsNoOtherFromItsFile) {
     Board board;
     board.OpenPage("z");
     int result = 0;
-    const bool hasFailed = FailsAt(nth, [&] {
-      result = board.engine.SaveDocument("doc", board.folderName, kLongName, std::wstring());
-    });
+    const bool hasFailed = FailsAt(nth, [&] { result = board.SaveDocument(); });
     files = board.folder.FileCount();
     lastAlone += result == 1 && files == 1 ? 1 : 0;
     return hasFailed;

@@ -1,7 +1,5 @@
 #include "model/PlainEngine.h"
 
-#include <algorithm>
-
 // An id is logged up to its first zero byte.
 void PlainEngine::Record(const Id& function, const Id& text, const Id& id) {
   log.push_back("0 Parchlet::" + function + ": " + text + id.substr(0, id.find('\0')));
@@ -71,12 +69,11 @@ int PlainEngine::GetDocCreator(const Id& docId, Id& creator) {
 }
 
 PlainPage* PlainEngine::In(const Document* document, const Id& pageId) {
+  PlainPage* page = nullptr;
   for (int i = 0; i < CountPages(document); ++i) {
-    if (document->pages[i]->id == pageId) {
-      return document->pages[i].get();
-    }
+    page = document->pages[i]->id == pageId ? document->pages[i].get() : page;
   }
-  return nullptr;
+  return page;
 }
 
 PlainPage* PlainEngine::FindPage(const Id& docId, const Id& pageId) {
@@ -134,16 +131,8 @@ int PlainEngine::DelPage(const Id& docId, const Id& pageId) {
   return 1;
 }
 
-int PlainEngine::GetPageIndex(const Id& docId, const Id& pageId) {
-  const PlainPage* page = FindPage(docId, pageId);
-  return page != nullptr ? page->index : -1;
-}
-
 int PlainEngine::GetPageCreator(const Id& docId, const Id& pageId, char* buffer, int size) {
-  if (buffer == nullptr || size < 1) {
-    return 0;
-  }
-  const PlainPage* page = FindPage(docId, pageId);
+  const PlainPage* page = buffer != nullptr && size > 0 ? FindPage(docId, pageId) : nullptr;
   if (page == nullptr || page->creator.empty()) {
     return 0;
   }
@@ -160,12 +149,11 @@ int PlainEngine::GetPageSize(const Id& docId, const Id& pageId, AnnotationPageIn
   return page != nullptr ? 1 : 0;
 }
 
-int PlainEngine::SetCurrentPage(const Id& docId, const Id& pageId) {
-  PlainPage* page = FindPage(docId, pageId);
+int PlainEngine::Turn(Document* document, PlainPage* page) {
   if (page == nullptr) {
     return 0;
   }
-  documents.at(docId).current = page;
+  document->current = page;
   return 1;
 }
 
@@ -182,19 +170,6 @@ PlainEngine::Id PlainEngine::Goto(int index) {
   return current->current->id;
 }
 
-PlainEngine::Id PlainEngine::GotoPage(const Id& /*doc*/, int index) {
-  return Goto(std::max(1, std::min(index, CountPages(current))));
-}
-
-int PlainEngine::GotoPage(const Id& /*doc*/, const Id& pageId) {
-  PlainPage* page = In(current, pageId);
-  if (page == nullptr) {
-    return 0;
-  }
-  current->current = page;
-  return 1;
-}
-
 int PlainEngine::StartDrawing(const Id& docId, const Id& pageId, POINT at) {
   PlainPage* page = own.type == AnnotationTypeDrawing ? FindPage(docId, pageId) : nullptr;
   if (page == nullptr || !page->Holds(at)) {
@@ -205,21 +180,16 @@ int PlainEngine::StartDrawing(const Id& docId, const Id& pageId, POINT at) {
   return 1;
 }
 
-PlainMarkPtr PlainEngine::Drawing() {
-  const PlainMarkPtr mark = CurrentPage() != nullptr ? CurrentPage()->drawing : nullptr;
-  return mark != nullptr && mark->type == AnnotationTypeDrawing ? mark : nullptr;
-}
-
 int PlainEngine::MoveDrawing(POINT at) {
-  const PlainMarkPtr mark = Drawing();
-  if (mark != nullptr) {
-    mark->AddPoint(CurrentPage()->At(at));
+  if (!IsDrawing()) {
+    return 0;
   }
-  return mark != nullptr ? 1 : 0;
+  CurrentPage()->drawing->AddPoint(CurrentPage()->At(at));
+  return 1;
 }
 
 int PlainEngine::EndDrawing() {
-  if (Drawing() == nullptr) {
+  if (!IsDrawing()) {
     return 0;
   }
   CurrentPage()->drawing = nullptr;
@@ -228,6 +198,5 @@ int PlainEngine::EndDrawing() {
 
 PlainEngine::Id PlainEngine::GetCurrentAnnotationInfo(Id& doc, Id& page) {
   GetCurrentPageInfo(doc, page);
-  const PlainMarkPtr mark = CurrentPage() != nullptr ? CurrentPage()->drawing : nullptr;
-  return mark != nullptr ? mark->annotationId : "";
+  return InProgress() != nullptr ? InProgress()->annotationId : "";
 }

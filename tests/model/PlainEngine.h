@@ -1,6 +1,7 @@
 // The engine's façade as it must be, told in the plainest way: documents, pages, settings, records.
 #pragma once
 
+#include <algorithm>
 #include <map>
 #include <memory>
 #include <string>
@@ -39,18 +40,26 @@ class PlainEngine {
               AnnotationPageInfo info);
   int DelPage(const Id& doc, const Id& page);
   int GetPageCount(const Id& doc) { return CountPages(FindDoc(doc)); }
-  int GetPageIndex(const Id& doc, const Id& page);
+  int GetPageIndex(const Id& doc, const Id& page) {
+    const PlainPage* found = FindPage(doc, page);
+    return found != nullptr ? found->index : -1;
+  }
   int GetPageCreator(const Id& doc, const Id& page, char* buffer, int size);
   int GetPageSize(const Id& doc, const Id& page, AnnotationPageInfo& info, bool initial);
 
-  int SetCurrentPage(const Id& doc, const Id& page);
+  int SetCurrentPage(const Id& doc, const Id& page) {
+    PlainPage* found = FindPage(doc, page);
+    return Turn(found != nullptr ? &documents.at(doc) : nullptr, found);
+  }
   void GetCurrentPageInfo(Id& doc, Id& page);
   Id GotoFirstPage(const Id& /*doc*/) { return Goto(1); }
   Id GotoLastPage(const Id& /*doc*/) { return Goto(CountPages(current)); }
   Id GotoNextPage(const Id& /*doc*/) { return Step(1); }
   Id GotoPreviousPage(const Id& /*doc*/) { return Step(-1); }
-  Id GotoPage(const Id& doc, int index);
-  int GotoPage(const Id& doc, const Id& page);
+  Id GotoPage(const Id& /*doc*/, int index) {
+    return Goto(std::max(1, std::min(index, CountPages(current))));
+  }
+  int GotoPage(const Id& /*doc*/, const Id& page) { return Turn(current, In(current, page)); }
 
   int StartDrawing(const Id& doc, const Id& page, POINT at);
   int MoveDrawing(POINT at);
@@ -79,11 +88,18 @@ class PlainEngine {
   }
   // Without a record; null when there is none.
   static PlainPage* In(const Document* document, const Id& page);
+  // Makes the page, if there is one, the document's current page.
+  static int Turn(Document* document, PlainPage* page);
   // The id of the page with that index, now current, or the empty string.
   Id Goto(int index);
   Id Step(int way) { return CurrentPage() != nullptr ? Goto(CurrentPage()->index + way) : ""; }
-  // The mark that a pointer event extends or ends.
-  PlainMarkPtr Drawing();
+  PlainMarkPtr InProgress() const {
+    return CurrentPage() != nullptr ? CurrentPage()->drawing : nullptr;
+  }
+  // Whether a pointer event extends or ends a mark.
+  bool IsDrawing() const {
+    return InProgress() != nullptr && InProgress()->type == AnnotationTypeDrawing;
+  }
   void Record(const Id& function, const Id& text, const Id& id);
 
   unsigned backgroundColor = 0xFFFFFFFF;

@@ -1,8 +1,8 @@
 #include <algorithm>
+#include <tuple>
 
 #include <parchlet/Utils.h>
 
-#include "annotation/PixelMath.h"
 #include "model/PlainPage.h"
 
 namespace {
@@ -13,20 +13,14 @@ void Convert(AnnotationPoint& point, CurrentAnnotPageSize size) {
   point.y = pixel.y;
 }
 
-// To two pixels at least.
-void Widen(LONG& low, LONG& high) {
-  if (std::int64_t{high} - low < 2) {
-    low = SaturatingPixel(std::int64_t{low} - 1);
-    high = SaturatingPixel(std::int64_t{high} + 1);
-  }
-}
-
 }  // namespace
 
 bool PlainMark::IsPath() const {
-  return type != AnnotationTypePicture && subType != AnnotationSubTypeLine &&
-         subType != AnnotationSubTypeEllipse && subType != AnnotationSubTypeRectangle &&
-         subType != AnnotationSubTypeTriangle && subType != AnnotationSubTypeRightTriangle;
+  constexpr int kShapes[] = {AnnotationSubTypeLine, AnnotationSubTypeEllipse,
+                             AnnotationSubTypeRectangle, AnnotationSubTypeTriangle,
+                             AnnotationSubTypeRightTriangle};
+  return type != AnnotationTypePicture &&
+         std::find(std::begin(kShapes), std::end(kShapes), subType) == std::end(kShapes);
 }
 
 std::vector<PlainMark::PointList*> PlainMark::Connected() {
@@ -61,9 +55,7 @@ void PlainMark::Moving(const AnnotationPoint& to) {
 void PlainMark::Renumber(unsigned subModel) {
   const auto first = points.extract(0);
   PointList& list = points[subModel];
-  if (!first.empty()) {
-    list = first.mapped();
-  }
+  list = first.empty() ? list : first.mapped();
 }
 
 void PlainMark::TakeOver(const PlainMark& source) {
@@ -108,14 +100,18 @@ int PlainMark::SetRectEx(CurrentAnnotPageSize size) {
       counted.insert(counted.end(), list.begin(), list.end());
     }
   }
-  frame = {INT32_MAX, INT32_MAX, INT32_MIN, INT32_MIN};
+  frame = kNoBox;
   for (const AnnotationPoint& point : counted) {
-    const POINT pixel = PixelOf(point, size);
-    frame = {std::min(frame.left, pixel.x), std::min(frame.top, pixel.y),
-             std::max(frame.right, pixel.x), std::max(frame.bottom, pixel.y)};
+    Extend(frame, PixelOf(point, size));
   }
-  Widen(frame.left, frame.right);
-  Widen(frame.top, frame.bottom);
+  // To two pixels at least.
+  const RECT wider = Widened(frame, 1);
+  if (std::int64_t{frame.right} - frame.left < 2) {
+    std::tie(frame.left, frame.right) = std::tie(wider.left, wider.right);
+  }
+  if (std::int64_t{frame.bottom} - frame.top < 2) {
+    std::tie(frame.top, frame.bottom) = std::tie(wider.top, wider.bottom);
+  }
   return 1;
 }
 
@@ -131,8 +127,8 @@ bool PlainMark::IsTouched(const std::vector<POINT>& path) {
   const int width = std::clamp(pen.width, 1, 30);
   for (const PointList* list : Connected()) {
     for (std::size_t i = 1; i < list->size(); ++i) {
-      const POINT a = {list->at(i - 1).x, list->at(i - 1).y};
-      const POINT b = {list->at(i).x, list->at(i).y};
+      const POINT a = StoredPixel(list->at(i - 1));
+      const POINT b = StoredPixel(list->at(i));
       if (isPress ? Utils::IsPointOnLine(from, a, b, width)
                   : Utils::IsLineIntersect(from, to, a, b)) {
         return true;
@@ -143,8 +139,9 @@ bool PlainMark::IsTouched(const std::vector<POINT>& path) {
 }
 
 bool PlainMark::IsDot() const {
-  return points.contains(0) &&
-         std::all_of(points.at(0).begin(), points.at(0).end(), [&](const AnnotationPoint& point) {
-           return point.x == points.at(0)[0].x && point.y == points.at(0)[0].y;
-         });
+  RECT box = kNoBox;
+  for (const AnnotationPoint& point : ValueAt(points, 0U)) {
+    Extend(box, StoredPixel(point));
+  }
+  return points.contains(0) && box.right <= box.left && box.bottom <= box.top;
 }

@@ -9,21 +9,13 @@ bool IsEmptyView(const RECT& view) {
   return std::int64_t{view.right} - view.left < 1 || std::int64_t{view.bottom} - view.top < 1;
 }
 
-// Edges included.
-bool IsWithinBox(POINT at, const RECT& box) {
-  return box.left <= at.x && at.x <= box.right && box.top <= at.y && at.y <= box.bottom;
+// Of an author and a sub-author; an empty id stands for all.
+bool IsMeant(const PlainPage::Id& userId, const PlainPage::Id& userSubId,
+             const PlainPage::Id& author, const PlainPage::Id& subAuthor) {
+  return userId.empty() || (author == userId && (userSubId.empty() || subAuthor == userSubId));
 }
 
 }  // namespace
-
-bool PlainPage::Holds(POINT at) const {
-  return IsWithinBox(at, {0, 0, now.width, now.height});
-}
-
-AnnotationPoint PlainPage::At(POINT pixel) const {
-  return {pixel.x, pixel.y, static_cast<double>(pixel.x) / static_cast<double>(now.width),
-          static_cast<double>(pixel.y) / static_cast<double>(now.height)};
-}
 
 int PlainPage::UpdatePage(AnnotationPageInfo info, bool resize) {
   now.userValue1 = info.userValue1;
@@ -54,8 +46,7 @@ bool PlainPage::AddRemote(const PlainMarkPtr& given) {
   const Id key = given->annotationId;
   const Place place = {given->order, given->userId, given->userSubId, key};
   const auto number = static_cast<unsigned>(given->subModelIndex);
-  const PlainMark::PointList received =
-      given->points.contains(0) ? given->points.at(0) : PlainMark::PointList();
+  const PlainMark::PointList received = ValueAt(given->points, 0);
   PlainMarkPtr& known = confirmed[given->userId][key];
   const bool isPagesOwn = known == given || GetLocalAnnotation(key) == given;
   const bool hasPlace = std::any_of(places.begin(), places.end(), [&](const Place& other) {
@@ -107,31 +98,12 @@ int PlainPage::CancelAnnotation(const Id& key) {
   return 1;
 }
 
-PlainPage::Marks PlainPage::ConfirmedOf(const Id& userId) const {
-  return confirmed.contains(userId) ? confirmed.at(userId) : Marks();
-}
-
-PlainMarkPtr PlainPage::GetAnnotation(const Id& userId, const Id& key) const {
-  const auto author = confirmed.find(userId);
-  return author != confirmed.end() && author->second.contains(key) ? author->second.at(key)
-                                                                   : nullptr;
-}
-
-int PlainPage::FindAnnotation(const Id& userId, const Id& key) const {
-  return GetAnnotation(userId, key) != nullptr ? 1 : 0;
-}
-
-PlainMarkPtr PlainPage::GetLocalAnnotation(const Id& key) const {
-  return pending.contains(key) ? pending.at(key) : nullptr;
-}
-
 std::vector<PlainMarkPtr> PlainPage::TopmostFirst(const Id& userId, const Id& userSubId) const {
   std::vector<PlainMarkPtr> marks;
   for (auto place = places.rbegin(); place != places.rend(); ++place) {
-    const bool isMeant = userId.empty() || (place->userId == userId &&
-                                            (userSubId.empty() || place->userSubId == userSubId));
     const PlainMarkPtr mark = GetAnnotation(place->userId, place->id);
-    if (isMeant && mark != nullptr && mark->erased == 0) {
+    if (mark != nullptr && mark->erased == 0 &&
+        IsMeant(userId, userSubId, place->userId, place->userSubId)) {
       marks.push_back(mark);
     }
   }
@@ -165,30 +137,15 @@ int PlainPage::EraseAnnotation(const Id& userId, const Id& key) {
   return 1;
 }
 
-int PlainPage::EraseAnnotationFromRemote(const Id& userId, const Id& key) {
-  return EraseAnnotation(userId, key);
-}
-
 int PlainPage::ClearAnnotations(const Id& userId, const Id& userSubId) {
   for (auto& [author, authored] : confirmed) {
     for (auto& [key, mark] : authored) {
-      const bool isMeant = userId.empty() || (author == userId &&
-                                              (userSubId.empty() || mark->userSubId == userSubId));
-      if (isMeant && mark->erased == 0) {
+      if (mark->erased == 0 && IsMeant(userId, userSubId, author, mark->userSubId)) {
         mark->erased = 1;
       }
     }
   }
   return userId.empty() || confirmed.contains(userId) ? 1 : 0;
-}
-
-PlainPage::Ids PlainPage::EraseSelectedAnnotations() {
-  Ids ids;
-  for (const auto& [key, mark] : selected) {
-    ids.push_back(key);
-  }
-  selected.clear();
-  return ids;
 }
 
 int PlainPage::StartSelecting(const Id& userId, const Id& userSubId, POINT at) {
@@ -197,7 +154,7 @@ int PlainPage::StartSelecting(const Id& userId, const Id& userSubId, POINT at) {
   }
   const std::vector<PlainMarkPtr> marks = TopmostFirst(userId, userSubId);
   const auto hit = std::find_if(marks.begin(), marks.end(), [&](const PlainMarkPtr& mark) {
-    return mark->HasTwoPoints() && IsWithinBox(at, mark->frame);
+    return mark->HasTwoPoints() && DoMeet(BoxOf(at, at), mark->frame);
   });
   isMoving = hit != marks.end() && selected.contains((*hit)->annotationId);
   if (isMoving) {

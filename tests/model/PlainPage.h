@@ -5,9 +5,30 @@
 #include <map>
 #include <memory>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include <parchlet/Annotation.h>
+
+#include "annotation/PixelMath.h"
+
+// The empty value where the map has no such key.
+template <class Map>
+const typename Map::mapped_type& ValueAt(const Map& map, const typename Map::key_type& key) {
+  static const typename Map::mapped_type none{};
+  const auto found = map.find(key);
+  return found != map.end() ? found->second : none;
+}
+
+template <class Map>
+std::vector<std::string> Keys(const Map& map) {
+  std::vector<std::string> keys;
+  keys.reserve(map.size());
+  for (const auto& [key, value] : map) {
+    keys.push_back(key);
+  }
+  return keys;
+}
 
 // What a host can learn of an annotation, with operations of the same names. Nothing is cached and
 // nothing is fast. Where a shape is hit, the engine's own object says: what is compared is how a
@@ -24,7 +45,7 @@ struct PlainMark : AnnotationHeader {
   void Moving(const AnnotationPoint& to);
   int SetRectEx(CurrentAnnotPageSize size);
 
-  bool HasTwoPoints() const { return points.contains(0) && points.at(0).size() >= 2; }
+  bool HasTwoPoints() const { return ValueAt(points, 0).size() >= 2; }
   bool IsPath() const;
   // Sub-models 0, 1, 2, ... up to the first missing one.
   std::vector<PointList*> Connected();
@@ -71,8 +92,8 @@ struct PlainPage {
   explicit PlainPage(AnnotationPageInfo info) : initial(info), now(info) { band.erased = 1; }
 
   CurrentAnnotPageSize Size() const { return {now.width, now.height}; }
-  bool Holds(POINT at) const;
-  AnnotationPoint At(POINT pixel) const;
+  bool Holds(POINT at) const { return DoMeet(BoxOf(at, at), {0, 0, now.width, now.height}); }
+  AnnotationPoint At(POINT pixel) const { return PagePoint(pixel, Size()); }
   // What a resize or a geometry update gives.
   int UpdatePage(AnnotationPageInfo info, bool resize);
 
@@ -82,17 +103,22 @@ struct PlainPage {
   // True when the page keeps the very object. What another page owns is copied.
   bool AddRemote(const PlainMarkPtr& given);
   int CancelAnnotation(const Id& id);
-  Marks ConfirmedOf(const Id& userId) const;
-  PlainMarkPtr GetAnnotation(const Id& userId, const Id& id) const;
-  int FindAnnotation(const Id& userId, const Id& id) const;
-  PlainMarkPtr GetLocalAnnotation(const Id& id) const;
+  PlainMarkPtr GetAnnotation(const Id& userId, const Id& id) const {
+    return ValueAt(ValueAt(confirmed, userId), id);
+  }
+  int FindAnnotation(const Id& userId, const Id& id) const {
+    return GetAnnotation(userId, id) != nullptr ? 1 : 0;
+  }
+  PlainMarkPtr GetLocalAnnotation(const Id& id) const { return ValueAt(pending, id); }
 
   // For a path of one point the topmost mark's id or the empty one, else all of them.
   Ids EraseAnnotations(const Id& userId, const Id& userSubId, std::vector<POINT> path);
   int EraseAnnotation(const Id& userId, const Id& id);
-  int EraseAnnotationFromRemote(const Id& userId, const Id& id);
+  int EraseAnnotationFromRemote(const Id& userId, const Id& id) {
+    return EraseAnnotation(userId, id);
+  }
   int ClearAnnotations(const Id& userId, const Id& userSubId);
-  Ids EraseSelectedAnnotations();
+  Ids EraseSelectedAnnotations() { return Keys(std::exchange(selected, {})); }
 
   Marks GetSelectedAnnotations() const { return selected; }
   int StartSelecting(const Id& userId, const Id& userSubId, POINT at);

@@ -1,8 +1,6 @@
 // What a generated host chooses among, and the comparison of the engine with its model.
 #include "model/Session.h"
 
-#include <algorithm>
-
 #include "support/TestAccess.h"
 
 namespace {
@@ -51,59 +49,50 @@ Session::Known Session::AnyPage() {
   if (plain.CurrentPage() != nullptr && !any.OneIn(4)) {
     return {plain.current->id, plain.CurrentPage()->id, plain.CurrentPage()};
   }
+  Known chosen = {any.DocId(), any.PageId(), &nowhere};
+  const bool isExisting = !any.OneIn(4);
   std::vector<Known> known;
   for (auto& [doc, document] : plain.documents) {
     for (const auto& page : document.pages) {
       known.push_back({doc, page->id, page.get()});
+      chosen = doc == chosen.doc && page->id == chosen.page ? known.back() : chosen;
     }
   }
-  if (!known.empty() && !any.OneIn(4)) {
-    return any.OneOf(known);
-  }
-  Known chosen = {any.DocId(), any.PageId(), nullptr};
-  for (const Known& page : known) {
-    chosen.plain = page.doc == chosen.doc && page.page == chosen.page ? page.plain : chosen.plain;
-  }
-  return chosen;
+  return !known.empty() && isExisting ? any.OneOf(known) : chosen;
 }
 
-Session::Marks Session::MarksOf(const PlainPage* page) {
+Session::Marks Session::MarksOf(const PlainPage& page) {
   Marks marks;
-  if (page == nullptr) {
-    return marks;
-  }
-  for (const auto& [author, authored] : page->confirmed) {
+  for (const auto& [author, authored] : page.confirmed) {
     for (const auto& [id, mark] : authored) {
       marks.push_back(mark);
     }
   }
-  for (const auto& [id, mark] : page->pending) {
+  for (const auto& [id, mark] : page.pending) {
     marks.push_back(mark);
   }
-  if (page->background != nullptr) {
-    marks.push_back(page->background);
+  if (page.background != nullptr) {
+    marks.push_back(page.background);
   }
   return marks;
 }
 
 PlainMarkPtr Session::AnyMark() {
-  Marks marks = MarksOf(AnyPage().plain);
+  Marks marks = MarksOf(*AnyPage().plain);
   std::erase_if(marks, [](const PlainMarkPtr& mark) { return mark->object == nullptr; });
   return marks.empty() ? nullptr : any.OneOf(marks);
 }
 
-std::string Session::AnyMarkIdOn(const PlainPage* page) {
+std::string Session::AnyMarkIdOn(const PlainPage& page) {
   const Marks marks = MarksOf(page);
   return marks.empty() || any.OneIn(3) ? any.MarkId() : any.OneOf(marks)->annotationId;
 }
 
-std::string Session::AnyAuthorOn(const PlainPage* page) {
-  return page == nullptr || page->confirmed.empty() || any.OneIn(3)
-             ? any.UserId()
-             : any.OneOf(page->confirmed).first;
+std::string Session::AnyAuthorOn(const PlainPage& page) {
+  return page.confirmed.empty() || any.OneIn(3) ? any.UserId() : any.OneOf(page.confirmed).first;
 }
 
-POINT Session::AnyPointNearMarksOf(const PlainPage* page) {
+POINT Session::AnyPointNearMarksOf(const PlainPage& page) {
   const Marks marks = MarksOf(page);
   const PlainMarkPtr mark = marks.empty() || any.OneIn(4) ? nullptr : any.OneOf(marks);
   if (mark == nullptr || !mark->HasTwoPoints()) {
@@ -117,12 +106,6 @@ POINT Session::AnyPointNearMarksOf(const PlainPage* page) {
   };
   const LONG x = between(std::prev(second)->x, second->x);
   return {x, between(std::prev(second)->y, second->y)};
-}
-
-std::string Session::Text(const AnnotationPageInfo& info) {
-  const RECT& view = info.viewRect;
-  return Text(std::tie(info.userValue1, info.userValue2, info.width, info.height, info.transparent,
-                       view.left, view.top, view.right, view.bottom, info.backgroundColor));
 }
 
 void Session::Part(const std::string& what, const std::string& engines, const std::string& models) {
@@ -170,7 +153,7 @@ void Session::SamePage(const std::string& doc, PlainPage& model) {
     places.emplace_back(place.userId, place.id);
   }
   Same(where + ", paint order", PageTestAccess::PaintPlaces(*page), places);
-  for (const PlainMarkPtr& mark : MarksOf(&model)) {
+  for (const PlainMarkPtr& mark : MarksOf(model)) {
     SameMark(where + ", mark " + Text(mark->annotationId), *mark->object, *mark);
   }
 }

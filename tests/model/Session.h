@@ -1,6 +1,7 @@
 // A generated host: makes every call to the engine and to its plain model, and compares.
 #pragma once
 
+#include <algorithm>
 #include <cstdint>
 #include <deque>
 #include <memory>
@@ -26,8 +27,7 @@
                   __VA_ARGS__
 
 // The engine and its model part; the message tells where, and the calls that led there.
-class Difference : public std::runtime_error {
- public:
+struct Difference : std::runtime_error {
   using std::runtime_error::runtime_error;
 };
 
@@ -54,7 +54,7 @@ class Session {
   Session(std::function<std::uint8_t()> decisions, bool isPaintedAtOnce);
 
   // Starts the engine's own refresh timer; only for a session that is painted at once.
-  void Start();
+  void Start() { Both(CALL(Init)); }
   // Makes one call and compares; throws Difference.
   void MakeOneCall();
   Parchlet& Engine() { return *engine; }
@@ -66,7 +66,7 @@ class Session {
   // Ids that mostly name a page.
   struct Known {
     std::string doc, page;
-    PlainPage* plain;
+    PlainPage* plain;  // `nowhere` when they name none
   };
   // An object that is still this host's, to be handed over again.
   struct Held {
@@ -76,39 +76,30 @@ class Session {
 
   // --- Calls ---
   void ChangeSettings();
-  void StartAndStop();
   void ChangeDocuments();
   void AddPage();
-  void ResizePage();
-  void Navigate();
-  void ChangeAWindow();
+  void Resize();
   void AskForEverything();
+  void SavePage();
   void Refresh();
-  void PassTime();
 
   void StartDrawing();
   void PlacePicture();
-  void SavePage();
-  void StartSelecting();
-  void GrabSelection();
-  void AskEraser();
-  void Erase();
-  void Cancel();
-
   void ReceiveMark();
-  void ReceiveAgain();
   void ChangeAMark();
+  void GrabSelection();
+  void ReachForMarks();
 
   // --- Choosing ---
   Known AnyPage();
-  std::string AnyMarkIdOn(const PlainPage* page);
-  std::string AnyAuthorOn(const PlainPage* page);
-  // All of the page's, background included; none for null.
-  static Marks MarksOf(const PlainPage* page);
+  std::string AnyMarkIdOn(const PlainPage& page);
+  std::string AnyAuthorOn(const PlainPage& page);
+  // All of the page's, background included.
+  static Marks MarksOf(const PlainPage& page);
   PlainMarkPtr AnyMark();
   MemoryWindow& AnyWindow() { return windows[static_cast<std::size_t>(any.Below(2))]; }
   // Mostly a few pixels off a line of some mark.
-  POINT AnyPointNearMarksOf(const PlainPage* page);
+  POINT AnyPointNearMarksOf(const PlainPage& page);
   Held MakePeersMark(const Known& to);
   // Keeps the object when the page does not take it.
   void HandOver(const Known& to, Held given);
@@ -119,9 +110,14 @@ class Session {
   // Makes the call to the engine and to the model.
   template <class Act, class... With>
   void Both(const char* name, const Act& act, const With&... with) {
+    BothTo(*engine, plain, name, act, with...);
+  }
+  // The same for a part of both.
+  template <class E, class M, class Act, class... With>
+  void BothTo(E& engines, M& models, const char* name, const Act& act, const With&... with) {
     Trace(name, with...);
     Compare(
-        name, [&] { return act(*engine, with...); }, [&] { return act(plain, with...); });
+        name, [&] { return act(engines, with...); }, [&] { return act(models, with...); });
   }
   // The same for what the engine does on a page. With `kNeedsWindow` it does not look for the page
   // before any page was given a window.
@@ -167,44 +163,34 @@ class Session {
   [[noreturn]] void Part(const std::string& what, const std::string& engines,
                          const std::string& models);
 
-  template <class Map>
-  static Ids Keys(const Map& map) {
-    Ids keys;
-    for (const auto& [key, value] : map) {
-      keys.push_back(key);
-    }
-    return keys;
+  static auto Parts(const POINT& at) { return std::tie(at.x, at.y); }
+  static auto Parts(const CurrentAnnotPageSize& size) { return std::tie(size.width, size.height); }
+  static auto Parts(const AnnotationPoint& at) {
+    return std::tie(at.x, at.y, at.xRatio, at.yRatio);
   }
-  static std::string Text(const std::string& value) { return "\"" + value.substr(0, 36) + "\""; }
+  static auto Parts(const RECT& box) { return std::tie(box.left, box.top, box.right, box.bottom); }
+  static auto Parts(const AnnotationPageInfo& info) {
+    return std::tie(info.userValue1, info.userValue2, info.width, info.height, info.transparent,
+                    info.viewRect, info.backgroundColor);
+  }
+  template <class Tuple>
+  static const Tuple& Parts(const Tuple& tuple) {
+    return tuple;
+  }
   template <class T>
-  requires(std::is_arithmetic_v<T> || std::is_enum_v<T>) static std::string Text(T value) {
-    return std::to_string(+value);
-  }
-  static std::string Text(POINT at) { return Text(std::tie(at.x, at.y)); }
-  static std::string Text(const AnnotationPoint& at) {
-    return Text(std::tie(at.x, at.y, at.xRatio, at.yRatio));
-  }
-  static std::string Text(CurrentAnnotPageSize size) {
-    return Text(std::tie(size.width, size.height));
-  }
-  static std::string Text(const AnnotationPageInfo& info);
-  template <class... Parts>
-  static std::string Text(const std::tuple<Parts...>& parts) {
-    return std::apply([](const auto&... part) { return ("(" + ... + (Text(part) + " ")) + ")"; },
-                      parts);
-  }
-  template <class T, class U>
-  static std::string Text(const std::pair<T, U>& pair) {
-    return Text(std::tie(pair.first, pair.second));
-  }
-  template <class Range>
-  requires requires(const Range& range) { range.begin(); }
-  static std::string Text(const Range& range) {
+  static std::string Text(const T& value) {
     std::string text;
-    for (const auto& value : range) {
-      text += Text(value) + " ";
+    const auto add = [&text](const auto&... part) { ((text += Text(part) + " "), ...); };
+    if constexpr (std::is_scalar_v<T>) {
+      return std::to_string(value);
+    } else if constexpr (std::is_convertible_v<T, std::string>) {
+      return "\"" + std::string(value).substr(0, 36) + "\"";
+    } else if constexpr (requires { value.begin(); }) {
+      std::for_each(value.begin(), value.end(), add);
+    } else {
+      std::apply(add, Parts(value));
     }
-    return text;
+    return "(" + text + ")";
   }
 
   // Keeps what is said of the latest calls, for the report of a difference.
@@ -230,6 +216,7 @@ class Session {
   std::deque<MemoryWindow> windows;  // two
   HWND deadWindow = nullptr;
   PlainEngine plain;
+  PlainPage nowhere{{0, 0, 60, 40, false, {0, 0, 60, 40}, 0}};  // without a mark
   std::unique_ptr<Parchlet> engine;
   std::deque<Held> held;
   std::deque<std::string> trace;
