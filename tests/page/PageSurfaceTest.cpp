@@ -54,20 +54,6 @@ TEST_F(PageSurfaceTest, AnEmptyViewMakesASurfaceOfOnePixelUntilTheFirstResize) {
   }
 }
 
-TEST_F(PageSurfaceTest, MarksKeepTheirFractionsWhenThePageIsResized) {
-  Init(PageOf(60, 40));
-  page.AddAnnotation(Mark("m").Box(kSize, 30, 20, 10, kRed).Release(), true);
-  Mark onIt("on it");
-  page.AddAnnotation(onIt.Pen(kRed, 1).Points(kSize, {{32, 22}, {35, 24}, {37, 26}}).Release(),
-                     true);
-  for (const auto& [size, ink] :
-       {std::pair(SIZE{120, 20}, RECT{60, 10, 80, 15}), {{60, 40}, {30, 20, 40, 30}}}) {
-    window.SetScreenRect({0, 0, size.cx, size.cy});
-    EXPECT_EQ(1, page.UpdatePage(PageOf(size.cx, size.cy), true));
-    EXPECT_EQ(ink, Paint().InkBox());
-  }
-}
-
 TEST_F(PageSurfaceTest, ASizeThatCannotBeHadKeepsTheOldSurface) {
   Init(PageOf(60, 40));
   page.AddAnnotation(Mark("m").Box({100'000, 40}, 10, 10, 10, kRed).Release(), true);

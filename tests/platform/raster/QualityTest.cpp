@@ -49,7 +49,7 @@ std::vector<double> Meant(const BenchMark& mark, int width, int height) {
   for (const POINT& point : mark.points) {
     corners.emplace_back(point.x, point.y);
   }
-  return exact::Coverage(exact::StrokePolygons(corners, false, mark.width), width, height);
+  return exact::Coverage(exact::StrokePolygons(corners, mark.width), width, height);
 }
 
 struct Error {
