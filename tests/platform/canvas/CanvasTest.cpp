@@ -119,26 +119,26 @@ class Editor {
     return mark;
   }
 
+  // Draws, goes on with the last mark, or changes any.
   void Edit(Page& page) {
-    const auto pick = [&]() -> Mark& {
-      return page.marks[static_cast<std::size_t>(Below(static_cast<int>(page.marks.size())))];
-    };
     const int action = page.marks.empty() ? 0 : Below(9);
+    const auto any =
+        page.marks.begin() + Below(std::max<int>(1, static_cast<int>(page.marks.size())));
     if (action <= 1) {
       page.marks.push_back(NewMark());
     } else if (action <= 3) {
-      const GridPoint last = page.marks.back().points.back();
-      page.marks.back().points.push_back({last.x / 2 + Below(width) / 2, last.y / 2 + Below(9)});
+      std::vector<GridPoint>& points = page.marks.back().points;
+      points.push_back({points.back().x / 2 + Below(width) / 2, points.back().y / 2 + Below(9)});
     } else if (action == 4) {
-      page.marks.erase(page.marks.begin() + Below(static_cast<int>(page.marks.size())));
+      page.marks.erase(any);
     } else if (action == 5) {
-      for (GridPoint& point : pick().points) {
+      for (GridPoint& point : any->points) {
         point = {point.x / 2 + 3, point.y / 2 + 1};
       }
     } else if (action == 6) {
-      pick().argb ^= 1U << Below(32);
+      any->argb ^= 1U << Below(32);
     } else if (action == 7) {
-      std::swap(pick(), pick());
+      std::swap(*any, page.marks.front());
     } else if (Below(8) == 0) {
       page.background = Random();
     }
