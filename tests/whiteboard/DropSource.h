@@ -61,6 +61,7 @@ class DropSource {
                         request.target, 8, static_cast<std::uint32_t>(uris.size()), uris.data());
     xcb_selection_notify_event_t notify = {};
     notify.response_type = XCB_SELECTION_NOTIFY;
+    notify.requestor = request.requestor;
     notify.selection = request.selection;
     notify.target = request.target;
     notify.property = request.property;
