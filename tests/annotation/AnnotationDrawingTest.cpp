@@ -40,7 +40,7 @@ void ExpectInked(const Frame& frame, const std::vector<exact::Polygon>& polygons
   for (std::size_t i = 0; i < meant.size(); ++i) {
     const bool isEdge = meant[i] > 0 && meant[i] < 1;
     ASSERT_NEAR(meant[i], 1 - (frame.pixels[i] & 0xFF) / 255.0, isEdge ? 1 : 0.25)
-        << i % frame.width << ", " << i / frame.width << " of " << testing::PrintToString(frame);
+        << i % frame.width << ", " << i / frame.width;
   }
 }
 
@@ -79,19 +79,24 @@ const ShapeCase kShapes[] = {
     {"PathOfAPictureKind", AnnotationSubTypePng, kBends, kBendSpots},
 };
 
-TEST(AnnotationDrawingTest, AShapesInkLiesWhereItsPointsSayOnAnyPageSize) {
+TEST(AnnotationDrawingTest, AShapesInkLiesWhereItsPointsSayWhenThePageIsResizedToo) {
   for (const auto& [name, subType, dragged, corners] : kShapes) {
     SCOPED_TRACE(name);
-    const bool isOpen = subType == kLine || corners == kBendSpots;
-    for (const CurrentAnnotPageSize size : {kSize, kWideSize}) {
-      std::vector<Corner> spots = corners;
-      for (Corner& spot : spots) {
-        spot = {spot.real() * size.width / kSize.width, spot.imag() * size.height / kSize.height};
-      }
-      Mark mark("m");
-      mark.Shape(subType).Pen(kRed, kPen, subType == kRectangle ? 0 : 1).Points(kSize, dragged);
-      ExpectInked(Paint(mark, size), exact::StrokePolygons(spots, !isOpen, kPen));
+    std::vector<Corner> spots = corners;
+    if (subType != kLine && corners != kBendSpots) {
+      spots.insert(spots.end(), {corners[0], corners[1]});
     }
+    PaintedPage painted(kSize);
+    Mark mark("m");
+    mark.Shape(subType).Pen(kRed, kPen, subType == kRectangle ? 0 : 1).Points(kSize, dragged);
+    painted.page.AddAnnotation(mark.Release(), true);
+    ExpectInked(painted.Paint(), exact::StrokePolygons(spots, kPen));
+    painted.window.SetScreenRect({0, 0, kWideSize.width, kWideSize.height});
+    painted.page.UpdatePage(PageOf(kWideSize.width, kWideSize.height), true);
+    for (Corner& spot : spots) {
+      spot = {spot.real() * 2, spot.imag() / 2};
+    }
+    ExpectInked(painted.Paint(), exact::StrokePolygons(spots, kPen));
   }
 }
 
@@ -150,7 +155,7 @@ TEST(AnnotationDrawingTest, ConnectedSubModelsAreOneLine) {
                                           {{60, 20}, {100, 60}},
                                           {{100, 60}, {100, 70}},
                                           {{120, 90}, {180, 90}}}) {
-    const auto polygons = exact::StrokePolygons(line, false, kPen);
+    const auto polygons = exact::StrokePolygons(line, kPen);
     meant.insert(meant.end(), polygons.begin(), polygons.end());
   }
   ExpectInked(Paint(mark), meant);

@@ -22,12 +22,9 @@ class RestlessHost {
     if (kind < 4) {
       Receive();
     } else if (kind < 6) {
-      const std::string id = AnyMark();
-      Annotation* mark = engine.GetAnnotation("doc", page, "bob", id);
-      if (mark != nullptr && mark->IsErased() == 1) {
-        mark->Erase(0);
-      } else {
-        engine.EraseAnnotation("doc", page, "bob", id);
+      Annotation* mark = engine.GetAnnotation("doc", page, "bob", AnyMark());
+      if (mark != nullptr) {
+        mark->Erase(1 - mark->IsErased());
       }
     } else if (kind == 6) {
       Select();
@@ -69,18 +66,15 @@ class RestlessHost {
       path.push_back({path.back().x + Any(21) - 10, path.back().y + Any(21) - 10});
     }
     const bool isNew = Any(4) != 0;
-    auto mark = Mark(isNew ? std::to_string(++received) : AnyMark())
-                    .By("bob")
-                    .Order(Any(50))
-                    .Fragment(isNew ? 0 : Any(3))
-                    .Shape(static_cast<AnnotationSubType>(kShapes[Any(7)]))
-                    .Pen(AnyColor(), 1 + Any(30), Any(2))
-                    .Points({kWidth, kHeight}, path)
-                    .Make();
-    engine.AddAnnotationFromRemote("doc", page, mark.get());
-    if (engine.GetAnnotation("doc", page, "bob", mark->annotationId) == mark.get()) {
-      static_cast<void>(mark.release());
-    }
+    engine.AddAnnotationFromRemote("doc", page,
+                                   Mark(isNew ? std::to_string(++received) : AnyMark())
+                                       .By("bob")
+                                       .Order(Any(50))
+                                       .Fragment(isNew ? 0 : Any(3))
+                                       .Shape(static_cast<AnnotationSubType>(kShapes[Any(7)]))
+                                       .Pen(AnyColor(), 1 + Any(30), Any(2))
+                                       .Points({kWidth, kHeight}, path)
+                                       .Make());
   }
   // A band, and a drag of one mark that it caught.
   void Select() {

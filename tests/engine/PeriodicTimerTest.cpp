@@ -18,41 +18,29 @@ void Count(std::atomic<int>& calls) {
   calls.notify_all();
 }
 
-TEST(PeriodicTimerTest, StopWaitsForACallUnderWayAndThereIsNoOther) {
+TEST(PeriodicTimerTest, ItsOneTaskIsCalledFromAnIntervalAfterTheStartToTheStop) {
   PeriodicTimer timer;
   std::atomic<int> entered{0};
   std::atomic<int> left{0};
   timer.Stop();  // without a worker, at once
-  timer.Start(0, [&] {
+  const Clock::time_point start = Clock::now();
+  timer.Start(10, [&] {
     Count(entered);
     std::this_thread::sleep_for(milliseconds(20));
     ++left;
   });
+  timer.Start(0, [] { ADD_FAILURE() << "a second start is ignored until the stop"; });
   entered.wait(0);
+  EXPECT_GE(Clock::now() - start, milliseconds(10));
   timer.Stop();
   const int calls = entered;
-  EXPECT_EQ(calls, left);
-  std::this_thread::sleep_for(milliseconds(20));
+  EXPECT_EQ(calls, left) << "the stop waits for a call under way";
+  std::atomic<int> next{0};
+  timer.Start(-1, [&] { Count(next); });
+  next.wait(0);
+  next.wait(1);
+  timer.Stop();
   EXPECT_EQ(calls, entered);
-}
-
-TEST(PeriodicTimerTest, ASecondStartIsIgnoredUntilTheStop) {
-  std::atomic<int> first{0};
-  std::atomic<int> second{0};
-  PeriodicTimer timer;
-  const Clock::time_point start = Clock::now();
-  timer.Start(10, [&] { Count(first); });
-  timer.Start(0, [&] { Count(second); });
-  first.wait(0);
-  EXPECT_GE(Clock::now() - start, milliseconds(10)) << "no sooner than one interval";
-  timer.Stop();
-  EXPECT_EQ(0, second);
-  const int before = first;
-  timer.Start(-1, [&] { Count(second); });
-  second.wait(0);
-  second.wait(1);
-  timer.Stop();
-  EXPECT_EQ(before, first);
 }
 
 TEST(PeriodicTimerTest, StoppingAndDestroyingEndATimerAtOnce) {

@@ -102,16 +102,14 @@ TEST_F(PicturesAndExportTest, TheScreenIsWrittenWithTheWindowOnIt) {
   ASSERT_NE(nullptr, Place(red, true));
   board.Paint();
   ASSERT_EQ(1, Save("screen.png", L"MEMORY-1"));
-  const parchlet::Picture screen = Read("screen.png");
-  ASSERT_EQ(std::pair(1920, 1080), std::pair(screen.width, screen.height));
-  EXPECT_EQ(kRed, screen.pixels.at(200 * 1920 + 300));
-  EXPECT_EQ(kBlack, screen.pixels.at(199 * 1920 + 300));
-  ASSERT_EQ(1, Save("area.png", board.window.Handle()));
-  EXPECT_EQ(200, Read("area.png").width);
-  EXPECT_THAT(Read("area.png"), IsAll(kRed));
+  const Frame screen({1920, 1080, Read("screen.png").pixels});
+  EXPECT_EQ((RECT{300, 200, 500, 300}), screen.InkBox(kBlack));
   HWND const gone = MemoryWindow({0, 0, 30, 20}).Handle();
-  ASSERT_EQ(1, Save("page.png", gone));
-  EXPECT_EQ(200, Read("page.png").width) << "the page's own surface";
+  for (HWND const window : {board.window.Handle(), gone}) {  // the screen, and the page's surface
+    ASSERT_EQ(1, Save("area.png", window));
+    EXPECT_EQ(200, Read("area.png").width);
+    EXPECT_THAT(Read("area.png"), IsAll(kRed));
+  }
 }
 
 // Three pages, and a display whose first capture throws.

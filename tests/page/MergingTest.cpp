@@ -17,6 +17,7 @@ std::vector<std::size_t> Sizes(const Annotation& mark) {
   return sizes;
 }
 
+// What the model does not compare.
 class MergingTest : public testing::Test {
  protected:
   MergingTest() : board(kSize.width, kSize.height), engine(board.engine) {
@@ -35,24 +36,7 @@ class MergingTest : public testing::Test {
   }
   // Hands over an object that a page owns.
   int HandBack(Annotation* mark) { return engine.AddAnnotationFromRemote("doc", "page", mark); }
-  Annotation* Find(const std::string& id, const std::string& author = "bob") {
-    return engine.GetAnnotation("doc", "page", author, id);
-  }
-  Annotation* Draw(std::size_t points) {
-    engine.StartDrawing("doc", "page", {5, 5});
-    for (std::size_t i = 1; i < points; ++i) {
-      engine.MoveDrawing({5 + static_cast<LONG>(i % 50), 5});
-    }
-    std::string doc;
-    std::string page;
-    const std::string id = engine.GetCurrentAnnotationInfo(doc, page);
-    engine.EndDrawing();
-    return engine.GetLocalAnnotation("doc", "page", id);
-  }
-  std::vector<std::string> Erasable() {
-    return engine.EraseAnnotations("doc", "page", "", "", {{6, 0}, {6, 39}});
-  }
-
+  Annotation* Find(const std::string& id) { return engine.GetAnnotation("doc", "page", "bob", id); }
   Whiteboard board;
   Parchlet& engine;
 };
@@ -75,20 +59,13 @@ TEST_F(MergingTest, ThePagesOwnMarkHandedOverAgainChangesNoPoints) {
   EXPECT_EQ(mark, Find("m"));
 }
 
-TEST_F(MergingTest, ADrawingHandedBackIsConfirmedWithItsPoints) {
-  for (const int index : {0, 3, -1}) {
-    Annotation* drawing = Draw(3);
-    drawing->subModelIndex = index;
-    EXPECT_EQ(1, HandBack(drawing));
-    EXPECT_EQ(drawing, Find(drawing->annotationId, "ada"));
-    EXPECT_EQ(std::vector<std::size_t>{3}, Sizes(*drawing));
-    EXPECT_EQ(std::vector<std::string>{drawing->annotationId}, Erasable()) << "fragment " << index;
-    EXPECT_EQ(1, engine.EraseAnnotation("doc", "page", "ada", drawing->annotationId));
-  }
-}
-
 TEST_F(MergingTest, TheEchoOfALongDrawingIsWholeInAnyOrder) {
-  const Annotation* drawing = Draw(kMaxMarkPoints);
+  engine.StartDrawing("doc", "page", {5, 5});
+  const Annotation* drawing = board.Page().GetCurrentAnnotation();
+  for (std::size_t i = 1; i < kMaxMarkPoints; ++i) {
+    engine.MoveDrawing({5 + static_cast<LONG>(i % 50), 5});
+  }
+  engine.EndDrawing();
   std::vector<std::unique_ptr<Annotation>> echo = parchlet::SplitMark(*drawing, 1);
   const std::size_t fragments = echo.size();
   for (; !echo.empty(); echo.pop_back()) {
@@ -112,22 +89,6 @@ TEST_F(MergingTest, AMarkIsKeptAsFarAsItsLimit) {
   board.Paint();
   EXPECT_EQ((Counts{9, 4, 0}), Sizes(Receive(0, 9))) << "shorter ones go on";
   EXPECT_EQ((Counts{9, 4, 10}), Sizes(Receive(2, 10))) << "and make room";
-}
-
-TEST_F(MergingTest, AnotherPagesMarkIsCopiedWithAllThatItHas) {
-  auto mark = Mark("m").By("bob").Fragment(2).Points(kSize, {{1, 1}, {9, 9}}).Make();
-  mark->InsertPoints(7, PointsOn(kSize, {{3, 3}}));
-  mark->pictureProperty = "a property";
-  mark->tempStartTick = 77;
-  HandOver(std::move(mark));
-  engine.NewPage("doc", "other", "ada", board.window.Handle(), PageOf(60, 40));
-  EXPECT_EQ(1, engine.AddAnnotationFromRemote("doc", "other", Find("m")));
-  const Annotation* copy = engine.GetAnnotation("doc", "other", "bob", "m");
-  ASSERT_NE(nullptr, copy);
-  EXPECT_NE(Find("m"), copy);
-  EXPECT_EQ((std::vector<std::size_t>{0, 2, 1}), Sizes(*copy));
-  EXPECT_EQ("a property", copy->pictureProperty);
-  EXPECT_EQ(77U, copy->tempStartTick);
 }
 
 TEST_F(MergingTest, AMarkHasSoManyFragmentsAndNoMore) {

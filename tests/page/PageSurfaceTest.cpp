@@ -21,20 +21,6 @@ class PageSurfaceTest : public testing::Test {
   AnnotationPage page;
 };
 
-TEST_F(PageSurfaceTest, APageIsInitialisedOnceAndWithASizeOnly) {
-  for (const auto& [width, height] : {std::pair{0, 40}, {60, 0}, {-1, 40}, {60, INT32_MIN}}) {
-    EXPECT_EQ(0, Init(PageOf(width, height)));
-  }
-  EXPECT_EQ(0, page.InitPage(nullptr, PageOf(60, 40), nullptr));
-  EXPECT_EQ(0, page.UpdateLayeredContent());
-  EXPECT_EQ(0U, window.PresentCount());
-  EXPECT_EQ(1, Init(PageOf(60, 40)));
-  MemoryWindow other({0, 0, 9, 9});
-  EXPECT_EQ(0, page.InitPage(other.Handle(), PageOf(9, 9), nullptr));
-  EXPECT_EQ((RECT{0, 0, 60, 40}), Covered());
-  EXPECT_EQ(0U, other.PresentCount());
-}
-
 TEST_F(PageSurfaceTest, AnEmptyViewMakesASurfaceOfOnePixelUntilTheFirstResize) {
   const struct {
     RECT view, covered;
@@ -51,20 +37,6 @@ TEST_F(PageSurfaceTest, AnEmptyViewMakesASurfaceOfOnePixelUntilTheFirstResize) {
     EXPECT_EQ(1, page.UpdatePage(PageOf(50, 40), true));
     EXPECT_EQ((RECT{0, 0, 50, 40}), Covered());
     page.ReleaseSurface();
-  }
-}
-
-TEST_F(PageSurfaceTest, MarksKeepTheirFractionsWhenThePageIsResized) {
-  Init(PageOf(60, 40));
-  page.AddAnnotation(Mark("m").Box(kSize, 30, 20, 10, kRed).Release(), true);
-  Mark onIt("on it");
-  page.AddAnnotation(onIt.Pen(kRed, 1).Points(kSize, {{32, 22}, {35, 24}, {37, 26}}).Release(),
-                     true);
-  for (const auto& [size, ink] :
-       {std::pair(SIZE{120, 20}, RECT{60, 10, 80, 15}), {{60, 40}, {30, 20, 40, 30}}}) {
-    window.SetScreenRect({0, 0, size.cx, size.cy});
-    EXPECT_EQ(1, page.UpdatePage(PageOf(size.cx, size.cy), true));
-    EXPECT_EQ(ink, Paint().InkBox());
   }
 }
 
@@ -115,16 +87,13 @@ TEST_F(PageSurfaceTest, APageWithoutASurfaceOrWithoutAnObjectRefuses) {
     EXPECT_EQ(0, page.SetNicknameTip(nullptr));
     EXPECT_EQ(0, page.GetAllAnnotations(nullptr) + page.GetUserAnnotations("bob", nullptr));
     page.AddAnnotation(nullptr, true);
+    EXPECT_EQ(isInitialised, page.UpdateLayeredContent());
+    EXPECT_EQ(0, page.InitPage(nullptr, PageOf(60, 40), nullptr));
     EXPECT_EQ(isInitialised == 0 ? 1 : 0, Init(PageOf(1, 1))) << "the smallest page there is";
   }
   EXPECT_EQ(0, page.IsUserExist("bob"));
   page.AddAnnotation(Mark("m").By("bob").Release(), true);
   EXPECT_EQ(1, page.IsUserExist("bob"));
-  UnregisterLayeredWindow(window.Handle());
-  EXPECT_EQ(0, page.UpdateLayeredContent());
-  EXPECT_EQ(1, page.UpdatePage(PageOf(50, 40), true)) << "the page itself lives on";
-  AnnotationPage late;
-  EXPECT_EQ(0, late.InitPage(window.Handle(), PageOf(60, 40), nullptr));
 }
 
 TEST_F(PageSurfaceTest, AReleasedPageIsEmptyAndMayBeInitialisedAnew) {

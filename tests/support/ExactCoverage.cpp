@@ -34,14 +34,6 @@ Polygon Joint(Corner at, Corner before, Corner after, double half) {
   return {at, a, at + half * half / std::norm(middle) * middle, b};
 }
 
-std::vector<Corner> Distinct(std::vector<Corner> line, bool closed) {
-  line.erase(std::unique(line.begin(), line.end()), line.end());
-  while (closed && line.size() > 1 && line.back() == line.front()) {
-    line.pop_back();
-  }
-  return line;
-}
-
 struct Range {
   double low = 1e300;
   double high = -1e300;
@@ -81,44 +73,34 @@ void AddUnion(std::vector<Range>& ranges, double weight, std::span<double> row) 
 
 }  // namespace
 
-std::vector<Polygon> StrokePolygons(const std::vector<Corner>& points, bool closed, double width) {
+std::vector<Polygon> StrokePolygons(std::vector<Corner> line, double width) {
+  line.erase(std::unique(line.begin(), line.end()), line.end());
   std::vector<Polygon> polygons;
-  const std::vector<Corner> line = Distinct(points, closed);
-  const std::size_t count = line.size();
-  if (count < 2) {
-    return polygons;
-  }
-  const auto at = [&](std::size_t i) { return line[i % count]; };
-  for (std::size_t i = closed ? 0 : 1; i < count; ++i) {
-    polygons.push_back(Segment(at(i + count - 1), at(i), width / 2));
-  }
-  for (std::size_t i = closed ? 0 : 1; i < count - (closed ? 0 : 1); ++i) {
-    polygons.push_back(
-        Joint(at(i), Direction(at(i + count - 1), at(i)), Direction(at(i), at(i + 1)), width / 2));
+  for (std::size_t i = 1; i < line.size(); ++i) {
+    polygons.push_back(Segment(line[i - 1], line[i], width / 2));
+    if (i + 1 < line.size()) {
+      polygons.push_back(Joint(line[i], Direction(line[i - 1], line[i]),
+                               Direction(line[i], line[i + 1]), width / 2));
+    }
   }
   return polygons;
 }
 
 std::vector<double> Coverage(std::span<const Polygon> polygons, int width, int height) {
-  std::vector<double> coverage(static_cast<std::size_t>(width) * height);
-  std::vector<Range> heights(polygons.size());
-  for (std::size_t i = 0; i < polygons.size(); ++i) {
-    for (const Corner& corner : polygons[i]) {
-      heights[i].low = std::min(heights[i].low, corner.imag());
-      heights[i].high = std::max(heights[i].high, corner.imag());
+  std::vector<std::vector<Range>> lines(static_cast<std::size_t>(height) * kLines);
+  for (const Polygon& polygon : polygons) {
+    const auto [top, bottom] =
+        std::minmax_element(polygon.begin(), polygon.end(),
+                            [](const Corner& a, const Corner& b) { return a.imag() < b.imag(); });
+    const double last = std::min((bottom->imag() + 0.5) * kLines, height * kLines - 1.0);
+    for (double line = std::max(0.0, std::floor((top->imag() + 0.5) * kLines)); line <= last;
+         ++line) {
+      lines[static_cast<std::size_t>(line)].push_back(Across(polygon, (line + 0.5) / kLines - 0.5));
     }
   }
-  std::vector<Range> ranges;
-  for (int line = 0; line < height * kLines; ++line) {
-    const double y = (line + 0.5) / kLines - 0.5;
-    ranges.clear();
-    for (std::size_t i = 0; i < polygons.size(); ++i) {
-      if (heights[i].low <= y && y <= heights[i].high) {
-        ranges.push_back(Across(polygons[i], y));
-      }
-    }
-    AddUnion(ranges, 1.0 / kLines,
-             std::span(coverage).subspan(static_cast<std::size_t>(line / kLines) * width, width));
+  std::vector<double> coverage(static_cast<std::size_t>(width) * height);
+  for (std::size_t i = 0; i < lines.size(); ++i) {
+    AddUnion(lines[i], 1.0 / kLines, std::span(coverage).subspan(i / kLines * width, width));
   }
   return coverage;
 }

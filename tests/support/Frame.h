@@ -1,6 +1,7 @@
 // A painted frame, and what tests ask of its pixels.
 #pragma once
 
+#include <algorithm>
 #include <cstdint>
 #include <ostream>
 
@@ -35,21 +36,44 @@ inline constexpr std::uint32_t kBlue = 0xFF0000FF;
 inline constexpr std::uint32_t kFrameGrey = 0xFF939393;
 inline constexpr std::uint32_t kClear = 0x00000000;
 
-// A frame in a failed expectation is saved as a picture; the message names the file.
 struct Frame : MemoryFrame {
   explicit Frame(MemoryFrame frame) : MemoryFrame(std::move(frame)) {}
 
   // 0 off the frame.
-  std::uint32_t At(int x, int y) const;
+  std::uint32_t At(int x, int y) const {
+    return x < 0 || y < 0 || x >= width || y >= height
+               ? 0
+               : pixels[static_cast<std::size_t>(y) * static_cast<std::size_t>(width) +
+                        static_cast<std::size_t>(x)];
+  }
 
   // The box of the pixels that differ from `background`; right and bottom lie one past the last.
-  RECT InkBox(std::uint32_t background = kWhite) const;
+  RECT InkBox(std::uint32_t background = kWhite) const {
+    RECT box = {width, height, 0, 0};
+    for (int y = 0; y < height; ++y) {
+      for (int x = 0; x < width; ++x) {
+        if (At(x, y) != background) {
+          box = {std::min(box.left, x), std::min(box.top, y), std::max(box.right, x + 1),
+                 std::max(box.bottom, y + 1)};
+        }
+      }
+    }
+    return box.right == 0 ? RECT{0, 0, 0, 0} : box;
+  }
 
   // The area that black ink covers on white, in pixels, by the coverage of each.
-  double BlackArea() const;
+  double BlackArea() const {
+    double area = 0;
+    for (const std::uint32_t pixel : pixels) {
+      area += (255 - static_cast<int>(pixel & 0xFF)) / 255.0;
+    }
+    return area;
+  }
 };
 
-void PrintTo(const Frame& frame, std::ostream* out);
+inline void PrintTo(const Frame& frame, std::ostream* out) {
+  *out << "a frame of " << frame.width << " x " << frame.height << " pixels";
+}
 
 // The colour, premultiplied, of the pixel at (x, y).
 MATCHER_P3(Shows, x, y, color, "") {

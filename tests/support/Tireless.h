@@ -10,25 +10,18 @@
 class Tireless {
  public:
   explicit Tireless(std::function<void()> act)
-      : thread([this, act = std::move(act)] {
-          while (!stopped) {
+      : thread([this, act = std::move(act)](const std::stop_token& end) {
+          while (!end.stop_requested()) {
             act();
             ++rounds;
             // A lock taken again at once would keep the other threads out.
             std::this_thread::sleep_for(std::chrono::microseconds(20));
           }
         }) {}
-  ~Tireless() {
-    stopped = true;
-    thread.join();
-  }
-  Tireless(const Tireless&) = delete;
-  Tireless& operator=(const Tireless&) = delete;
 
   int Rounds() const { return rounds; }
 
  private:
-  std::atomic<bool> stopped{false};
   std::atomic<int> rounds{0};
-  std::thread thread;
+  std::jthread thread;
 };

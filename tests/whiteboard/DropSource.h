@@ -49,25 +49,23 @@ class DropSource {
   void Send(xcb_window_t target, const char* type, std::uint32_t word1, std::uint32_t word2) const {
     const xcb_client_message_event_t message = {
         XCB_CLIENT_MESSAGE, 32, 0, target, client.Atom(type), {.data32 = {window, word1, word2}}};
-    xcb_send_event(connection, 0, target, XCB_EVENT_MASK_NO_EVENT,
-                   reinterpret_cast<const char*>(&message));
+    SendEvent(target, &message);
+  }
+  void SendEvent(xcb_window_t to, const void* event) const {
+    xcb_send_event(connection, 0, to, XCB_EVENT_MASK_NO_EVENT, static_cast<const char*>(event));
     xcb_flush(connection);
   }
 
   void Serve(const xcb_selection_request_event_t& request, const std::string& uris) const {
     xcb_change_property(connection, XCB_PROP_MODE_REPLACE, request.requestor, request.property,
                         request.target, 8, static_cast<std::uint32_t>(uris.size()), uris.data());
-    const xcb_selection_notify_event_t notify = {XCB_SELECTION_NOTIFY,
-                                                 0,
-                                                 0,
-                                                 XCB_CURRENT_TIME,
-                                                 request.requestor,
-                                                 request.selection,
-                                                 request.target,
-                                                 request.property};
-    xcb_send_event(connection, 0, request.requestor, XCB_EVENT_MASK_NO_EVENT,
-                   reinterpret_cast<const char*>(&notify));
-    xcb_flush(connection);
+    xcb_selection_notify_event_t notify = {};
+    notify.response_type = XCB_SELECTION_NOTIFY;
+    notify.requestor = request.requestor;
+    notify.selection = request.selection;
+    notify.target = request.target;
+    notify.property = request.property;
+    SendEvent(request.requestor, &notify);
   }
 
   XClient client;

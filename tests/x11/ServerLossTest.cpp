@@ -10,17 +10,12 @@
 
 namespace {
 
-class ServerLoss : public testing::TestWithParam<bool> {
- protected:
-  XServer server{std::string(kSmallScreen) + (GetParam() ? "" : " -extension MIT-SHM")};
-};
+using ServerLoss = X11Ways;
 
 const std::string kLost = "the connection to the X server is lost";
 
 TEST_P(ServerLoss, AServerKilledMidStrokeLeavesTheHostAliveWithFalseResults) {
-  NEEDS_X_SERVER(server);
-  XClient client(server.Display());
-  X11Window window(server.Display(), client.ShowAlphaWindow({50, 40, 250, 140}));
+  X11Window window(server.Display(), client->ShowAlphaWindow({50, 40, 250, 140}));
   X11Overlay overlay(server.Display(), {0, 0, 640, 480});
   X11Overlay unshown(server.Display(), {0, 0, 640, 480});
   X11Display display(server.Display());
@@ -53,9 +48,7 @@ TEST_P(ServerLoss, AServerKilledMidStrokeLeavesTheHostAliveWithFalseResults) {
 }
 
 TEST_P(ServerLoss, AServerKilledWhileFramesFlowEndsTheFlowAndNotTheHost) {
-  NEEDS_X_SERVER(server);
-  XClient client(server.Display());
-  X11Window window(server.Display(), client.ShowAlphaWindow({0, 0, 2000, 1500}));
+  X11Window window(server.Display(), client->ShowAlphaWindow({0, 0, 2000, 1500}));
   std::atomic<int> frameCount = 0;
   std::thread pusher([&] {
     while (Push(window, 2000, 1500, kBlue)) {

@@ -10,8 +10,8 @@
 
 namespace {
 
-class X11DisplayTest : public X11Test {};
-class X11DisplayWays : public testing::TestWithParam<bool> {};
+class X11DisplayTest : public XTest {};
+class X11DisplayWays : public X11Ways {};
 
 std::vector<std::uint32_t> WithoutAlpha(std::vector<std::uint32_t> pixels) {
   for (std::uint32_t& pixel : pixels) {
@@ -21,23 +21,21 @@ std::vector<std::uint32_t> WithoutAlpha(std::vector<std::uint32_t> pixels) {
 }
 
 TEST_P(X11DisplayWays, CaptureAndExportsEqualAScreenshotOfInkBlendedOverWindows) {
-  XServer server(std::string(kSmallScreen) + (GetParam() ? "" : " -extension MIT-SHM"));
-  NEEDS_X_SERVER(server);
   ASSERT_TRUE(server.StartCompositor());
-  XClient client(server.Display());
   X11Overlay overlay(server.Display(), {0, 0, 640, 480});
   EXPECT_TRUE(overlay.IsBlended());
   Board board(overlay.Handle(), 640, 480);
-  client.ShowWindow({50, 60, 330, 200}, kDesk);
-  client.ShowWindow({300, 150, 620, 450}, 0xE0D080);
+  client->ShowWindow({50, 60, 330, 200}, kDesk);
+  client->ShowWindow({300, 150, 620, 450}, 0xE0D080);
   board.DrawLine({20, 30}, {600, 440}, 0xC0FF0040);
   const auto showsInk = [&] {
-    return IsNear(client.ColorAt(310, 235), 0xF5314E) && IsNear(client.ColorAt(310, 180), 0xD7C87B);
+    return IsNear(client->ColorAt(310, 235), 0xF5314E) &&
+           IsNear(client->ColorAt(310, 180), 0xD7C87B);
   };
   ASSERT_TRUE(Eventually(showsInk)) << "the ink, and the page over the upper window";
   const RECT part = {200, 100, 451, 300};
-  const Screenshot whole = client.Look({0, 0, 640, 480});
-  const Screenshot shot = client.Look(part);
+  const Screenshot whole = client->Look({0, 0, 640, 480});
+  const Screenshot shot = client->Look(part);
 
   X11Display display(server.Display());
   std::vector<std::uint32_t> captured(shot.pixels.size());
@@ -49,10 +47,10 @@ TEST_P(X11DisplayWays, CaptureAndExportsEqualAScreenshotOfInkBlendedOverWindows)
   const std::string path = folder.File("screen.bmp");
   EXPECT_EQ(board.engine.SavePage("doc", "page", path, std::wstring(L"screen")), 1);
   EXPECT_EQ(WithoutAlpha(ReadPicture(path).pixels), whole.pixels);
-  X11Window target(server.Display(), client.ShowAlphaWindow(part));
+  X11Window target(server.Display(), client->ShowAlphaWindow(part));
   EXPECT_TRUE(Eventually(showsInk));
   EXPECT_EQ(board.engine.SavePage("doc", "page", path, target.Handle()), 1);
-  EXPECT_EQ(WithoutAlpha(ReadPicture(path).pixels), client.Look(part).pixels);
+  EXPECT_EQ(WithoutAlpha(ReadPicture(path).pixels), client->Look(part).pixels);
   SetDisplay(nullptr);
 }
 

@@ -4,7 +4,7 @@
 
 namespace {
 
-class X11OverlayTest : public X11Test {};
+class X11OverlayTest : public XTest {};
 
 bool Covers(const X11Overlay& overlay, const RECT& area) {
   const RECT is = overlay.GetScreenRect();
@@ -98,10 +98,9 @@ TEST_F(X11OverlayTest, StaysOverNewWindowsBelowTheHostsToolbarAndOtherOverlays) 
   })) << overlay.GetError();
 }
 
-TEST(X11Overlay, ADisplayWithout32BitVisualsIsRefusedInWords) {
-  XServer server("-screen 0 640x480x24 -extension Composite");
-  NEEDS_X_SERVER(server);
-  X11Overlay overlay(server.Display(), {0, 0, 640, 480});
+TEST_F(X11OverlayTest, ADisplayWithout32BitVisualsIsRefusedInWords) {
+  const XServer flat(kSmallScreen + " -extension Composite");
+  X11Overlay overlay(flat.Display(), {0, 0, 640, 480});
   EXPECT_EQ(overlay.Handle(), nullptr);
   EXPECT_EQ(overlay.WindowId(), 0U);
   EXPECT_EQ(overlay.GetError(), "the X display has no 32-bit visual for windows with alpha");

@@ -1,32 +1,21 @@
-// X11Test.h - what the adapter's tests share: a server, a client, and what is shown on them.
+// X11Test.h - what the adapter's tests share: frames and a board to show.
 #pragma once
 
-#include <optional>
-
-#include <gtest/gtest.h>
 #include <parchlet/LayeredWindow.h>
 #include <parchlet/Parchlet.h>
 
-#include "x11/XServer.h"
+#include "x11/XTest.h"
 
 constexpr std::uint32_t kDesk = 0x3060C0;
 constexpr std::uint32_t kRed = 0xFFFF0000;
 constexpr std::uint32_t kGreen = 0xFF00C000;
 constexpr std::uint32_t kBlue = 0xFF0000FF;
-constexpr const char* kSmallScreen = "-screen 0 640x480x24";
-
-class X11Test : public testing::Test {
- protected:
-  void SetUp() override {
-    NEEDS_X_SERVER(server);
-    client.emplace(server.Display());
-  }
-
-  XServer server{kSmallScreen};
-  std::optional<XClient> client;  // the host, or whoever else is on the desktop
-};
 
 // Frames through shared memory (true), and without it.
+class X11Ways : public XTest, public testing::WithParamInterface<bool> {
+ protected:
+  X11Ways() : XTest(kSmallScreen + (GetParam() ? "" : " -extension MIT-SHM")) {}
+};
 #define WITH_AND_WITHOUT_SHARED_MEMORY(suite)                           \
   INSTANTIATE_TEST_SUITE_P(SharedMemory, suite, testing::Values(true)); \
   INSTANTIATE_TEST_SUITE_P(Connection, suite, testing::Values(false))

@@ -8,24 +8,21 @@
 
 namespace {
 
-class X11WindowTest : public X11Test {};
+class X11WindowTest : public XTest {};
 
 std::ptrdiff_t CountOf(std::uint32_t color, const Screenshot& shot) {
   return std::count(shot.pixels.begin(), shot.pixels.end(), color & 0xFFFFFF);
 }
 
 // Frames through shared memory, and through a connection as from another machine.
-class X11WindowWays : public testing::TestWithParam<bool> {
+class X11WindowWays : public XTest, public testing::WithParamInterface<bool> {
  protected:
-  std::string Display() const { return GetParam() ? server.Display() : server.RemoteDisplay(); }
-
-  XServer server{"-screen 0 2600x2100x24 -listen tcp"};
+  X11WindowWays() : XTest("-screen 0 2600x2100x24 -listen tcp") {}
 };
 
 TEST_P(X11WindowWays, SendsTheChangedRectanglesAndNoOthers) {
-  NEEDS_X_SERVER(server);
-  XClient client(server.Display());
-  X11Window target(Display(), client.ShowAlphaWindow({50, 40, 250, 140}));
+  const std::string display = (GetParam() ? "" : "127.0.0.1") + server.Display();
+  X11Window target(display, client->ShowAlphaWindow({50, 40, 250, 140}));
   ASSERT_TRUE(Push(target, 200, 100, kRed)) << target.GetError();
   // Two rectangles, one of them partly past the frame, of a frame that has a new colour everywhere.
   ASSERT_TRUE(Push(target, 200, 100, kBlue, {{10, 20, 40, 60}, {150, 90, 900, 900}}))
@@ -33,7 +30,7 @@ TEST_P(X11WindowWays, SendsTheChangedRectanglesAndNoOthers) {
   std::ifstream maps("/proc/self/maps");
   const std::string memory(std::istreambuf_iterator<char>(maps), {});
   EXPECT_EQ(memory.find("memfd:parchlet-x11") != std::string::npos, GetParam());
-  const Screenshot shot = client.Look({50, 40, 250, 140});
+  const Screenshot shot = client->Look({50, 40, 250, 140});
   for (int y = 0; y < 100; ++y) {
     for (int x = 0; x < 200; ++x) {
       const bool isChanged = (x >= 10 && x < 40 && y >= 20 && y < 60) || (x >= 150 && y >= 90);
@@ -42,9 +39,9 @@ TEST_P(X11WindowWays, SendsTheChangedRectanglesAndNoOthers) {
   }
   // Larger than one request.
   const RECT area = {0, 0, 2560, 2048};
-  X11Window large(Display(), client.ShowAlphaWindow(area));
+  X11Window large(display, client->ShowAlphaWindow(area));
   ASSERT_TRUE(Push(large, 2560, 2048, kRed)) << large.GetError();
-  EXPECT_EQ(CountOf(kRed, client.Look(area)), 2560 * 2048);
+  EXPECT_EQ(CountOf(kRed, client->Look(area)), 2560 * 2048);
 }
 
 WITH_AND_WITHOUT_SHARED_MEMORY(X11WindowWays);

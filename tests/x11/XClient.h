@@ -32,13 +32,10 @@ struct Screenshot {
 
 // Whether no channel differs by more than 2: blending rounds in more than one way.
 inline bool IsNear(std::uint32_t color, std::uint32_t wanted) {
-  bool isNear = true;
-  for (int shift = 0; shift < 24; shift += 8) {
-    const int off =
-        static_cast<int>(color >> shift & 0xFF) - static_cast<int>(wanted >> shift & 0xFF);
-    isNear = isNear && std::abs(off) <= 2;
-  }
-  return isNear;
+  const auto isNear = [=](int shift) {
+    return (color >> shift & 0xFF) + 2 - (wanted >> shift & 0xFF) <= 4;
+  };
+  return isNear(0) && isNear(8) && isNear(16);
 }
 
 // A connection of its own, without any of the code under test.
@@ -70,9 +67,7 @@ class XClient {
     return Show(area, 32, visual, values);
   }
   void MoveWindow(xcb_window_t window, const RECT& area) {
-    const std::uint32_t values[] = {
-        static_cast<std::uint32_t>(area.left), static_cast<std::uint32_t>(area.top),
-        std::uint32_t{Side(area.left, area.right)}, std::uint32_t{Side(area.top, area.bottom)}};
+    const LONG values[] = {area.left, area.top, area.right - area.left, area.bottom - area.top};
     xcb_configure_window(connection, window,
                          XCB_CONFIG_WINDOW_X | XCB_CONFIG_WINDOW_Y | XCB_CONFIG_WINDOW_WIDTH |
                              XCB_CONFIG_WINDOW_HEIGHT,
@@ -90,9 +85,8 @@ class XClient {
   }
   // Empties an area of a window, as any client may and the server does with what was covered.
   void LoseContent(xcb_window_t window, const RECT& area) {
-    xcb_clear_area(connection, 1, window, static_cast<std::int16_t>(area.left),
-                   static_cast<std::int16_t>(area.top), Side(area.left, area.right),
-                   Side(area.top, area.bottom));
+    const xcb_rectangle_t at = Place(area);
+    xcb_clear_area(connection, 1, window, at.x, at.y, at.width, at.height);
     Settle();
   }
 
@@ -120,16 +114,15 @@ class XClient {
   }
   bool HasOwner(const std::string& selection) const {
     const auto cookie = xcb_get_selection_owner(connection, Atom(selection));
-    const Owned<xcb_get_selection_owner_reply_t> reply(
-        xcb_get_selection_owner_reply(connection, cookie, nullptr));
-    return reply->owner != XCB_NONE;
+    return Owned<xcb_get_selection_owner_reply_t>(
+               xcb_get_selection_owner_reply(connection, cookie, nullptr))
+               ->owner != XCB_NONE;
   }
 
   Screenshot Look(const RECT& area) const {
-    const auto cookie =
-        xcb_get_image(connection, XCB_IMAGE_FORMAT_Z_PIXMAP, screen->root,
-                      static_cast<std::int16_t>(area.left), static_cast<std::int16_t>(area.top),
-                      Side(area.left, area.right), Side(area.top, area.bottom), 0xFFFFFFFF);
+    const xcb_rectangle_t at = Place(area);
+    const auto cookie = xcb_get_image(connection, XCB_IMAGE_FORMAT_Z_PIXMAP, screen->root, at.x,
+                                      at.y, at.width, at.height, 0xFFFFFFFF);
     const Owned<xcb_get_image_reply_t> reply(xcb_get_image_reply(connection, cookie, nullptr));
     if (reply == nullptr) {
       throw std::runtime_error("no screenshot");
@@ -144,16 +137,20 @@ class XClient {
   std::uint32_t ColorAt(int x, int y) const { return Look({x, y, x + 1, y + 1}).pixels[0]; }
 
  private:
-  static std::uint16_t Side(LONG low, LONG high) { return static_cast<std::uint16_t>(high - low); }
+  static xcb_rectangle_t Place(const RECT& area) {
+    return {static_cast<std::int16_t>(area.left), static_cast<std::int16_t>(area.top),
+            static_cast<std::uint16_t>(area.right - area.left),
+            static_cast<std::uint16_t>(area.bottom - area.top)};
+  }
 
   // `values`: the colours of the background and the border, whether window managers leave it alone,
   // events, colours.
   xcb_window_t Show(const RECT& area, std::uint8_t depth, xcb_visualid_t visual,
                     const std::uint32_t (&values)[5]) {
     const xcb_window_t window = xcb_generate_id(connection);
-    xcb_create_window(connection, depth, window, screen->root, static_cast<std::int16_t>(area.left),
-                      static_cast<std::int16_t>(area.top), Side(area.left, area.right),
-                      Side(area.top, area.bottom), 0, XCB_WINDOW_CLASS_INPUT_OUTPUT, visual,
+    const xcb_rectangle_t at = Place(area);
+    xcb_create_window(connection, depth, window, screen->root, at.x, at.y, at.width, at.height, 0,
+                      XCB_WINDOW_CLASS_INPUT_OUTPUT, visual,
                       XCB_CW_BACK_PIXEL | XCB_CW_BORDER_PIXEL | XCB_CW_OVERRIDE_REDIRECT |
                           XCB_CW_EVENT_MASK | XCB_CW_COLORMAP,
                       values);

@@ -82,8 +82,6 @@ class XServer {
 
   bool IsMissing() const { return display == ":"; }
   const std::string& Display() const { return display; }
-  // The same as another machine would name it; for a server that was told to listen to TCP.
-  std::string RemoteDisplay() const { return "127.0.0.1" + display; }
 
   // Starts a program on it.
   std::unique_ptr<Process> Start(const std::string& command) const {
@@ -142,14 +140,3 @@ class XServer {
   std::unique_ptr<Process> compositor;
   std::unique_ptr<Process> windowManager;
 };
-
-// Ends the test when there is no X server: skipped on a developer's machine without one, failed in
-// CI, which installs one.
-#define NEEDS_X_SERVER(server)                                            \
-  if ((server).IsMissing()) {                                             \
-    if (std::getenv("CI") != nullptr) {                                   \
-      GTEST_FAIL() << "no Xvfb starts";                                   \
-    }                                                                     \
-    GTEST_SKIP() << "no Xvfb: scripts/install-deps.sh test installs one"; \
-  }                                                                       \
-  static_assert(true)

@@ -26,7 +26,13 @@ Picture Load(const std::string& path) {
   return DecodePicture(ReadWholeFile(path));
 }
 
-TEST(SavePicture, APngKeepsEveryPremultipliedColor) {
+class SavePictureTest : public testing::Test {
+ protected:
+  const TemporaryFolder folder;
+  const std::string path = folder.File(std::string(255, 'n'));  // the longest name there is
+};
+
+TEST_F(SavePictureTest, APngKeepsEveryPremultipliedColor) {
   std::vector<std::uint32_t> pixels;
   for (std::uint32_t alpha = 0; alpha < 256; ++alpha) {
     for (std::uint32_t channel = 0; channel < 256; ++channel) {
@@ -34,16 +40,12 @@ TEST(SavePicture, APngKeepsEveryPremultipliedColor) {
       pixels.push_back(alpha << 24 | value << 16 | value / 2 << 8 | (alpha - value));
     }
   }
-  const TemporaryFolder folder;
-  const std::string path = folder.File("colors.png");
   ASSERT_TRUE(SavePicture({pixels.data(), 256, 256, 1024}, PictureEncoder::kPng, path));
   EXPECT_EQ(Load(path).format, PictureFormat::kPng);
   EXPECT_EQ(Load(path).pixels, pixels);
 }
 
-TEST(SavePicture, JpegAndBmpAreComposedOverWhite) {
-  const TemporaryFolder folder;
-  const std::string path = folder.File("picture");
+TEST_F(SavePictureTest, JpegAndBmpAreComposedOverWhite) {
   const std::pair<std::uint32_t, std::uint32_t> cases[] = {
       {0x00000000, 0xFFFFFFFF}, {0x80800000, 0xFFFF7F7F}, {0xFF123456, 0xFF123456}};
   for (const auto& [stored, shown] : cases) {
@@ -66,9 +68,7 @@ TEST(SavePicture, JpegAndBmpAreComposedOverWhite) {
 constexpr PictureEncoder kEncoders[] = {PictureEncoder::kPng, PictureEncoder::kJpeg,
                                         PictureEncoder::kBmp};
 
-TEST(FailedSaveTest, AFullDiskLeavesTheFileThatWasThereAndNothingBesideIt) {
-  const TemporaryFolder folder;
-  const std::string path = folder.File(std::string(255, 'n'));  // the longest name there is
+TEST_F(SavePictureTest, AFullDiskLeavesTheFileThatWasThereAndNothingBesideIt) {
   for (const PictureEncoder encoder : kEncoders) {
     ASSERT_TRUE(Save(encoder, path));
     const std::size_t size = ReadWholeFile(path).size();
@@ -86,8 +86,7 @@ TEST(FailedSaveTest, AFullDiskLeavesTheFileThatWasThereAndNothingBesideIt) {
   }
 }
 
-TEST(FailedSaveTest, WhatNoFileCanStandAtOrNoFormatHoldsFails) {
-  const TemporaryFolder folder;
+TEST_F(SavePictureTest, WhatNoFileCanStandAtOrNoFormatHoldsFails) {
   const std::string pipe = folder.File("pipe");
   ASSERT_EQ(mkfifo(pipe.c_str(), 0600), 0);
   for (const std::string& path : {std::string(), folder.File("missing/board"),
@@ -96,18 +95,17 @@ TEST(FailedSaveTest, WhatNoFileCanStandAtOrNoFormatHoldsFails) {
   }
   const std::uint32_t pixel = 0;
   for (const PictureEncoder encoder : kEncoders) {
-    EXPECT_FALSE(SavePicture({}, encoder, folder.File("board")));
+    EXPECT_FALSE(SavePicture({}, encoder, path));
     // Every row is the same one pixel: no format holds so many rows of it.
-    EXPECT_FALSE(SavePicture({&pixel, 1, 0x7FFFFFFF, 0}, encoder, folder.File("board")));
+    EXPECT_FALSE(SavePicture({&pixel, 1, 0x7FFFFFFF, 0}, encoder, path));
   }
   EXPECT_FALSE(parchlet::SavePicture({2, 2, {pixel, pixel, pixel}}, folder.File("board")));
   EXPECT_FALSE(ReplacingFile(pipe).Commit());
   EXPECT_TRUE(std::filesystem::is_fifo(pipe) && folder.FileCount() == 1);
 }
 
-TEST(ReplacedFileTest, ALinkIsFollowedToItsTargetWhichKeepsItsMode) {
+TEST_F(SavePictureTest, ALinkIsFollowedToItsTargetWhichKeepsItsMode) {
   namespace fs = std::filesystem;
-  const TemporaryFolder folder;
   const fs::path target = folder.File("real/board");
   fs::create_directory(folder.File("real"));
   std::ofstream(target).close();
@@ -127,21 +125,20 @@ TEST(ReplacedFileTest, ALinkIsFollowedToItsTargetWhichKeepsItsMode) {
   EXPECT_EQ(folder.FileCount(), 5U);
 }
 
-TEST(ReplacedFileTest, AFileThatMayNotBeWrittenStays) {
-  const TemporaryFolder folder;
-  std::ofstream(folder.File("board")) << "";
-  ASSERT_EQ(chmod(folder.File("board").c_str(), 0444), 0);
+TEST_F(SavePictureTest, AFileThatMayNotBeWrittenStays) {
+  std::ofstream(path) << "";
+  ASSERT_EQ(chmod(path.c_str(), 0444), 0);
   ASSERT_EQ(chmod(folder.Path().c_str(), 0777), 0);
   // The superuser may write everything, so that it takes another one.
   constexpr uid_t kNobody = 65534;
   const uid_t user = geteuid();
   ASSERT_EQ(seteuid(user == 0 ? kNobody : user), 0);
-  const bool isReplaced = Save(PictureEncoder::kBmp, folder.File("board"));
+  const bool isReplaced = Save(PictureEncoder::kBmp, path);
   const bool isNewSaved = Save(PictureEncoder::kBmp, folder.File("new"));
   ASSERT_EQ(seteuid(user), 0);
   EXPECT_FALSE(isReplaced);
   EXPECT_TRUE(isNewSaved) << "in the same folder";
-  EXPECT_EQ(std::filesystem::file_size(folder.File("board")), 0U);
+  EXPECT_EQ(std::filesystem::file_size(path), 0U);
   EXPECT_EQ(folder.FileCount(), 2U);
 }
 

@@ -24,11 +24,13 @@ using raster::PixelRect;
 using raster::PixelSurface;
 using raster::Rasterizer;
 
-std::vector<GridPoint> PointsOf(const BenchMark& mark) {
-  std::vector<GridPoint> points;
+// As the rasterizer's points, or as exact corners.
+template <class Point, class Number>
+std::vector<Point> PointsOf(const BenchMark& mark) {
+  std::vector<Point> points;
   points.reserve(mark.points.size());
   for (const POINT& point : mark.points) {
-    points.push_back({point.x, point.y});
+    points.push_back({static_cast<Number>(point.x), static_cast<Number>(point.y)});
   }
   return points;
 }
@@ -40,18 +42,15 @@ std::vector<std::uint32_t> Paint(const Workload& page) {
   rasterizer.SetTarget(surface, surface.Bounds());
   rasterizer.Clear(0xFFFFFFFF);
   for (const BenchMark& mark : page.marks) {
-    rasterizer.Stroke(PointsOf(mark), false, static_cast<float>(mark.width), mark.color);
+    rasterizer.Stroke(PointsOf<GridPoint, std::int32_t>(mark), false,
+                      static_cast<float>(mark.width), mark.color);
   }
   return pixels;
 }
 
 std::vector<double> Meant(const BenchMark& mark, int width, int height) {
-  std::vector<exact::Corner> corners;
-  corners.reserve(mark.points.size());
-  for (const POINT& point : mark.points) {
-    corners.emplace_back(point.x, point.y);
-  }
-  return exact::Coverage(exact::StrokePolygons(corners, false, mark.width), width, height);
+  return exact::Coverage(exact::StrokePolygons(PointsOf<exact::Corner, double>(mark), mark.width),
+                         width, height);
 }
 
 struct Error {

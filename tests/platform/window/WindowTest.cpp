@@ -1,5 +1,6 @@
 #include "platform/window/Window.h"
 
+#include <functional>
 #include <set>
 #include <stdexcept>
 
@@ -19,24 +20,17 @@ class HostWindow final : public LayeredWindow {
   HostWindow& operator=(const HostWindow&) = delete;
 
   RECT GetScreenRect() const override {
-    if (isLost) {
-      throw std::runtime_error("there is no screen");
-    }
-    return area;
+    return isLost ? throw std::runtime_error("there is no screen") : area;
   }
   bool Present(const LayeredFrame& pushed) override {
     frame = pushed;
     changed.assign(pushed.changed, pushed.changed + pushed.changedCount);
-    if (throws) {
-      throw std::runtime_error("the display is gone");
-    }
-    return shows;
+    return show();
   }
 
   RECT area;
   HWND handle;
-  bool shows = true;
-  bool throws = false;
+  std::function<bool()> show = [] { return true; };
   bool isLost = false;
   LayeredFrame frame{};
   std::vector<RECT> changed;
@@ -58,16 +52,16 @@ TEST(LayeredWindowTest, AFrameSaysWhatChangedAndIsPushedWholeUntilTheWindowTakes
   page.UpdateLayeredContent();
   EXPECT_THAT(window.changed, testing::IsEmpty()) << "a frame like the one before";
   const auto whole = testing::ElementsAre(RECT{0, 0, 60, 40});
-  window.shows = false;
+  window.show = [] { return false; };
   EXPECT_EQ(0, page.UpdateLayeredContent());
-  window.throws = true;
+  window.show = []() -> bool { throw std::runtime_error("the display is gone"); };
   EXPECT_EQ(0, page.UpdateLayeredContent());
   EXPECT_THAT(window.changed, whole);
   window.isLost = true;
   EXPECT_EQ(0, page.UpdateLayeredContent());
   EXPECT_EQ(0, page.SavePage(L"/tmp/never.png", window.handle));
-  window.isLost = window.throws = false;
-  window.shows = true;
+  window.isLost = false;
+  window.show = [] { return true; };
   EXPECT_EQ(1, page.UpdateLayeredContent());
   EXPECT_THAT(window.changed, whole);
 }
