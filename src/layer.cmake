@@ -82,6 +82,7 @@ target_link_libraries(parchlet_objects PUBLIC parchlet_image parchlet_raster
 set(layer_objects $<TARGET_OBJECTS:parchlet_image> $<TARGET_OBJECTS:parchlet_raster>)
 set(layer_libraries PkgConfig::CAIRO PkgConfig::PANGO PkgConfig::HWY GIF::GIF JPEG::JPEG PNG::PNG
   Threads::Threads)
+set(layer_interface)
 set(layer_link_depends ${CMAKE_CURRENT_SOURCE_DIR}/parchlet.map)
 set(layer_link_options -Wl,--version-script=${layer_link_depends})
 if(NOT PARCHLET_SANITIZE)

@@ -117,10 +117,10 @@ class PARCHLET_API Annotation : public AnnotationHeader {
   // paints. Paints nothing for fewer than two points in sub-model 0. Returns 0 if `graphics` is
   // null, else 1. `lock` has no effect: the mark's lock is always taken, because the host may read
   // any mark at any time.
-  int Draw(Gdiplus::Graphics* graphics, CurrentAnnotPageSize size, bool lock);
+  int Draw(parchlet::graphics::Graphics* graphics, CurrentAnnotPageSize size, bool lock);
   // Computes the selection frame and outlines it. Returns 0 for null graphics, an erased mark, or
   // one without a frame, else 1.
-  int DrawRectEx(Gdiplus::Graphics* graphics, CurrentAnnotPageSize size);
+  int DrawRectEx(parchlet::graphics::Graphics* graphics, CurrentAnnotPageSize size);
   // The two FindAnnotation operations test the pixels as last drawn. They use only x and y of their
   // arguments, and do not care whether the mark is erased.
   //

@@ -108,6 +108,23 @@ PARCHLET_API ULONGLONG GetTickCount64();
 #endif
 
 // The interface only names the painter; hosts do not use it.
+#if defined(PARCHLET_PAINTER_GDIPLUS)
+
+// The library that was built to paint by GDI+: the host's own GDI+ objects are the painter's.
 namespace Gdiplus {
 class Graphics;
 }  // namespace Gdiplus
+namespace parchlet {
+namespace graphics = ::Gdiplus;
+}  // namespace parchlet
+
+#else
+
+namespace parchlet::graphics {
+class Graphics;
+}  // namespace parchlet::graphics
+#if !defined(_WIN32)
+namespace Gdiplus = parchlet::graphics;  // its former name
+#endif
+
+#endif

@@ -16,7 +16,8 @@ void GiveExtent(LONG& low, LONG& high) {
 
 }  // namespace
 
-int Annotation::Draw(Gdiplus::Graphics* graphics, CurrentAnnotPageSize size, bool /*lock*/) {
+int Annotation::Draw(parchlet::graphics::Graphics* graphics, CurrentAnnotPageSize size,
+                     bool /*lock*/) {
   if (graphics == nullptr) {
     return 0;
   }
@@ -57,7 +58,7 @@ bool Annotation::State::UpdateFrame(CurrentAnnotPageSize size) {
   return true;
 }
 
-int Annotation::DrawRectEx(Gdiplus::Graphics* graphics, CurrentAnnotPageSize size) {
+int Annotation::DrawRectEx(parchlet::graphics::Graphics* graphics, CurrentAnnotPageSize size) {
   if (graphics == nullptr || IsErased() == 1) {
     return 0;
   }

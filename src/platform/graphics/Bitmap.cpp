@@ -6,7 +6,7 @@
 #include "platform/image/Picture.h"
 #include "platform/text/Paths.h"
 
-namespace Gdiplus {
+namespace parchlet::graphics {
 
 namespace {
 
@@ -27,7 +27,7 @@ constexpr std::array<Encoder, 3> kEncoders = {{
 
 constexpr UINT kDescriptionsSize = kEncoders.size() * sizeof(ImageCodecInfo);
 
-Picture CopyPixels(HBITMAP bitmap) {
+::Picture CopyPixels(HBITMAP bitmap) {
   if (bitmap == nullptr || bitmap->pixels == nullptr) {
     return {};
   }
@@ -40,7 +40,7 @@ Picture CopyPixels(HBITMAP bitmap) {
 }  // namespace
 
 Bitmap::Bitmap(HBITMAP bitmap, HPALETTE /*palette*/)
-    : Image(std::make_shared<const Picture>(CopyPixels(bitmap))) {}
+    : Image(std::make_shared<const ::Picture>(CopyPixels(bitmap))) {}
 
 Status GetImageEncodersSize(UINT* count, UINT* size) {
   *count = kEncoders.size();
@@ -68,9 +68,9 @@ Status Image::Save(const wchar_t* path, const CLSID* encoder,
   }
   const PictureView view = {picture->pixels.data(), picture->width, picture->height,
                             static_cast<std::ptrdiff_t>(picture->width) * 4};
-  const Status status = SavePicture(view, known->encoder, NativePath(path)) ? Ok : Win32Error;
+  const Status status = ::SavePicture(view, known->encoder, NativePath(path)) ? Ok : Win32Error;
   lastStatus = status != Ok ? status : lastStatus;
   return status;
 }
 
-}  // namespace Gdiplus
+}  // namespace parchlet::graphics

@@ -6,7 +6,7 @@
 using CLSID = GUID;
 using HPALETTE = struct PaletteHandle*;
 
-namespace Gdiplus {
+namespace parchlet::graphics {
 
 // A picture made of a pixel section. It holds a copy of the pixels, alpha included.
 class Bitmap : public Image {
@@ -26,4 +26,4 @@ Status GetImageEncodersSize(UINT* count, UINT* size);
 // Writes the descriptions; `count` and `size` as GetImageEncodersSize writes them.
 Status GetImageEncoders(UINT count, UINT size, ImageCodecInfo* encoders);
 
-}  // namespace Gdiplus
+}  // namespace parchlet::graphics

@@ -6,7 +6,7 @@
 #include "platform/graphics/Painter.h"
 #include "platform/image/Picture.h"
 
-namespace Gdiplus {
+namespace parchlet::graphics {
 
 namespace {
 
@@ -120,4 +120,4 @@ void Graphics::Flush(FlushIntention /*intention*/) {
   }
 }
 
-}  // namespace Gdiplus
+}  // namespace parchlet::graphics

@@ -17,7 +17,7 @@
 
 struct Picture;
 
-namespace Gdiplus {
+namespace parchlet::graphics {
 
 using ARGB = std::uint32_t;
 using REAL = float;
@@ -112,14 +112,14 @@ class Image {
               const EncoderParameters* parameters = nullptr);
   Status GetLastStatus();
 
-  const Picture& Pixels() const { return *picture; }
-  std::shared_ptr<const Picture> SharedPixels() const { return picture; }
+  const ::Picture& Pixels() const { return *picture; }
+  std::shared_ptr<const ::Picture> SharedPixels() const { return picture; }
 
  protected:
-  explicit Image(std::shared_ptr<const Picture> picture);
+  explicit Image(std::shared_ptr<const ::Picture> picture);
 
  private:
-  std::shared_ptr<const Picture> picture;
+  std::shared_ptr<const ::Picture> picture;
   Status lastStatus = Ok;
 };
 
@@ -163,4 +163,4 @@ class Graphics {
   Status lastStatus = Ok;
 };
 
-}  // namespace Gdiplus
+}  // namespace parchlet::graphics

@@ -9,7 +9,7 @@
 #include "platform/graphics/Graphics.h"
 #include "platform/image/Picture.h"
 
-namespace Gdiplus {
+namespace parchlet::graphics {
 
 namespace {
 
@@ -81,14 +81,14 @@ GUID RawFormatOf(PictureFormat format) {
 
 }  // namespace
 
-Image::Image(std::shared_ptr<const Picture> picture)
+Image::Image(std::shared_ptr<const ::Picture> picture)
     : picture(std::move(picture)), lastStatus(this->picture->width > 0 ? Ok : InvalidParameter) {}
 
 Image::Image(const wchar_t* path)
-    : Image(std::make_shared<const Picture>(DecodePicture(ReadFile(path)))) {}
+    : Image(std::make_shared<const ::Picture>(::DecodePicture(ReadFile(path)))) {}
 
 Image::Image(IStream* stream)
-    : Image(std::make_shared<const Picture>(DecodePicture(ReadStream(stream)))) {}
+    : Image(std::make_shared<const ::Picture>(::DecodePicture(ReadStream(stream)))) {}
 
 Image::~Image() = default;
 
@@ -124,4 +124,4 @@ Status Image::GetLastStatus() {
   return status;
 }
 
-}  // namespace Gdiplus
+}  // namespace parchlet::graphics

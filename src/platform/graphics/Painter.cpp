@@ -2,7 +2,7 @@
 
 #include <utility>
 
-namespace Gdiplus {
+namespace parchlet::graphics {
 
 Graphics::Painter::Painter(PixelSection& section)
     : section(section),
@@ -25,7 +25,7 @@ void Graphics::Painter::Flush() {
   }
 }
 
-void Graphics::Painter::DrawPicture(std::shared_ptr<const Picture> picture,
+void Graphics::Painter::DrawPicture(std::shared_ptr<const ::Picture> picture,
                                     const raster::PixelRect& source,
                                     const raster::PixelRect& destination) {
   const raster::PixelSource view = {picture->pixels.data(), picture->width, picture->height};
@@ -44,4 +44,4 @@ void Graphics::Painter::DrawText(const TextStyle& style, std::wstring_view text,
   }
 }
 
-}  // namespace Gdiplus
+}  // namespace parchlet::graphics

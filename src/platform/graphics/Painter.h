@@ -7,12 +7,12 @@
 #include "platform/graphics/TextPictures.h"
 
 // Owned by one Graphics; one thread at a time. The section must outlive it.
-class Gdiplus::Graphics::Painter {
+class parchlet::graphics::Graphics::Painter {
  public:
   explicit Painter(PixelSection& section);
 
   canvas::CommandList& Commands() { return canvas.Commands(); }
-  void DrawPicture(std::shared_ptr<const Picture> picture, const raster::PixelRect& source,
+  void DrawPicture(std::shared_ptr<const ::Picture> picture, const raster::PixelRect& source,
                    const raster::PixelRect& destination);
   void DrawText(const TextStyle& style, std::wstring_view text, double x, double y);
   // Makes the section's pixels final and lists in it what changed.

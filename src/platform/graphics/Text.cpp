@@ -8,7 +8,7 @@
 #include "platform/text/TextPainter.h"
 #include "platform/text/Unicode.h"
 
-namespace Gdiplus {
+namespace parchlet::graphics {
 
 FontFamily::FontFamily(const wchar_t* name, const FontCollection* collection) {
   if (name == nullptr || collection != nullptr) {
@@ -53,4 +53,4 @@ Status Graphics::DrawString(const wchar_t* text, INT length, const Font* font, c
   return Ok;
 }
 
-}  // namespace Gdiplus
+}  // namespace parchlet::graphics

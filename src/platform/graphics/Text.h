@@ -9,7 +9,7 @@ using LANGID = WORD;
 
 inline constexpr LANGID LANG_NEUTRAL = 0;
 
-namespace Gdiplus {
+namespace parchlet::graphics {
 
 enum FontStyle { FontStyleRegular = 0, FontStyleBold = 1 };
 enum StringAlignment { StringAlignmentNear = 0 };
@@ -66,4 +66,4 @@ class StringFormat {
   Status SetLineAlignment(StringAlignment alignment);
 };
 
-}  // namespace Gdiplus
+}  // namespace parchlet::graphics
