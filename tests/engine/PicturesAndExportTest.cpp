@@ -102,7 +102,9 @@ TEST_F(PicturesAndExportTest, TheScreenIsWrittenWithTheWindowOnIt) {
   ASSERT_NE(nullptr, Place(red, true));
   board.Paint();
   ASSERT_EQ(1, Save("screen.png", L"MEMORY-1"));
-  const Frame screen({1920, 1080, Read("screen.png").pixels});
+  const parchlet::Picture written = Read("screen.png");
+  ASSERT_EQ(std::pair(1920, 1080), std::pair(written.width, written.height));
+  const Frame screen({written.width, written.height, written.pixels});
   EXPECT_EQ((RECT{300, 200, 500, 300}), screen.InkBox(kBlack));
   HWND const gone = MemoryWindow({0, 0, 30, 20}).Handle();
   for (HWND const window : {board.window.Handle(), gone}) {  // the screen, and the page's surface
