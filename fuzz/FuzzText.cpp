@@ -7,7 +7,7 @@
 #include <parchlet/Utils.h>
 
 #include "page/NicknameTip.h"
-#include "platform/text/Unicode.h"
+#include "platform/text/Charset.h"
 
 namespace {
 

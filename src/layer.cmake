@@ -67,6 +67,7 @@ target_sources(parchlet_objects PRIVATE
   platform/graphics/Painter.cpp
   platform/graphics/Text.cpp
   platform/graphics/TextPictures.cpp
+  platform/text/Charset.cpp
   platform/text/CodePage.cpp
   platform/text/FontFamilies.cpp
   platform/text/GlyphOutlines.cpp

@@ -1,5 +1,6 @@
 # What the library is made of on Windows besides the engine: the system's own libraries. The
 # compiler's runtime goes into the DLL, so that hosts need nothing else.
+include(windows-rooms.cmake)
 target_compile_definitions(parchlet_objects PUBLIC _WIN32_WINNT=0x0A00 WINVER=0x0A00 NOMINMAX)
 # Hosts hand GDI+ objects of their own to such a library.
 target_compile_definitions(parchlet_objects PUBLIC PARCHLET_PAINTER_GDIPLUS)

@@ -53,8 +53,9 @@ struct Frame : MemoryFrame {
     for (int y = 0; y < height; ++y) {
       for (int x = 0; x < width; ++x) {
         if (At(x, y) != background) {
-          box = {std::min(box.left, x), std::min(box.top, y), std::max(box.right, x + 1),
-                 std::max(box.bottom, y + 1)};
+          const RECT pixel = {x, y, x + 1, y + 1};
+          box = {std::min(box.left, pixel.left), std::min(box.top, pixel.top),
+                 std::max(box.right, pixel.right), std::max(box.bottom, pixel.bottom)};
         }
       }
     }

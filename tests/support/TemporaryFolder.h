@@ -1,20 +1,18 @@
 // A fresh folder for the files of one test.
 #pragma once
 
-#include <cstdlib>
 #include <filesystem>
-#include <stdexcept>
+#include <random>
 #include <string>
 
 // Made empty, removed with all it holds at the end of its life.
 class TemporaryFolder {
  public:
   TemporaryFolder() {
-    std::string name = (std::filesystem::temp_directory_path() / "parchlet-test-XXXXXX").string();
-    if (mkdtemp(name.data()) == nullptr) {
-      throw std::runtime_error("no temporary folder can be made");
-    }
-    path = name;
+    std::random_device random;
+    do {
+      path = std::filesystem::temp_directory_path() / ("parchlet-test-" + std::to_string(random()));
+    } while (!std::filesystem::create_directory(path));
   }
   ~TemporaryFolder() {
     std::error_code ignored;

@@ -48,7 +48,7 @@ std::optional<RECT> FindArea(const wchar_t* device) {
   if (device == nullptr) {
     return std::nullopt;
   }
-  const std::string name = EncodeText(device, {});
+  const std::string name = EncodeUtf8(device);
   for (const DisplayMonitor& monitor : UsableMonitors()) {
     if (monitor.name == name) {
       return monitor.area;
@@ -146,7 +146,7 @@ BOOL GetMonitorInfoW(HMONITOR monitor, MONITORINFO* info) {
   const DisplayMonitor& found = monitors[place - 1];
   auto* extended = static_cast<MONITORINFOEXW*>(info);
   extended->rcMonitor = found.area;
-  const std::wstring name = DecodeText(found.name, {}).substr(0, std::size(extended->szDevice) - 1);
+  const std::wstring name = DecodeUtf8(found.name).substr(0, std::size(extended->szDevice) - 1);
   std::fill(std::begin(extended->szDevice), std::end(extended->szDevice), L'\0');
   std::copy(name.begin(), name.end(), extended->szDevice);
   return 1;

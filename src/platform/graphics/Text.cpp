@@ -15,7 +15,7 @@ FontFamily::FontFamily(const wchar_t* name, const FontCollection* collection) {
     lastStatus = InvalidParameter;
     return;
   }
-  installedName = FindFontFamily(EncodeText(name, {})).value_or("");
+  installedName = FindFontFamily(EncodeUtf8(name)).value_or("");
   lastStatus = installedName.empty() ? FontFamilyNotFound : Ok;
 }
 

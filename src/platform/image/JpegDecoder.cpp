@@ -8,10 +8,6 @@
 
 namespace {
 
-// A progressive file stores its picture in scans. Each may be empty, yet costs a walk over the
-// whole picture. Real files have about ten.
-constexpr int kMaxScans = 100;
-constexpr std::uint64_t kMaxScannedPixels = 16 * kMaxPicturePixels;
 constexpr int kMaxChannels = 4;
 
 struct ScanMonitor {
@@ -27,7 +23,7 @@ void CheckScans(j_common_ptr codec) {
   const auto* decoder = reinterpret_cast<j_decompress_ptr>(codec);
   const auto* monitor = reinterpret_cast<const ScanMonitor*>(codec->progress);
   const auto scans = static_cast<std::uint64_t>(decoder->input_scan_number);
-  if (scans > kMaxScans || scans * monitor->pixels > kMaxScannedPixels) {
+  if (scans > kMaxJpegScans || scans * monitor->pixels > kMaxScannedPixels) {
     codec->err->error_exit(codec);
   }
 }
@@ -116,16 +112,12 @@ void ConvertColors(const JSAMPLE* row, std::span<std::uint32_t> pixels) {
   }
 }
 
-// Inks on white paper. Files with the marker of the program that introduced them store the inks
-// inverted: 255 is no ink.
+// Files with the marker of the program that introduced inks store them inverted: 255 is no ink.
 void ConvertInks(const JSAMPLE* row, bool inverted, std::span<std::uint32_t> pixels) {
-  const std::uint32_t flip = inverted ? 0 : 255;
+  const std::uint8_t flip = inverted ? 255 : 0;
   for (std::uint32_t& pixel : pixels) {
-    const std::uint32_t light = row[3] ^ flip;
-    const auto shade = [light, flip](std::uint32_t ink) {
-      return ((ink ^ flip) * light + 127) / 255;
-    };
-    pixel = PackPixel(255, shade(row[0]), shade(row[1]), shade(row[2]));
+    const auto ink = [row, flip](int i) { return static_cast<std::uint8_t>(row[i] ^ flip); };
+    pixel = PrintInks(ink(0), ink(1), ink(2), ink(3));
     row += 4;
   }
 }

@@ -48,3 +48,12 @@ constexpr StraightColor ComposeOverWhite(std::uint32_t pixel) {
   };
   return {compose(16), compose(8), compose(0), 255};
 }
+
+// Returns the opaque pixel of inks on white paper; 255 is full ink.
+constexpr std::uint32_t PrintInks(std::uint8_t cyan, std::uint8_t magenta, std::uint8_t yellow,
+                                  std::uint8_t black) {
+  const auto shade = [light = 255U - black](std::uint8_t ink) {
+    return ((255U - ink) * light + 127) / 255;
+  };
+  return PackPixel(255, shade(cyan), shade(magenta), shade(yellow));
+}

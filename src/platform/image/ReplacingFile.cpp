@@ -11,6 +11,12 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
+// The file that is to be replaced, if there is one.
+struct ReplacedFile {
+  bool exists = false;
+  struct stat info {};
+};
+
 namespace {
 
 constexpr int kMaxNameAttempts = 100;
@@ -38,16 +44,10 @@ std::string FollowLinks(std::string path) {
   return {};
 }
 
-// The file that is to be replaced, if there is one.
-struct Replaced {
-  bool exists = false;
-  struct stat info {};
-};
-
 // Returns nothing if anything but a regular file stands at the path, or a file that this process
 // may not write: rename itself checks only the folder's permissions.
-std::optional<Replaced> FindReplaced(const std::string& path) {
-  Replaced replaced;
+std::optional<ReplacedFile> FindReplaced(const std::string& path) {
+  ReplacedFile replaced;
   if (stat(path.c_str(), &replaced.info) != 0) {
     return errno == ENOENT ? std::optional(replaced) : std::nullopt;
   }
@@ -87,13 +87,11 @@ ReplacingFile::ReplacingFile(const std::string& path) : target(FollowLinks(path)
   if (target.empty() || path.find('\0') != std::string::npos) {
     return;
   }
-  const std::optional<Replaced> replaced = FindReplaced(target);
+  const std::optional<ReplacedFile> replaced = FindReplaced(target);
   if (!replaced) {
     return;
   }
-  // From the start, nobody may read it who may not read the file that it replaces.
-  const mode_t mode = replaced->exists ? replaced->info.st_mode & 0700 : kNewFileMode;
-  const int descriptor = OpenTemporary(mode);
+  const int descriptor = OpenTemporary(*replaced);
   if (descriptor < 0) {
     return;
   }
@@ -106,7 +104,9 @@ ReplacingFile::ReplacingFile(const std::string& path) : target(FollowLinks(path)
   }
 }
 
-int ReplacingFile::OpenTemporary(unsigned mode) {
+int ReplacingFile::OpenTemporary(const ReplacedFile& replaced) {
+  // From the start, nobody may read it who may not read the file that it replaces.
+  const mode_t mode = replaced.exists ? replaced.info.st_mode & 0700 : kNewFileMode;
   // An earlier process with this number may have died and left a file of that name behind.
   for (int attempt = 0; attempt < kMaxNameAttempts; ++attempt) {
     temporary = TemporaryName(target);

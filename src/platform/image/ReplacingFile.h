@@ -5,10 +5,12 @@
 #include <cstdio>
 #include <string>
 
+struct ReplacedFile;  // what stands at the target, as the system tells it
+
 // Writes a temporary file in the folder of the target and renames it in the end. Whatever fails,
 // the temporary file is removed and a file that stood at the target stays as it was. A file that
-// replaces another has its mode, and its owner and group as far as the process may set them. One
-// thread at a time.
+// replaces another has its mode, and its owner and group as far as the process may set them; on
+// Windows its attributes and its list of who may do what. One thread at a time.
 class ReplacingFile {
  public:
   // Opens the temporary file. `path` is UTF-8; the target is what it names, or where it leads if it
@@ -29,7 +31,7 @@ class ReplacingFile {
 
  private:
   // Returns the descriptor, or -1; sets `temporary`.
-  int OpenTemporary(unsigned mode);
+  int OpenTemporary(const ReplacedFile& replaced);
   void Discard();
 
   std::string target;

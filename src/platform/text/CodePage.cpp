@@ -10,7 +10,7 @@
 #include <string_view>
 #include <vector>
 
-#include "platform/text/Unicode.h"
+#include "platform/text/Charset.h"
 
 namespace {
 

@@ -153,7 +153,7 @@ class TextRoom {
   static Layout MakeLayout(PangoContext* context, const TextStyle& style, std::wstring_view text,
                            double size) {
     const double units = std::min(kMinUnits + kMaxWidth / size, kMaxUnits);
-    const std::string utf8 = EncodeText(text.substr(0, static_cast<std::size_t>(units)), {});
+    const std::string utf8 = EncodeUtf8(text.substr(0, static_cast<std::size_t>(units)));
     Layout layout(pango_layout_new(context));
     pango_layout_set_auto_dir(layout.get(), FALSE);
     pango_layout_set_text(layout.get(), utf8.data(), static_cast<int>(utf8.size()));

@@ -2,16 +2,13 @@
 // the limits.
 #include <gtest/gtest.h>
 
-#include <filesystem>
 #include <map>
 #include <sstream>
-
-#include <png.h>
 
 #include "ImageFiles.h"
 #include "platform/image/Limits.h"
 #include "platform/image/Picture.h"
-#include "platform/image/PixelMath.h"
+#include "tests/support/PeakSize.h"
 
 namespace {
 
@@ -45,30 +42,7 @@ TEST(BmpAndGif, EveryKindOfFileShowsTheColorsThatItHolds) {
   }
 }
 
-// By the library's one-call interface, which chooses every conversion by itself.
-Pixels ReadSimply(const Bytes& bytes) {
-  png_image image{};
-  image.version = PNG_IMAGE_VERSION;
-  EXPECT_NE(png_image_begin_read_from_memory(&image, bytes.data(), bytes.size()), 0);
-  image.format = PNG_FORMAT_RGBA;
-  std::vector<std::uint8_t> samples(PNG_IMAGE_SIZE(image));
-  EXPECT_NE(png_image_finish_read(&image, nullptr, samples.data(), 0, nullptr), 0);
-  Pixels pixels;
-  for (std::size_t i = 0; i < samples.size(); i += 4) {
-    pixels.push_back(Premultiply({samples[i], samples[i + 1], samples[i + 2], samples[i + 3]}));
-  }
-  return pixels;
-}
-
-TEST(PngDecoder, EveryKindOfFileShowsTheColorsThatItHolds) {
-  for (const auto& entry : std::filesystem::directory_iterator(PARCHLET_CORPUS "/png")) {
-    const Bytes bytes = ReadWholeFile(entry.path());
-    const bool isEightBitOrLess = std::to_integer<int>(bytes[24]) <= 8;
-    if (isEightBitOrLess && entry.path().filename() != "ChunkOfTwoGigabytes") {
-      EXPECT_EQ(DecodePicture(bytes).pixels, ReadSimply(bytes)) << entry.path();
-    }
-  }
-  // Samples of 16 bits are rounded to the nearest of 8.
+TEST(PngDecoder, SamplesOf16BitsAreRoundedToTheNearestOf8) {
   EXPECT_EQ(DecodePicture(ReadSeed("png/Samples16")).pixels, Pixels{0xFF13FF01});
 }
 
@@ -155,17 +129,6 @@ TEST(DamagedPictures, WhatNoFileMayHoldFails) {
   // 127 scans, and 64 of 16 megapixels and more.
   EXPECT_TRUE(IsNone(DecodePicture(ReadLarge("JpegScans"))));
   EXPECT_TRUE(IsNone(DecodePicture(ReadLarge("JpegScannedPixels"))));
-}
-
-// The largest size that the process has had so far, in MB: memory that was asked for counts, used
-// or not.
-long PeakSize() {
-  std::ifstream status("/proc/self/status");
-  std::string word;
-  while (status >> word && word != "VmPeak:") {
-  }
-  status >> word;
-  return std::stol(word) / 1024;
 }
 
 TEST(PictureLimits, WhatIsTooLargeFailsBeforeMemoryIsAskedFor) {

@@ -1,4 +1,4 @@
-#include "platform/text/Unicode.h"
+#include "platform/text/Charset.h"
 
 #include <gtest/gtest.h>
 
