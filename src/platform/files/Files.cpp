@@ -4,6 +4,7 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
+#include "platform/files/RegularFile.h"
 #include "platform/text/Paths.h"
 
 BOOL PathFileExistsW(const wchar_t* path) {

@@ -5,7 +5,7 @@
 #include <utility>
 #include <vector>
 
-#include "platform/files/Files.h"
+#include "platform/files/RegularFile.h"
 #include "platform/graphics/Graphics.h"
 #include "platform/image/Picture.h"
 
