@@ -1,16 +1,15 @@
 #include "workload/EnginePage.h"
 
-#include <unistd.h>
-
 #include <filesystem>
+#include <random>
 #include <string>
 
 namespace {
 
 // Pictures reach an annotation as files do.
 void GivePicture(const Picture& picture, Annotation& annotation) {
-  const std::filesystem::path file =
-      std::filesystem::temp_directory_path() / ("parchlet-bench-" + std::to_string(getpid()));
+  const std::filesystem::path file = std::filesystem::temp_directory_path() /
+                                     ("parchlet-bench-" + std::to_string(std::random_device()()));
   const std::ptrdiff_t stride = std::ptrdiff_t{picture.width} * 4;
   if (SavePicture({picture.pixels.data(), picture.width, picture.height, stride},
                   PictureEncoder::kPng, file.string())) {

@@ -1,9 +1,9 @@
 #include "page/PageSurface.h"
 
-#include <cstdint>
 #include <new>
 
 #include "page/ImageFile.h"
+#include "platform/window/Push.h"
 
 namespace {
 
@@ -89,18 +89,7 @@ void PageSurface::Release() {
 }
 
 bool PageSurface::Push() const {
-  const WindowContext context(window);
-  RECT area{};
-  if (context.Get() == nullptr || GetWindowRect(window, &area) == 0) {
-    return false;
-  }
-  POINT position = {area.left, area.top};
-  SIZE size = {static_cast<LONG>(std::int64_t{area.right} - area.left),
-               static_cast<LONG>(std::int64_t{area.bottom} - area.top)};
-  POINT origin = {0, 0};
-  BLENDFUNCTION blend = {AC_SRC_OVER, 0, 255, AC_SRC_ALPHA};
-  return UpdateLayeredWindow(window, context.Get(), &position, &size, memoryDC, &origin, 0, &blend,
-                             ULW_ALPHA) != 0;
+  return PushToWindow(window, memoryDC);
 }
 
 bool PageSurface::Save(const std::wstring& path, const CLSID& encoder) const {

@@ -1,25 +1,20 @@
-// The one switch between the home platform and the layer: on Windows the system's own headers,
-// everywhere else the same vocabulary by our own components.
+// The one switch between the home platform and our own components: the system's vocabulary by
+// System.h, the drawing classes by the painter that the build has chosen.
 #pragma once
 
-#include <parchlet/Platform.h>
+#include "platform/System.h"
 
-#if defined(_WIN32)
+#if defined(PARCHLET_PAINTER_GDIPLUS)
 
 #include <gdiplus.h>
-#include <shlwapi.h>
 
 #else
 
-#include "platform/clock/Clock.h"
-#include "platform/com/Com.h"
-#include "platform/display/Screen.h"
-#include "platform/files/Files.h"
-#include "platform/gdi/Gdi.h"
 #include "platform/graphics/Bitmap.h"
 #include "platform/graphics/Graphics.h"
 #include "platform/graphics/Text.h"
-#include "platform/text/CodePage.h"
-#include "platform/window/Window.h"
+
+// The engine's word for either painter.
+namespace Gdiplus = parchlet::graphics;
 
 #endif

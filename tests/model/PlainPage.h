@@ -103,19 +103,21 @@ struct PlainPage {
   // True when the page keeps the very object. What another page owns is copied.
   bool AddRemote(const PlainMarkPtr& given);
   int CancelAnnotation(const Id& id);
-  PlainMarkPtr GetAnnotation(const Id& userId, const Id& id) const {
-    return ValueAt(ValueAt(confirmed, userId), id);
+  PlainMarkPtr GetAnnotation(const Id& userId, const Id& annotationId) const {
+    return ValueAt(ValueAt(confirmed, userId), annotationId);
   }
-  int FindAnnotation(const Id& userId, const Id& id) const {
-    return GetAnnotation(userId, id) != nullptr ? 1 : 0;
+  int FindAnnotation(const Id& userId, const Id& annotationId) const {
+    return GetAnnotation(userId, annotationId) != nullptr ? 1 : 0;
   }
-  PlainMarkPtr GetLocalAnnotation(const Id& id) const { return ValueAt(pending, id); }
+  PlainMarkPtr GetLocalAnnotation(const Id& annotationId) const {
+    return ValueAt(pending, annotationId);
+  }
 
   // For a path of one point the topmost mark's id or the empty one, else all of them.
   Ids EraseAnnotations(const Id& userId, const Id& userSubId, std::vector<POINT> path);
-  int EraseAnnotation(const Id& userId, const Id& id);
-  int EraseAnnotationFromRemote(const Id& userId, const Id& id) {
-    return EraseAnnotation(userId, id);
+  int EraseAnnotation(const Id& userId, const Id& annotationId);
+  int EraseAnnotationFromRemote(const Id& userId, const Id& annotationId) {
+    return EraseAnnotation(userId, annotationId);
   }
   int ClearAnnotations(const Id& userId, const Id& userSubId);
   Ids EraseSelectedAnnotations() { return Keys(std::exchange(selected, {})); }

@@ -29,8 +29,8 @@ TEST(WindowsFiles, AFailedSaveKeepsTheFileThatIsLockedOrReadOnlyAndNoDeviceIsRep
   const std::string path = folder.File("board");
   for (const PictureEncoder encoder : kEncoders) {
     std::ofstream(path) << "old";
-    for (const DWORD shared : {DWORD{0}, DWORD{FILE_SHARE_READ},
-                               DWORD{FILE_SHARE_READ | FILE_SHARE_WRITE}}) {
+    for (const DWORD shared :
+         {DWORD{0}, DWORD{FILE_SHARE_READ}, DWORD{FILE_SHARE_READ | FILE_SHARE_WRITE}}) {
       const OpenFileHandle locked(path, GENERIC_READ, shared);
       EXPECT_FALSE(Save(encoder, path)) << shared;
     }
@@ -74,8 +74,8 @@ TEST(WindowsFiles, AnOpenFileIsNotLockedAndNothingButAFileIsOpened) {
     EXPECT_EQ(OpenRegularFile(other), nullptr) << other;
   }
   EXPECT_EQ(OpenRegularFile(folder.Path().c_str()), nullptr);
-  const HANDLE pipe = CreateNamedPipeW(L"\\\\.\\pipe\\parchlet-test", PIPE_ACCESS_DUPLEX, 0, 1, 64,
-                                       64, 0, nullptr);
+  const HANDLE pipe =
+      CreateNamedPipeW(L"\\\\.\\pipe\\parchlet-test", PIPE_ACCESS_DUPLEX, 0, 1, 64, 64, 0, nullptr);
   EXPECT_EQ(OpenRegularFile(L"\\\\.\\pipe\\parchlet-test"), nullptr);
   CloseHandle(pipe);
 }

@@ -1,4 +1,4 @@
-// What the layer's windows are to tests, on Windows.
+// What the layer's windows are to tests, on Windows: the system's own, whose pushes a test sees.
 #pragma once
 
 #include <cstdint>
@@ -12,30 +12,24 @@ struct MemoryFrame {
   std::vector<std::uint32_t> pixels;
 };
 
-// A layered window of the system, never shown. The system does not give back what was pushed to it,
-// so its frames are empty, and tests that look at pixels are built for the layer alone.
+// A layered window of the system, never shown. What is pushed to it reaches the system first; a
+// push that the system took is copied. Any thread.
 class MemoryWindow {
  public:
-  explicit MemoryWindow(const RECT& area)
-      : handle(CreateWindowExW(WS_EX_LAYERED, L"STATIC", L"", WS_POPUP, area.left, area.top,
-                               area.right - area.left, area.bottom - area.top, nullptr, nullptr,
-                               GetModuleHandleW(nullptr), nullptr)) {}
-  ~MemoryWindow() {
-    if (IsWindow(handle) != 0) {
-      DestroyWindow(handle);
-    }
-  }
+  explicit MemoryWindow(const RECT& area);
+  ~MemoryWindow();
   MemoryWindow(const MemoryWindow&) = delete;
   MemoryWindow& operator=(const MemoryWindow&) = delete;
 
   HWND Handle() const { return handle; }
-  MemoryFrame CopyFrame() const { return {}; }
+  void SetScreenRect(const RECT& area);
+  std::uint64_t PresentCount() const;
+  bool WaitForPresent(std::uint64_t count, int timeoutMs) const;
+  MemoryFrame CopyFrame() const;
 
  private:
   HWND handle;
 };
 
 // Ends a window before its time.
-inline void UnregisterLayeredWindow(HWND handle) {
-  DestroyWindow(handle);
-}
+void UnregisterLayeredWindow(HWND handle);

@@ -12,6 +12,8 @@ struct GUID {
   friend bool operator==(const GUID&, const GUID&) = default;
 };
 
+using CLSID = GUID;
+
 inline constexpr HRESULT S_OK = 0;
 inline constexpr HRESULT E_FAIL = static_cast<HRESULT>(0x80004005);
 

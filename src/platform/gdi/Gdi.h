@@ -54,6 +54,7 @@ struct PixelSection {
 };
 using HBITMAP = PixelSection*;
 using HGDIOBJ = void*;
+using HPALETTE = struct PaletteHandle*;
 
 // A device context. A memory context draws on the bitmap selected into it. A window's context only
 // proves that the window exists. A display's context is a source for BitBlt.

@@ -2,7 +2,9 @@
 
 #include <algorithm>
 #include <array>
+#include <utility>
 
+#include "platform/gdi/DevicePixels.h"
 #include "platform/image/Picture.h"
 #include "platform/text/Paths.h"
 
@@ -28,13 +30,8 @@ constexpr std::array<Encoder, 3> kEncoders = {{
 constexpr UINT kDescriptionsSize = kEncoders.size() * sizeof(ImageCodecInfo);
 
 ::Picture CopyPixels(HBITMAP bitmap) {
-  if (bitmap == nullptr || bitmap->pixels == nullptr) {
-    return {};
-  }
-  const auto* pixels = bitmap->pixels.get();
-  const auto count =
-      static_cast<std::size_t>(bitmap->width) * static_cast<std::size_t>(bitmap->height);
-  return {PictureFormat::kUnknown, bitmap->width, bitmap->height, {pixels, pixels + count}};
+  BitmapCopy copy = CopyBitmap(bitmap);
+  return {PictureFormat::kUnknown, copy.width, copy.height, std::move(copy.pixels)};
 }
 
 }  // namespace

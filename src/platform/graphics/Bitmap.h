@@ -3,9 +3,6 @@
 
 #include "platform/graphics/Graphics.h"
 
-using CLSID = GUID;
-using HPALETTE = struct PaletteHandle*;
-
 namespace parchlet::graphics {
 
 // A picture made of a pixel section. It holds a copy of the pixels, alpha included.

@@ -20,8 +20,9 @@ std::span<const raster::GridPoint> AsGridPoints(const Point* points, INT count) 
 }  // namespace
 
 Graphics::Graphics(HDC dc) {
-  if (GetPixels(dc).pixels != nullptr) {
-    painter = std::make_unique<Painter>(*dc->selected);
+  const DevicePixels pixels(dc);
+  if (pixels.View().pixels != nullptr) {
+    painter = std::make_unique<Painter>(pixels);
   } else {
     lastStatus = InvalidParameter;
   }

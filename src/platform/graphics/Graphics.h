@@ -10,10 +10,7 @@
 #include <cstdint>
 #include <memory>
 
-#include <parchlet/Platform.h>
-
-#include "platform/com/Com.h"
-#include "platform/gdi/Gdi.h"
+#include "platform/System.h"
 
 struct Picture;
 

@@ -4,23 +4,25 @@
 
 namespace parchlet::graphics {
 
-Graphics::Painter::Painter(PixelSection& section)
-    : section(section),
-      canvas({section.pixels.get(), section.width, section.height, section.width}) {}
+Graphics::Painter::Painter(const DevicePixels& pixels)
+    : pixels(pixels),
+      canvas(
+          {pixels.View().pixels, pixels.View().width, pixels.View().height, pixels.View().width}) {}
 
 void Graphics::Painter::Flush() {
+  pixels.Settle();
   const auto changed = canvas.Finish();
   texts.EndFrame();
   if (changed.empty()) {
     return;
   }
-  section.BeginChange();
+  pixels.BeginChange();
   try {
     for (const raster::PixelRect& area : changed) {
-      section.changed.push_back({area.left, area.top, area.right, area.bottom});
+      pixels.AddChanged({area.left, area.top, area.right, area.bottom});
     }
   } catch (...) {
-    section.BeginChange();  // two versions on, a window takes the whole section
+    pixels.BeginChange();  // two versions on, a window takes the whole surface
     throw;
   }
 }
@@ -35,7 +37,7 @@ void Graphics::Painter::DrawPicture(std::shared_ptr<const ::Picture> picture,
 void Graphics::Painter::DrawText(const TextStyle& style, std::wstring_view text, double x,
                                  double y) {
   const TextPictures::Placed& placed =
-      texts.Find(style, text, x, y, {section.width, section.height});
+      texts.Find(style, text, x, y, {pixels.View().width, pixels.View().height});
   if (placed.picture != nullptr) {
     const int width = placed.picture->width;
     const int height = placed.picture->height;

@@ -5,10 +5,6 @@
 
 #include "platform/graphics/Graphics.h"
 
-using LANGID = WORD;
-
-inline constexpr LANGID LANG_NEUTRAL = 0;
-
 namespace parchlet::graphics {
 
 enum FontStyle { FontStyleRegular = 0, FontStyleBold = 1 };

@@ -8,8 +8,8 @@ inline constexpr std::uint64_t kMaxPicturePixels = 64ULL * 1024 * 1024;
 inline constexpr std::uint64_t kMaxPictureBytes = 4 * kMaxPicturePixels;
 // Bounds the row buffers inside the decoders, which an extremely wide picture would make large.
 inline constexpr std::uint64_t kMaxPictureSide = 1'000'000;
-// A progressive JPEG stores its picture in scans. Each may be empty, yet costs a walk over the whole
-// picture. Real files have about ten.
+// A progressive JPEG stores its picture in scans. Each may be empty, yet costs a walk over the
+// whole picture. Real files have about ten.
 inline constexpr std::uint64_t kMaxJpegScans = 100;
 inline constexpr std::uint64_t kMaxScannedPixels = 16 * kMaxPicturePixels;
 

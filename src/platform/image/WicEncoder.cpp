@@ -105,8 +105,7 @@ bool EncodePng(const PictureView& view, ReplacingFile& file) {
     return false;
   }
   Writer writer(GUID_ContainerFormatPng);
-  return writer.IsOpen() &&
-         writer.Start(view.width, view.height, GUID_WICPixelFormat32bppBGRA) &&
+  return writer.IsOpen() && writer.Start(view.width, view.height, GUID_WICPixelFormat32bppBGRA) &&
          WriteRows(writer, view, 4, Unpremultiply) && writer.Finish(file);
 }
 

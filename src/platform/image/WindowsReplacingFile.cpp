@@ -13,7 +13,7 @@
 
 // What the new file takes over from the one that it replaces.
 struct ReplacedFile {
-  std::string path;              // where it stands, once links were followed
+  std::string path;  // where it stands, once links were followed
   DWORD attributes = FILE_ATTRIBUTE_NORMAL;
   std::vector<std::byte> access;  // its security descriptor; empty for the folder's usual one
 };
@@ -40,10 +40,9 @@ FileHandle Own(HANDLE handle) {
 std::wstring Wide(const std::string& text) {
   const int size = static_cast<int>(text.size());
   std::wstring wide(text.size(), L'\0');
-  const int units =
-      size == 0 ? 0
-                : MultiByteToWideChar(CP_UTF8, MB_ERR_INVALID_CHARS, text.data(), size, wide.data(),
-                                      size);
+  const int units = size == 0 ? 0
+                              : MultiByteToWideChar(CP_UTF8, MB_ERR_INVALID_CHARS, text.data(),
+                                                    size, wide.data(), size);
   wide.resize(static_cast<std::size_t>(units));
   return wide;
 }
@@ -86,8 +85,9 @@ std::vector<std::byte> AccessOf(HANDLE file) {
 // may not write: putting another in its place checks less.
 std::optional<ReplacedFile> FindReplaced(const std::string& path) {
   const std::wstring wide = Wide(path);
-  const FileHandle file = Own(CreateFileW(wide.c_str(), GENERIC_WRITE | FILE_READ_ATTRIBUTES,
-                                          kShareAll, nullptr, OPEN_EXISTING, kTrustNobody, nullptr));
+  const FileHandle file =
+      Own(CreateFileW(wide.c_str(), GENERIC_WRITE | FILE_READ_ATTRIBUTES, kShareAll, nullptr,
+                      OPEN_EXISTING, kTrustNobody, nullptr));
   if (file == nullptr) {
     // A link that leads to no file stands there nevertheless.
     const bool isFree = !wide.empty() && GetLastError() == ERROR_FILE_NOT_FOUND &&
@@ -145,9 +145,8 @@ int ReplacingFile::OpenTemporary(const ReplacedFile& replaced) {
   // An earlier process with this number may have died and left a file of that name behind.
   for (int attempt = 0; attempt < kMaxNameAttempts; ++attempt) {
     temporary = TemporaryName(target);
-    FileHandle made =
-        Own(CreateFileW(Wide(temporary).c_str(), GENERIC_WRITE, FILE_SHARE_READ, &security,
-                        CREATE_NEW, replaced.attributes, nullptr));
+    FileHandle made = Own(CreateFileW(Wide(temporary).c_str(), GENERIC_WRITE, FILE_SHARE_READ,
+                                      &security, CREATE_NEW, replaced.attributes, nullptr));
     if (made != nullptr) {
       const int descriptor =
           _open_osfhandle(reinterpret_cast<std::intptr_t>(made.get()), _O_WRONLY | _O_BINARY);

@@ -26,9 +26,9 @@ struct PixelRect {
   // The pixels x .. x+width-1, y .. y+height-1. A far edge outside the range of int is moved to the
   // end of that range, far past any surface.
   static PixelRect OfSize(int x, int y, int width, int height) {
-    const auto edge = [](int near, int extent) {
+    const auto edge = [](int start, int extent) {
       return static_cast<int>(
-          std::clamp<std::int64_t>(std::int64_t{near} + extent, INT32_MIN, INT32_MAX));
+          std::clamp<std::int64_t>(std::int64_t{start} + extent, INT32_MIN, INT32_MAX));
     };
     return {x, y, edge(x, width), edge(y, height)};
   }

@@ -3,6 +3,9 @@
 
 #include <parchlet/Platform.h>
 
+using LANGID = WORD;
+inline constexpr LANGID LANG_NEUTRAL = 0;
+
 inline constexpr UINT CP_ACP = 0;  // the code page of the environment's locale
 inline constexpr UINT CP_UTF8 = 65001;
 

@@ -23,7 +23,9 @@ struct Found {
 int RankOf(const LOGFONTW& font) {
   const int family = font.lfPitchAndFamily & 0xF0;
   const int pitch = font.lfPitchAndFamily & 0x03;
-  return (family == FF_SWISS ? 4 : family == FF_DONTCARE ? 2 : 0) +
+  return (family == FF_SWISS      ? 4
+          : family == FF_DONTCARE ? 2
+                                  : 0) +
          (pitch == VARIABLE_PITCH ? 1 : 0) + 1;
 }
 
@@ -54,10 +56,11 @@ std::wstring FindBest(std::wstring_view name, BYTE charset) {
 }
 
 bool IsDefaultFamily(const std::wstring& name) {
-  return std::any_of(kDefaultFamily.begin(), kDefaultFamily.end(), [&name](std::wstring_view known) {
-    return CompareStringOrdinal(known.data(), static_cast<int>(known.size()), name.data(),
-                                static_cast<int>(name.size()), TRUE) == CSTR_EQUAL;
-  });
+  return std::any_of(
+      kDefaultFamily.begin(), kDefaultFamily.end(), [&name](std::wstring_view known) {
+        return CompareStringOrdinal(known.data(), static_cast<int>(known.size()), name.data(),
+                                    static_cast<int>(name.size()), TRUE) == CSTR_EQUAL;
+      });
 }
 
 // What the system itself writes with; for a character that it lacks the system takes another one.

@@ -64,7 +64,8 @@ class LaidOutText {
     };
     const double reach = Overhang();
     const double height = static_cast<double>(lines.size()) * lineHeight * scale;
-    return {limit(std::floor(x - reach), surface.width), limit(std::floor(y - reach), surface.height),
+    return {limit(std::floor(x - reach), surface.width),
+            limit(std::floor(y - reach), surface.height),
             limit(std::ceil(x + widest * scale + reach), surface.width),
             limit(std::ceil(y + height + reach), surface.height)};
   }

@@ -65,9 +65,9 @@ void OutlineCoverage::AddClipped(const OutlinePoint& upper, const OutlinePoint& 
     if (top < bottom) {
       const double x0 = within(AtHeight(upper, lower, top).x);
       const double x1 = within(AtHeight(upper, lower, bottom).x);
-      AddToRow(steps.data() + (static_cast<std::size_t>(width) + kMargin) *
-                                  static_cast<std::size_t>(y),
-               std::min(x0, x1), std::max(x0, x1), (bottom - top) * direction);
+      AddToRow(
+          steps.data() + (static_cast<std::size_t>(width) + kMargin) * static_cast<std::size_t>(y),
+          std::min(x0, x1), std::max(x0, x1), (bottom - top) * direction);
     }
   }
 }

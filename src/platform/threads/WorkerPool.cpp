@@ -1,22 +1,11 @@
 #include "platform/threads/WorkerPool.h"
 
-#include <sched.h>
-
 #include <algorithm>
 #include <utility>
 
-namespace {
+#include "platform/threads/Processors.h"
 
-// Returns how many processors the calling thread may run on. More threads than that would push each
-// other's data out of the caches.
-int UsableProcessors() {
-  cpu_set_t usable;
-  if (sched_getaffinity(0, sizeof usable, &usable) == 0) {
-    return CPU_COUNT(&usable);
-  }
-  return static_cast<int>(
-      std::thread::hardware_concurrency());  // the machine has more than a set has room for
-}
+namespace {
 
 struct SharedPool {
   Mutex mutex;
@@ -25,6 +14,7 @@ struct SharedPool {
 
 }  // namespace
 
+// More threads than processors would push each other's data out of the caches.
 WorkerPool::WorkerPool(int threads)
     : threads(std::clamp(threads > 0 ? threads : UsableProcessors(), 1, kMostThreads)) {}
 

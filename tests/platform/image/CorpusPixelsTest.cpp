@@ -30,7 +30,7 @@ std::string Roughly(const Picture& picture) {
   std::array<std::array<long, 4>, kCells * kCells> sums{};
   for (int y = 0; y < picture.height; ++y) {
     for (int x = 0; x < picture.width; ++x) {
-      const std::uint32_t pixel = picture.pixels[static_cast<std::size_t>(y * picture.width + x)];
+      const std::uint32_t pixel = picture.pixels[static_cast<std::size_t>(y) * picture.width + x];
       auto& sum = sums.at(static_cast<std::size_t>(y * kCells / picture.height * kCells +
                                                    x * kCells / picture.width));
       for (std::size_t i = 0; i < 3; ++i) {
@@ -75,10 +75,9 @@ TEST(Corpus, EveryPictureHasTheSamePixelsOnEverySystem) {
       const std::string size =
           std::to_string(picture.width) + "x" + std::to_string(picture.height) + " ";
       const std::string pixels = isLossy ? Roughly(picture) : Exactly(picture);
-      const bool isSame =
-          isLossy && expected[name].starts_with(size)
-              ? AreNear(pixels, expected[name].substr(size.size()))
-              : size + pixels == expected[name];
+      const bool isSame = isLossy && expected[name].starts_with(size)
+                              ? AreNear(pixels, expected[name].substr(size.size()))
+                              : size + pixels == expected[name];
       EXPECT_TRUE(isSame) << "corpus-pixels.txt: " << name << " " << size << pixels;
       expected.erase(name);
     }

@@ -7,8 +7,8 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
-#include "SavedPicture.h"
 #include "platform/image/ReplacingFile.h"
+#include "SavedPicture.h"
 #include "tests/support/SmallDisk.h"
 #include "tests/support/TemporaryFolder.h"
 

@@ -6,7 +6,8 @@
 
 inline constexpr int kSide = 64;
 
-inline bool Save(PictureEncoder encoder, const std::string& path, std::uint32_t pixel = 0xFF336699) {
+inline bool Save(PictureEncoder encoder, const std::string& path,
+                 std::uint32_t pixel = 0xFF336699) {
   const std::vector<std::uint32_t> pixels(std::size_t{kSide} * kSide, pixel);
   return SavePicture({pixels.data(), kSide, kSide, std::ptrdiff_t{kSide} * 4}, encoder, path);
 }
@@ -16,4 +17,4 @@ inline Picture Load(const std::string& path) {
 }
 
 inline constexpr PictureEncoder kEncoders[] = {PictureEncoder::kPng, PictureEncoder::kJpeg,
-                                        PictureEncoder::kBmp};
+                                               PictureEncoder::kBmp};

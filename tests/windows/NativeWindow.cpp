@@ -1,0 +1,101 @@
+#include "windows/NativeWindow.h"
+
+#include <chrono>
+#include <condition_variable>
+#include <map>
+#include <mutex>
+
+#include "platform/gdi/DevicePixels.h"
+
+namespace {
+
+struct Pushed {
+  std::uint64_t count = 0;
+  MemoryFrame frame;
+};
+
+std::mutex mutex;  // guards what follows
+std::condition_variable arrived;
+std::map<HWND, Pushed> pushes;
+
+using Update = decltype(&UpdateLayeredWindow);
+
+Update SystemsUpdate() {
+  static const auto update = reinterpret_cast<Update>(
+      reinterpret_cast<void*>(GetProcAddress(GetModuleHandleW(L"user32"), "UpdateLayeredWindow")));
+  return update;
+}
+
+// The part of the surface that the window shows, which is all of it: the system refuses less.
+MemoryFrame CopyShown(HWND window, HDC surface) {
+  RECT area{};
+  GetWindowRect(window, &area);
+  const PixelView view = DevicePixels(surface).View();
+  MemoryFrame frame = {area.right - area.left, area.bottom - area.top, {}};
+  if (frame.width > view.width || frame.height > view.height) {
+    return {};
+  }
+  for (int y = 0; y < frame.height; ++y) {
+    const std::uint32_t* row = view.pixels + std::ptrdiff_t{y} * view.width;
+    frame.pixels.insert(frame.pixels.end(), row, row + frame.width);
+  }
+  return frame;
+}
+
+BOOL WINAPI SeenUpdate(HWND window, HDC destination, POINT* position, SIZE* size, HDC source,
+                       POINT* origin, COLORREF key, BLENDFUNCTION* blend, DWORD flags) {
+  const BOOL isShown =
+      SystemsUpdate()(window, destination, position, size, source, origin, key, blend, flags);
+  if (isShown != FALSE) {
+    const std::lock_guard lock(mutex);
+    Pushed& pushed = pushes[window];
+    pushed.frame = CopyShown(window, source);
+    ++pushed.count;
+    arrived.notify_all();
+  }
+  return isShown;
+}
+
+}  // namespace
+
+// The linker takes it for the pointer of the system's import library.
+extern "C" Update __imp_UpdateLayeredWindow;
+Update __imp_UpdateLayeredWindow = SeenUpdate;
+
+MemoryWindow::MemoryWindow(const RECT& area)
+    : handle(CreateWindowExW(WS_EX_LAYERED, L"STATIC", L"", WS_POPUP, area.left, area.top,
+                             area.right - area.left, area.bottom - area.top, nullptr, nullptr,
+                             GetModuleHandleW(nullptr), nullptr)) {}
+
+MemoryWindow::~MemoryWindow() {
+  UnregisterLayeredWindow(handle);
+  const std::lock_guard lock(mutex);
+  pushes.erase(handle);
+}
+
+void MemoryWindow::SetScreenRect(const RECT& area) {
+  SetWindowPos(handle, nullptr, area.left, area.top, area.right - area.left, area.bottom - area.top,
+               SWP_NOZORDER | SWP_NOACTIVATE);
+}
+
+std::uint64_t MemoryWindow::PresentCount() const {
+  const std::lock_guard lock(mutex);
+  return pushes[handle].count;
+}
+
+bool MemoryWindow::WaitForPresent(std::uint64_t count, int timeoutMs) const {
+  std::unique_lock lock(mutex);
+  return arrived.wait_for(lock, std::chrono::milliseconds(timeoutMs),
+                          [&] { return pushes[handle].count >= count; });
+}
+
+MemoryFrame MemoryWindow::CopyFrame() const {
+  const std::lock_guard lock(mutex);
+  return pushes[handle].frame;
+}
+
+void UnregisterLayeredWindow(HWND handle) {
+  if (IsWindow(handle) != 0) {
+    DestroyWindow(handle);
+  }
+}
