@@ -6,8 +6,8 @@
 #include <cmath>
 #include <limits>
 
-#include "TextCanvas.h"
 #include "platform/text/FontFamilies.h"
+#include "TextCanvas.h"
 
 namespace {
 
