@@ -17,7 +17,7 @@ if [[ $purpose == package ]]; then
   packages+=(dpkg-dev file debootstrap)
 fi
 if [[ $purpose == windows ]]; then
-  packages=(cmake ninja-build g++-mingw-w64-x86-64-posix googletest)
+  packages=(cmake ninja-build g++-mingw-w64-x86-64-posix googletest libhwy-dev)
 fi
 if [[ $purpose == abi ]]; then
   packages=(abigail-tools python3)

@@ -52,6 +52,13 @@ if $all; then
     -D HOST=build/windows/examples/win32_host/parchlet-win32-host.exe \
     -D TESTS=build/windows/tests/windows/parchlet-windows-tests.exe \
     -P tests/windows/CheckDll.cmake
+  step "windows, painted by GDI+: build DLL and tests, and look at their names"
+  cmake --preset windows-gdiplus >build/windows-gdiplus.configure.log 2>&1 ||
+    { cat build/windows-gdiplus.configure.log >&2; exit 1; }
+  cmake --build --preset windows-gdiplus
+  cmake -D SOURCE_FOLDER="$PWD" -D DLL=build/windows-gdiplus/src/parchlet.dll -D PAINTER=gdiplus \
+    -D TESTS=build/windows-gdiplus/tests/windows/parchlet-windows-tests.exe \
+    -P tests/windows/CheckDll.cmake
   step "windows: hosts against the installed DLL"
   rm -rf build/windows/prefix build/windows/host
   { cmake --install build/windows --prefix build/windows/prefix &&

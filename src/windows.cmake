@@ -1,7 +1,7 @@
 # What the library is made of on Windows besides the engine: the system's own libraries and, unless
 # GDI+ is to paint, our own painter. The compiler's runtime goes into the DLL, so that hosts need
 # nothing else.
-set(PARCHLET_PAINTER gdiplus CACHE STRING "What paints on Windows: own or gdiplus")
+set(PARCHLET_PAINTER own CACHE STRING "What paints on Windows: own or gdiplus")
 set_property(CACHE PARCHLET_PAINTER PROPERTY STRINGS own gdiplus)
 if(NOT PARCHLET_PAINTER MATCHES "^(own|gdiplus)$")
   message(FATAL_ERROR "PARCHLET_PAINTER is own or gdiplus, not ${PARCHLET_PAINTER}")

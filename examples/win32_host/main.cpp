@@ -2,7 +2,6 @@
 // Escape ends it, Delete erases everything.
 #include <parchlet/Parchlet.h>
 
-#include <gdiplus.h>
 #include <windowsx.h>
 
 namespace {
@@ -11,28 +10,6 @@ constexpr const wchar_t* kClassName = L"ParchletHost";
 constexpr const char* kUser = "me";
 constexpr const char* kDocument = "desktop";
 constexpr const char* kPage = "page";
-
-// GDI+ for as long as the process has pages: the engine does not start it.
-class GdiPlus {
- public:
-  GdiPlus() {
-    const Gdiplus::GdiplusStartupInput input;
-    isStarted = Gdiplus::GdiplusStartup(&token, &input, nullptr) == Gdiplus::Ok;
-  }
-  ~GdiPlus() {
-    if (isStarted) {
-      Gdiplus::GdiplusShutdown(token);
-    }
-  }
-  GdiPlus(const GdiPlus&) = delete;
-  GdiPlus& operator=(const GdiPlus&) = delete;
-
-  bool IsStarted() const { return isStarted; }
-
- private:
-  ULONG_PTR token = 0;
-  bool isStarted = false;
-};
 
 Parchlet& EngineOf(HWND window) {
   return *reinterpret_cast<Parchlet*>(GetWindowLongPtrW(window, GWLP_USERDATA));
@@ -136,6 +113,5 @@ int Run(HINSTANCE instance) {
 }  // namespace
 
 int WINAPI WinMain(HINSTANCE instance, HINSTANCE /*previous*/, LPSTR /*command*/, int /*show*/) {
-  const GdiPlus gdiPlus;
-  return gdiPlus.IsStarted() ? Run(instance) : 1;
+  return Run(instance);
 }

@@ -14,7 +14,8 @@
  * Ownership: what a function with New or Copy in its name returns belongs to the host, which frees
  * it once with the Free function of the same prefix. What any other function returns is borrowed.
  *
- * On Windows the host starts GDI+ (GdiplusStartup) before it makes a page.
+ * On Windows a host of a library that was built to paint by GDI+ starts it (GdiplusStartup) before
+ * it makes a page.
  *
  * Threads: an engine, the marks of its pages, and the host's own marks and texts are for one thread
  * at a time. Windows and loggers may be used from any thread.

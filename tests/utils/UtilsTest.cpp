@@ -2,6 +2,7 @@
 
 #include <cstring>
 #include <memory>
+#include <regex>
 #include <set>
 
 #include <gmock/gmock.h>
@@ -27,11 +28,11 @@ TEST(UtilsTest, TextIsReadUpToItsFirstZero) {
 
 TEST(UtilsTest, AnIdentifierHasItsFormAndIsNeverRepeated) {
   // Version 4 in the third group, the variant's two bits in the fourth.
-  const char* form = "[0-9A-F]{8}-[0-9A-F]{4}-4[0-9a-f]{3}-[89AB][0-9A-F]{3}-[0-9A-F]{12}";
+  const std::regex form("[0-9A-F]{8}-[0-9A-F]{4}-4[0-9a-f]{3}-[89AB][0-9A-F]{3}-[0-9A-F]{12}");
   std::set<std::string> seen;
   for (int i = 0; i < 500; ++i) {
     const std::string id = Utils::GenerateGuid();
-    ASSERT_THAT(id, testing::MatchesRegex(form));
+    ASSERT_TRUE(std::regex_match(id, form)) << id;
     EXPECT_TRUE(seen.insert(id).second) << id;
   }
 }

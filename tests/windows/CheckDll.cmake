@@ -1,9 +1,12 @@
 # Whether the DLL exports what the headers declare, and neither it nor a host nor the tests need a
 # library that is not Windows' own.
-#   cmake -D SOURCE_FOLDER=... -D DLL=... -D HOST=... -D TESTS=... -P CheckDll.cmake
+#   cmake -D SOURCE_FOLDER=... -D DLL=... -D TESTS=... [-D HOST=...] [-D PAINTER=gdiplus] -P CheckDll.cmake
 cmake_minimum_required(VERSION 3.25)
 set(objdump x86_64-w64-mingw32-objdump)
-set(of_windows gdi32 gdiplus kernel32 msvcrt ole32 shlwapi user32)
+set(of_windows advapi32 gdi32 kernel32 msvcrt ole32 oleaut32 psapi shlwapi user32 windowscodecs)
+if(PAINTER STREQUAL gdiplus)
+  list(APPEND of_windows gdiplus)
+endif()
 
 function(check_imports file)
   execute_process(COMMAND ${objdump} -p ${file} OUTPUT_VARIABLE text COMMAND_ERROR_IS_FATAL ANY)
@@ -21,7 +24,9 @@ function(check_imports file)
   set(text "${text}" PARENT_SCOPE)
 endfunction()
 
-check_imports(${HOST} parchlet)
+if(HOST)
+  check_imports(${HOST} parchlet)
+endif()
 check_imports(${TESTS})
 check_imports(${DLL})
 
