@@ -31,8 +31,8 @@ std::string Roughly(const Picture& picture) {
   for (int y = 0; y < picture.height; ++y) {
     for (int x = 0; x < picture.width; ++x) {
       const std::uint32_t pixel = picture.pixels[static_cast<std::size_t>(y) * picture.width + x];
-      auto& sum = sums.at(static_cast<std::size_t>(y * kCells / picture.height * kCells +
-                                                   x * kCells / picture.width));
+      const int cell = y * kCells / picture.height * kCells + x * kCells / picture.width;
+      auto& sum = sums.at(static_cast<std::size_t>(cell));
       for (std::size_t i = 0; i < 3; ++i) {
         sum.at(i) += pixel >> 8 * i & 0xFF;
       }
@@ -65,7 +65,7 @@ TEST(Corpus, EveryPictureHasTheSamePixelsOnEverySystem) {
   std::map<std::string, std::string> expected;
   std::ifstream list(PARCHLET_CORPUS_PIXELS);
   for (std::string name, size, pixels; list >> name >> size >> pixels;) {
-    expected[name] = size + " " + pixels;
+    expected[name] = size.append(" ").append(pixels);
   }
   for (const std::string folder : {"bmp", "gif", "jpeg", "png"}) {
     for (const auto& entry : std::filesystem::directory_iterator(PARCHLET_CORPUS "/" + folder)) {
