@@ -2,7 +2,6 @@
 #include <parchlet/Platform.h>
 
 #include <gdiplus.h>
-
 #include <gmock/gmock.h>
 
 int main(int argc, char** argv) {
