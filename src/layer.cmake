@@ -13,6 +13,7 @@ add_library(parchlet_image OBJECT
   platform/image/Pictures.cpp
   platform/image/PngDecoder.cpp
   platform/image/PngEncoder.cpp
+  platform/image/PosixReplacingFile.cpp
   platform/image/ReplacingFile.cpp
   platform/image/SavePicture.cpp)
 target_include_directories(parchlet_image PUBLIC

@@ -11,6 +11,7 @@ add_library(parchlet_image OBJECT
   platform/image/JpegSize.cpp
   platform/image/Picture.cpp
   platform/image/PngParts.cpp
+  platform/image/ReplacingFile.cpp
   platform/image/SavePicture.cpp
   platform/image/WicDecoder.cpp
   platform/image/WicEncoder.cpp

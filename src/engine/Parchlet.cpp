@@ -22,10 +22,7 @@ constexpr const wchar_t* kDefaultTipFont = L"\u5FAE\u8F6F\u96C5\u9ED1";
 
 // A record that cannot be written must not stop an engine from being created or destroyed.
 void LogLifetime(const char* function, int line, const char* text) {
-  Contain(0, [&] {
-    LogRecord(kLogLifetime, "", __FILE__, line, function, "SDK").Text() << text;
-    return 1;
-  });
+  Contain([&] { LogRecord(kLogLifetime, "", __FILE__, line, function, "SDK").Text() << text; });
 }
 
 }  // namespace
@@ -73,7 +70,7 @@ void Parchlet::SetAnnotationType(AnnotationType type, AnnotationSubType subType)
 
 void Parchlet::SetUserInfo(const std::string& newUserId, const std::string& newUserSubId,
                            const std::string& newNickname) {
-  Contain(0, [&] {
+  Contain([&] {
     // Copy first, then swap, which cannot fail: the identity changes as a whole or not at all.
     std::string id = newUserId.empty() ? state->userId : newUserId;
     std::string subId = newUserSubId;
@@ -81,7 +78,6 @@ void Parchlet::SetUserInfo(const std::string& newUserId, const std::string& newU
     state->userId.swap(id);
     state->userSubId.swap(subId);
     state->nickname.swap(name);
-    return 1;
   });
 }
 

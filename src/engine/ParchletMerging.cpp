@@ -52,11 +52,10 @@ int Parchlet::AddAnnotationFromRemote(const std::string& docId, const std::strin
 
 void Parchlet::CancelAnnotation(const std::string& docId, const std::string& pageId,
                                 const std::string& annotationId) {
-  Contain(0, [&] {
+  Contain([&] {
     if (AnnotationPage* page = GetPagePtr(docId, pageId)) {
       page->CancelAnnotation(annotationId);
     }
-    return 1;
   });
 }
 

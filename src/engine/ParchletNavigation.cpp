@@ -41,14 +41,13 @@ int Parchlet::SetCurrentPage(const std::string& docId, const std::string& pageId
 }
 
 void Parchlet::GetCurrentPageInfo(std::string& docId, std::string& pageId) {
-  Contain(0, [&] {
+  Contain([&] {
     if (state->currentDocument != nullptr) {
       docId = state->currentDocument->id;
     }
     if (const AnnotationPage* page = state->GetCurrentPage()) {
       pageId = page->pageId;
     }
-    return 1;
   });
 }
 

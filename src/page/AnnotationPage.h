@@ -216,9 +216,9 @@ class AnnotationPage {
     return surface;
   }
 
-  // Paints the whole page into its surface, layer by layer; false when it has none. Marks drawn
+  // Paints the whole page into its surface, layer by layer, if it has one. Marks drawn
   // here that have outlived their time are erased.
-  bool DrawPage() PARCHLET_REQUIRES(surfaceMutex) PARCHLET_EXCLUDES(mutex);
+  void DrawPage() PARCHLET_REQUIRES(surfaceMutex) PARCHLET_EXCLUDES(mutex);
   void DrawConfirmed(Gdiplus::Graphics& graphics) PARCHLET_REQUIRES(mutex);
   void DrawTipOf(Annotation& annotation, Gdiplus::Graphics& graphics) PARCHLET_REQUIRES(mutex);
   void DrawPending(Gdiplus::Graphics& graphics) PARCHLET_REQUIRES(mutex);

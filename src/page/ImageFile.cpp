@@ -17,9 +17,6 @@ bool GetEncoderClsid(const std::wstring& mimeType, CLSID* clsid) {
   UINT count = 0;
   UINT size = 0;
   Gdiplus::GetImageEncodersSize(&count, &size);
-  if (size == 0) {
-    return false;
-  }
   // The descriptions stand at the front of the block; what they point at may follow them.
   std::vector<Gdiplus::ImageCodecInfo> encoders(size / sizeof(Gdiplus::ImageCodecInfo) + 1);
   Gdiplus::GetImageEncoders(count, size, encoders.data());

@@ -14,8 +14,7 @@ struct ReleaseStream {
 using StreamPointer = std::unique_ptr<IStream, ReleaseStream>;
 
 void Rewind(IStream& stream) {
-  LARGE_INTEGER start;
-  start.QuadPart = 0;
+  const LARGE_INTEGER start{};
   stream.Seek(start, STREAM_SEEK_SET, nullptr);
 }
 

@@ -6,10 +6,10 @@ constexpr ULONGLONG kTemporaryInkMs = 8000;
 
 }  // namespace
 
-bool AnnotationPage::DrawPage() {
+void AnnotationPage::DrawPage() {
   Gdiplus::Graphics* graphics = surface.Painter();
   if (graphics == nullptr) {
-    return false;
+    return;
   }
   MutexLock lock(mutex);
   graphics->Clear(Gdiplus::Color(clearColor));
@@ -25,7 +25,6 @@ bool AnnotationPage::DrawPage() {
   }
   // Whoever reads the surface, with the page lock or after it, finds this frame.
   graphics->Flush(Gdiplus::FlushIntentionSync);
-  return true;
 }
 
 void AnnotationPage::DrawConfirmed(Gdiplus::Graphics& graphics) {

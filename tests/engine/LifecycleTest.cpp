@@ -74,6 +74,7 @@ TEST(SettingsTest, ABackgroundGoesToTheCurrentPageAndToNewOnes) {
   engine.NewPage("doc", "2", "ada", window.Handle(), info);
   engine.SetPageBackgroundColor(0x80FFFFFF);
   EXPECT_THAT(shown(), IsAll(0x80808080)) << "premultiplied";
+  EXPECT_EQ(0, engine.SetCurrentPage("doc", "none"));
   engine.GotoPage("doc", 1);
   EXPECT_THAT(shown(), IsAll(kRed)) << "a page that is not current keeps its colour";
 

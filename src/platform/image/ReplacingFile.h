@@ -30,6 +30,9 @@ class ReplacingFile {
   bool Commit();
 
  private:
+  // The system's part.
+  static bool Rename(const std::string& from, const std::string& to);
+  static void Remove(const std::string& path);
   // Returns the descriptor, or -1; sets `temporary`.
   int OpenTemporary(const ReplacedFile& replaced);
   void Discard();

@@ -9,9 +9,9 @@ bool Encode(const PictureView& view, PictureEncoder encoder, ReplacingFile& file
     case PictureEncoder::kJpeg:
       return EncodeJpeg(view, file);
     case PictureEncoder::kBmp:
-      return EncodeBmp(view, file);
+      break;
   }
-  return false;
+  return EncodeBmp(view, file);
 }
 
 }  // namespace

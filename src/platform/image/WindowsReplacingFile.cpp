@@ -112,10 +112,6 @@ std::string TemporaryName(const std::string& target) {
          std::to_string(++counter) + ".tmp";
 }
 
-void Remove(const std::string& path) {
-  DeleteFileW(Wide(path).c_str());
-}
-
 }  // namespace
 
 ReplacingFile::ReplacingFile(const std::string& path) {
@@ -165,37 +161,10 @@ int ReplacingFile::OpenTemporary(const ReplacedFile& replaced) {
   return -1;
 }
 
-ReplacingFile::~ReplacingFile() {
-  Discard();
+bool ReplacingFile::Rename(const std::string& from, const std::string& to) {
+  return MoveFileExW(Wide(from).c_str(), Wide(to).c_str(), MOVEFILE_REPLACE_EXISTING) != FALSE;
 }
 
-bool ReplacingFile::Write(const void* bytes, std::size_t size) {
-  if (file == nullptr || failed) {
-    return false;
-  }
-  failed = std::fwrite(bytes, 1, size, file) != size;
-  return !failed;
-}
-
-bool ReplacingFile::Commit() {
-  if (file == nullptr || failed || std::fflush(file) != 0) {
-    Discard();
-    return false;
-  }
-  const bool closed = std::fclose(file) == 0;
-  file = nullptr;
-  if (closed && MoveFileExW(Wide(temporary).c_str(), Wide(target).c_str(),
-                            MOVEFILE_REPLACE_EXISTING) != FALSE) {
-    return true;
-  }
-  Remove(temporary);
-  return false;
-}
-
-void ReplacingFile::Discard() {
-  if (file != nullptr) {
-    std::fclose(file);
-    file = nullptr;
-    Remove(temporary);
-  }
+void ReplacingFile::Remove(const std::string& path) {
+  DeleteFileW(Wide(path).c_str());
 }

@@ -86,8 +86,7 @@ void Contour::Append(cairo_t* context, const Placement& place) const {
                        points[2].y);
         break;
       case CAIRO_PATH_CLOSE_PATH:
-        cairo_close_path(context);
-        break;
+        break;  // filling closes every contour
     }
   }
 }

@@ -45,6 +45,16 @@ TEST(TextPainter, EveryCharacterHasItsOwnGlyphAndABolderOne) {
   EXPECT_GT(draw(L"H", true, 0x80000000).Count(0xFF7F7F7F), 20U) << "what lies below shows through";
 }
 
+TEST(TextPainter, OutlinesFillWhatGlyphsFill) {
+  const auto paint = [](double size) {
+    Canvas canvas(1100, 400);
+    PaintText(canvas.View(), Style(size), L"B%i\x4F60", 10, 10);
+    return canvas.Count(kBlack);
+  };
+  const auto glyphs = static_cast<double>(paint(256));
+  EXPECT_NEAR(static_cast<double>(paint(257)), glyphs, glyphs / 40);
+}
+
 TEST(TextPainter, NoInkLiesOutsideTheAreaFound) {
   for (const double size : {0.5, 3.0, 18.0, 40.5, 256.0, 300.0, 3000.0}) {
     for (const double x : {-20.25, 0.0, 31.5, 190.0, 1000.0}) {
