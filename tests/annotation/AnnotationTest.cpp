@@ -90,21 +90,6 @@ TEST(AnnotationTest, AMarkIsHitWhereItsShapeIs) {
   }
 }
 
-TEST(AnnotationTest, EverySegmentOfALongPathIsHit) {
-  std::vector<POINT> zigzag;
-  zigzag.reserve(70);
-  for (LONG i = 0; i < 70; ++i) {
-    zigzag.push_back({10 * i, 40 * (i % 2)});
-  }
-  Annotation mark;
-  mark.pen.width = 1;
-  mark.InsertPoints(0, PointsOn({700, 100}, zigzag));
-  for (LONG i = 0; i < 69; ++i) {
-    EXPECT_EQ(1, mark.FindAnnotation({10 * i + 5, 20, 0, 0}, false)) << i;
-    EXPECT_EQ(1, mark.FindAnnotation({10 * i + 4, 20, 0, 0}, {10 * i + 6, 20, 0, 0})) << i;
-  }
-}
-
 TEST(AnnotationTest, AFractionIsThePixelThatItIsRoundedTo) {
   const struct {
     double x, y;

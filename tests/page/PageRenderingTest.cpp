@@ -45,13 +45,6 @@ TEST_F(PageRenderingTest, LayersLieInTheirOrder) {
   EXPECT_THAT(frame, Shows(50, 45, kGreen)) << "under the mark above";
 }
 
-TEST_F(PageRenderingTest, PendingMarksAreWalkedById) {
-  const Annotation* one = AddPending(10, 10, 50, kRed);
-  const Annotation* other = AddPending(10, 10, 50, kGreen);
-  const bool isRedOnTop = one->annotationId > other->annotationId;
-  EXPECT_THAT(painted.Paint(), Shows(20, 20, isRedOnTop ? kRed : kGreen));
-}
-
 TEST_F(PageRenderingTest, AnErasedMarkIsNotPaintedInAnyLayer) {
   Annotation* picture = Mark("").Box(kSize, 0, 0, 20, kYellow).Release();
   PageTestAccess::SetBackgroundPicture(painted.page, picture);

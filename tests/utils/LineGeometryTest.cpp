@@ -26,25 +26,6 @@ TEST(LineGeometryTest, SegmentsCrossWhereTheyMeetButParallelsAndDotsNever) {
   }
 }
 
-TEST(LineGeometryTest, APointIsOnALineWhenItIsNearAndBetweenTheEnds) {
-  const struct {
-    POINT at, to;  // the line begins at (20, 20)
-    int width;
-    bool isOn;
-  } cases[] = {{{80, 50}, {140, 80}, 1, true},    // the middle of a line of 134.16 pixels
-               {{80, 53}, {140, 80}, 1, true},    // 134.27 from both ends together
-               {{80, 60}, {140, 80}, 30, false},  // 135.36
-               {{20, 21}, {140, 80}, 1, true},    // 134.72
-               {{17, 20}, {140, 80}, 6, false},   // behind the end
-               {{70, 21}, {120, 20}, 1, false},   // a thin line's box has no margin
-               {{70, 21}, {120, 20}, 2, true},   {{70, 19}, {120, 20}, 2, true},
-               {{70, 22}, {120, 20}, 3, false},  {{19, 70}, {20, 120}, 2, true},
-               {{19, 70}, {20, 120}, 1, false},  {{20, 121}, {20, 120}, 30, false}};
-  for (const auto& [at, to, width, isOn] : cases) {
-    EXPECT_EQ(isOn, Utils::IsPointOnLine(at, {20, 20}, to, width)) << at.x << ", " << at.y;
-  }
-}
-
 TEST(LineGeometryTest, EquationsAndTheFarthestCoordinatesAreAnswered) {
   EXPECT_TRUE(Utils::IsPointOnLine({0, 0}, {INT32_MIN, 0}, {INT32_MAX, 0}, 1));
   float slope = -1;

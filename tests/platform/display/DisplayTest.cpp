@@ -167,11 +167,6 @@ TEST_F(DisplayCopyTest, OnlyADisplayIsCopiedFromAndItsFailureIsTold) {
 
 using MemoryDesktopTest = DisplayTest;
 
-TEST_F(MemoryDesktopTest, ShowsItsBackgroundOpaqueAndBlackAroundIt) {
-  EXPECT_EQ(Capture({-301, -21, -299, -19}), (Pixels{kBlack, kBlack, kBlack, ColorAt(-300, -20)}));
-  EXPECT_EQ(Capture({1, 101, 3, 103}), (Pixels{ColorAt(1, 101), kBlack, kBlack, kBlack}));
-}
-
 TEST_F(MemoryDesktopTest, BlendsEveryWindowInTheOrderInWhichTheyWereMade) {
   const MemoryWindow low({301, 0, 304, 1});
   auto high = std::make_unique<MemoryWindow>(RECT{302, 0, 305, 1});
