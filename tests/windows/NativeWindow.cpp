@@ -1,9 +1,9 @@
-#include "windows/NativeWindow.h"
-
 #include <chrono>
 #include <condition_variable>
 #include <map>
 #include <mutex>
+
+#include <parchlet/MemoryWindow.h>
 
 #include "platform/gdi/DevicePixels.h"
 
@@ -35,6 +35,8 @@ MemoryFrame CopyShown(HWND window, HDC surface) {
   if (frame.width > view.width || frame.height > view.height) {
     return {};
   }
+  frame.pixels.reserve(static_cast<std::size_t>(frame.width) *
+                       static_cast<std::size_t>(frame.height));
   for (int y = 0; y < frame.height; ++y) {
     const std::uint32_t* row = view.pixels + std::ptrdiff_t{y} * view.width;
     frame.pixels.insert(frame.pixels.end(), row, row + frame.width);
