@@ -17,7 +17,8 @@ if [[ $purpose == package ]]; then
   packages+=(dpkg-dev file debootstrap)
 fi
 if [[ $purpose == windows ]]; then
-  packages=(cmake ninja-build g++-mingw-w64-x86-64-posix googletest libhwy-dev)
+  packages=(cmake ninja-build g++-mingw-w64-x86-64-posix googletest libhwy-dev
+    wine64 xvfb xauth fonts-dejavu-core fonts-wqy-microhei)
 fi
 if [[ $purpose == abi ]]; then
   packages=(abigail-tools python3)

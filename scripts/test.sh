@@ -43,7 +43,7 @@ if $all; then
   scripts/tidy.sh
   preset asan
   preset tsan
-  step "windows: build DLL, tests and a host, and look at their names"
+  step "windows: build DLL, tests and a host, look at their names, and run the tests"
   scripts/install-deps.sh windows
   cmake --preset windows >build/windows.configure.log 2>&1 ||
     { cat build/windows.configure.log >&2; exit 1; }
@@ -52,13 +52,15 @@ if $all; then
     -D HOST=build/windows/examples/win32_host/parchlet-win32-host.exe \
     -D TESTS=build/windows/tests/windows/parchlet-windows-tests.exe \
     -P tests/windows/CheckDll.cmake
-  step "windows, painted by GDI+: build DLL and tests, and look at their names"
+  scripts/wine.sh --session ctest --preset windows
+  step "windows, painted by GDI+: the same"
   cmake --preset windows-gdiplus >build/windows-gdiplus.configure.log 2>&1 ||
     { cat build/windows-gdiplus.configure.log >&2; exit 1; }
   cmake --build --preset windows-gdiplus
   cmake -D SOURCE_FOLDER="$PWD" -D DLL=build/windows-gdiplus/src/parchlet.dll -D PAINTER=gdiplus \
     -D TESTS=build/windows-gdiplus/tests/windows/parchlet-windows-tests.exe \
     -P tests/windows/CheckDll.cmake
+  scripts/wine.sh --session ctest --preset windows-gdiplus
   step "windows: hosts against the installed DLL"
   rm -rf build/windows/prefix build/windows/host
   { cmake --install build/windows --prefix build/windows/prefix &&

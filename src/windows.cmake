@@ -12,6 +12,7 @@ target_compile_definitions(parchlet_objects PUBLIC _WIN32_WINNT=0x0A00 WINVER=0x
 set(CMAKE_SHARED_LIBRARY_PREFIX "")  # parchlet.dll
 set(layer_objects)
 set(layer_libraries gdi32 user32 ole32 shlwapi)
+set(layer_sources platform/threads/WindowsUnload.cpp)  # of the DLL alone
 set(layer_interface)
 set(layer_link_depends)
 set(layer_link_options -static)

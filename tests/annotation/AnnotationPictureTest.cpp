@@ -2,6 +2,7 @@
 
 #include "support/Mark.h"
 #include "support/PictureFile.h"
+#include "support/StreamBase.h"
 #include "support/TemporaryFolder.h"
 #include "support/Whiteboard.h"
 
@@ -12,7 +13,7 @@ using testing::AllOf;
 constexpr CurrentAnnotPageSize kSize = {200, 100};
 
 // A stream of `bytes` that gives at most `chunk` of them at a time and counts its references.
-class CountedStream final : public IStream {
+class CountedStream final : public StreamBase {
  public:
   CountedStream(std::string bytes, std::size_t chunk) : bytes(std::move(bytes)), chunk(chunk) {}
 

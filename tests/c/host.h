@@ -19,6 +19,10 @@
 #define NO(call) EXPECT((call) == PARCHLET_NO)
 #define BAD(call) EXPECT((call) == PARCHLET_BAD_ARGUMENT)
 
+#if !defined(DISPLAY_NAME)
+#define DISPLAY_NAME "MEMORY-1" /* of 1920 x 1080 pixels */
+#endif
+
 enum { kWidth = 120, kHeight = 80, kWider = 130 };
 
 typedef struct Host {

@@ -215,7 +215,7 @@ static void WhatIsExportedIsAPicture(void) {
   NO(ParchletSaveDocument(host.engine, "doc", "/no such folder", "all", NULL));
   YES(ParchletSaveDocumentOfWindow(host.engine, "doc", ".", "all", handle));
   NO(ParchletSavePage(host.engine, "doc", "back", path, "no display"));
-  YES(ParchletSavePage(host.engine, "doc", "back", path, "MEMORY-1"));
+  YES(ParchletSavePage(host.engine, "doc", "back", path, DISPLAY_NAME));
   EXPECT(ReadFile(path, 1920, 1080) > 0);
   YES(ParchletSavePageOfWindow(host.engine, "doc", "back", path, handle));
   EXPECT(ReadFile(path, kWidth, kHeight) > 0);

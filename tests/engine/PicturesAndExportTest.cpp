@@ -1,12 +1,9 @@
 // Pictures on pages and behind them, and pages as image files.
 #include <set>
 
-#include <parchlet/Display.h>
-#include <sys/stat.h>
-
-#include "platform/Platform.h"
+#include "platform/clock/Clock.h"
+#include "support/NoPictures.h"
 #include "support/PictureFile.h"
-#include "support/SmallDisk.h"
 #include "support/TemporaryFolder.h"
 #include "support/Whiteboard.h"
 
@@ -62,15 +59,14 @@ TEST_F(PicturesAndExportTest, ABackgroundIsFittedUnderEverythingAndReplacedByThe
 TEST_F(PicturesAndExportTest, WhatCannotBeReadLeavesTheBackgroundAndAnEmptyMark) {
   ASSERT_NE(nullptr, Place(red, true));
   std::ofstream(folder.File("broken.png")) << "no picture";
-  ASSERT_EQ(0, mkfifo(folder.File("pipe.png").c_str(), 0600)) << "that nobody writes to";
-  const std::string noPictures[] = {folder.File("broken.png"), folder.File("pipe.png"),
-                                    folder.Path().string(), "/dev/zero", ""};
+  std::vector<std::string> noPictures = MakeNoPictures(folder);
+  noPictures.insert(noPictures.end(), {folder.File("broken.png"), ""});
   for (const std::string& path : noPictures) {
     EXPECT_EQ(nullptr, Place(path, true)) << path;
     EXPECT_EQ(nullptr, Place(path, false)) << path;
   }
   EXPECT_EQ(nullptr, PlaceBytes("no picture", true));
-  EXPECT_EQ(std::size(noPictures), PageTestAccess::Pending(board.Page()).size());
+  EXPECT_EQ(noPictures.size(), PageTestAccess::Pending(board.Page()).size());
   EXPECT_NE(nullptr, PlaceBytes("no picture", false));
   EXPECT_THAT(board.Paint(), IsAll(kRed));
 }
@@ -97,49 +93,15 @@ TEST_F(PicturesAndExportTest, APageIsWrittenAsItsLastRenderingInTheFormatOfItsNa
   EXPECT_EQ(0, board.engine.SavePage("doc", "none", folder.File("n.png"), HWND{nullptr}));
 }
 
-TEST_F(PicturesAndExportTest, TheScreenIsWrittenWithTheWindowOnIt) {
-  board.window.SetScreenRect({300, 200, 500, 300});
-  ASSERT_NE(nullptr, Place(red, true));
-  board.Paint();
-  ASSERT_EQ(1, Save("screen.png", L"MEMORY-1"));
-  const parchlet::Picture written = Read("screen.png");
-  ASSERT_EQ(std::pair(1920, 1080), std::pair(written.width, written.height));
-  const Frame screen({written.width, written.height, written.pixels});
-  EXPECT_EQ((RECT{300, 200, 500, 300}), screen.InkBox(kBlack));
-  HWND const gone = MemoryWindow({0, 0, 30, 20}).Handle();
-  for (HWND const window : {board.window.Handle(), gone}) {  // the screen, and the page's surface
-    ASSERT_EQ(1, Save("area.png", window));
-    EXPECT_EQ(200, Read("area.png").width);
-    EXPECT_THAT(Read("area.png"), IsAll(kRed));
-  }
-}
-
-// Three pages, and a display whose first capture throws.
-class DocumentExportTest : public testing::Test, public Display {
+class DocumentExportTest : public testing::Test {
  protected:
   DocumentExportTest() {
     for (const char* page : {"b", "a"}) {
       EXPECT_EQ(1, board.engine.NewPage("doc", page, "", board.window.Handle(), PageOf(20, 10)));
     }
-    SetDisplay(this);
   }
-  ~DocumentExportTest() override {
-    SetDisplay(nullptr);
-    SetLocalTimeSource(nullptr);
-  }
+  ~DocumentExportTest() override { SetLocalTimeSource(nullptr); }
 
-  std::vector<DisplayMonitor> GetMonitors() const override { return {{"D", {0, 0, 20, 10}}}; }
-  bool Capture(const RECT& /*area*/, std::uint32_t* /*pixels*/) override {
-    if (captures++ == 0) {
-      throw 7;
-    }
-    return true;
-  }
-
-  // Writes every page of the document; what `display` shows, or the pages' surfaces for none.
-  int Export(const std::string& prefix, const std::wstring& display = {}) {
-    return board.engine.SaveDocument("doc", to, prefix, display);
-  }
   std::set<std::string> FileNames() const {
     std::set<std::string> names;
     for (const auto& entry : std::filesystem::directory_iterator(to)) {
@@ -151,12 +113,11 @@ class DocumentExportTest : public testing::Test, public Display {
   Whiteboard board;
   const TemporaryFolder out;
   const std::string to = out.Path().string();
-  int captures = 0;
 };
 
 TEST_F(DocumentExportTest, EveryPageHasANameOfItsOwnWhateverTheClockDoes) {
   SetLocalTimeSource([] { return SYSTEMTIME{2024, 12, 2, 31, 23, 59, 59, 999}; });
-  EXPECT_EQ(1, Export("talk"));
+  EXPECT_EQ(1, board.engine.SaveDocument("doc", to, "talk", std::wstring()));
   EXPECT_THAT(FileNames(),
               testing::ElementsAre("talk_20241231_235959.999.png", "talk_20250101_000000.000.png",
                                    "talk_20250101_000000.001.png"));
@@ -170,19 +131,6 @@ TEST_F(DocumentExportTest, EveryPageHasANameOfItsOwnWhateverTheClockDoes) {
   SetLocalTimeSource(nullptr);
   EXPECT_EQ(2, Export("now") + Export("now")) << "the second begins after the first one's names";
   EXPECT_EQ(12U, out.FileCount());
-}
-
-TEST_F(DocumentExportTest, EveryPageIsTriedAndTheLastOneDecides) {
-  EXPECT_EQ(1, Export("", L"D"));
-  EXPECT_EQ(3, captures);
-  {
-    const SmallDisk disk(64);
-    EXPECT_EQ(0, Export(""));
-  }
-  board.engine.NewDoc("ada", "empty");
-  EXPECT_EQ(0, board.engine.SaveDocument("empty", to, "", HWND{nullptr}));
-  EXPECT_EQ(0, board.engine.SaveDocument("doc", out.File("none"), "", HWND{nullptr}));
-  EXPECT_EQ(2U, out.FileCount());
 }
 
 }  // namespace

@@ -2,8 +2,9 @@
 
 #include <atomic>
 #include <cstddef>
-#include <cstdlib>
 #include <new>
+
+#include "support/AlignedMemory.h"
 
 namespace {
 
@@ -18,7 +19,7 @@ void* Allocate(std::size_t size, std::size_t alignment = alignof(std::max_align_
     return nullptr;
   }
   const std::size_t rounded = (size / alignment + 1) * alignment;
-  void* memory = std::aligned_alloc(alignment, rounded);
+  void* memory = AlignedAllocate(alignment, rounded);
   live += memory != nullptr ? 1 : 0;
   return memory;
 }
@@ -32,7 +33,7 @@ void* OrThrow(void* memory) {
 
 void Free(void* memory) noexcept {
   live -= memory != nullptr ? 1 : 0;
-  std::free(memory);
+  AlignedFree(memory);
 }
 
 }  // namespace

@@ -8,12 +8,8 @@
 #include <gmock/gmock.h>
 
 #include <parchlet/AnnotationTypes.h>
-#if defined(_WIN32)
-#include "windows/NativeWindow.h"
-#else
 #include <parchlet/LayeredWindow.h>
 #include <parchlet/MemoryWindow.h>
-#endif
 
 // The interface's plain records.
 inline bool operator==(const RECT& a, const RECT& b) {

@@ -1,9 +1,9 @@
-#include "windows/NativeWindow.h"
-
 #include <chrono>
 #include <condition_variable>
 #include <map>
 #include <mutex>
+
+#include <parchlet/MemoryWindow.h>
 
 #include "platform/gdi/DevicePixels.h"
 
@@ -12,6 +12,7 @@ namespace {
 struct Pushed {
   std::uint64_t count = 0;
   MemoryFrame frame;
+  std::function<void()> before;
 };
 
 std::mutex mutex;  // guards what follows
@@ -35,6 +36,8 @@ MemoryFrame CopyShown(HWND window, HDC surface) {
   if (frame.width > view.width || frame.height > view.height) {
     return {};
   }
+  frame.pixels.reserve(static_cast<std::size_t>(frame.width) *
+                       static_cast<std::size_t>(frame.height));
   for (int y = 0; y < frame.height; ++y) {
     const std::uint32_t* row = view.pixels + std::ptrdiff_t{y} * view.width;
     frame.pixels.insert(frame.pixels.end(), row, row + frame.width);
@@ -44,6 +47,14 @@ MemoryFrame CopyShown(HWND window, HDC surface) {
 
 BOOL WINAPI SeenUpdate(HWND window, HDC destination, POINT* position, SIZE* size, HDC source,
                        POINT* origin, COLORREF key, BLENDFUNCTION* blend, DWORD flags) {
+  {
+    std::unique_lock lock(mutex);
+    const std::function<void()> before = pushes[window].before;
+    lock.unlock();
+    if (before) {
+      before();
+    }
+  }
   const BOOL isShown =
       SystemsUpdate()(window, destination, position, size, source, origin, key, blend, flags);
   if (isShown != FALSE) {
@@ -92,6 +103,11 @@ bool MemoryWindow::WaitForPresent(std::uint64_t count, int timeoutMs) const {
 MemoryFrame MemoryWindow::CopyFrame() const {
   const std::lock_guard lock(mutex);
   return pushes[handle].frame;
+}
+
+void MemoryWindow::BeforePush(std::function<void()> act) {
+  const std::lock_guard lock(mutex);
+  pushes[handle].before = std::move(act);
 }
 
 void UnregisterLayeredWindow(HWND handle) {

@@ -1,7 +1,7 @@
 # The rooms of the layer that stand on Windows' own components, by the tests of their headers.
 function(parchlet_room_tests name)
   add_executable(${name} ${ARGN})
-  target_include_directories(${name} PRIVATE ${PROJECT_SOURCE_DIR} ${tests})
+  target_include_directories(${name} BEFORE PRIVATE ${side} ${PROJECT_SOURCE_DIR} ${tests})
   target_include_directories(${name} SYSTEM PRIVATE ${gmock_headers} ${gtest_headers})
   target_link_options(${name} PRIVATE -static)
   parchlet_target(${name})
@@ -25,3 +25,5 @@ parchlet_room_tests(parchlet-text-tests
   FontFamiliesTest.cpp)
 target_link_libraries(parchlet-text-tests PRIVATE
   parchlet_image parchlet_text gmock gtest_main)
+parchlet_run(parchlet-image-tests)
+parchlet_run(parchlet-text-tests)

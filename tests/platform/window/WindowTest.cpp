@@ -62,6 +62,13 @@ TEST(LayeredWindowTest, AFrameSaysWhatChangedAndIsPushedWholeUntilTheWindowTakes
   EXPECT_EQ(0, page.SavePage(L"/tmp/never.png", window.handle));
   window.isLost = false;
   window.show = [] { return true; };
+  const RECT usual = window.area;
+  for (const RECT& tooLarge :
+       {RECT{0, 0, 40'000, 1}, RECT{INT32_MIN, 0, INT32_MAX, 9}, RECT{0, 0, 32'767, 32'767}}) {
+    window.area = tooLarge;
+    EXPECT_EQ(0, page.UpdateLayeredContent());
+  }
+  window.area = usual;
   EXPECT_EQ(1, page.UpdateLayeredContent());
   EXPECT_THAT(window.changed, whole);
 }

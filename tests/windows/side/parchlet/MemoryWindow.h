@@ -2,6 +2,7 @@
 #pragma once
 
 #include <cstdint>
+#include <functional>
 #include <vector>
 
 #include <parchlet/Platform.h>
@@ -26,6 +27,8 @@ class MemoryWindow {
   std::uint64_t PresentCount() const;
   bool WaitForPresent(std::uint64_t count, int timeoutMs) const;
   MemoryFrame CopyFrame() const;
+  // Calls `act` at the start of every push, on the thread that pushes.
+  void BeforePush(std::function<void()> act);
 
  private:
   HWND handle;

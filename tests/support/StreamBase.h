@@ -1,0 +1,5 @@
+#pragma once
+
+#include <parchlet/Platform.h>
+
+using StreamBase = IStream;

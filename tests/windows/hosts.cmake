@@ -1,0 +1,24 @@
+# Hosts in C: the C interface's own tests, and one that loads and unloads the DLL.
+function(parchlet_c_host name)
+  set_target_properties(${name} PROPERTIES C_STANDARD 11 C_EXTENSIONS ON)
+  target_compile_options(${name} PRIVATE
+    $<$<COMPILE_LANGUAGE:C>:-Wall;-Wextra;-Wstrict-prototypes;-Wshadow;-Werror>)
+endfunction()
+
+if(PARCHLET_PAINTER STREQUAL own)
+  foreach(name meeting operations)
+    parchlet_native_program(parchlet-c-${name} ${tests}/c/${name}.c)
+    parchlet_c_host(parchlet-c-${name})
+    target_compile_definitions(parchlet-c-${name} PRIVATE [[DISPLAY_NAME="\\\\.\\DISPLAY1"]])
+    add_test(NAME windows.c.${name} COMMAND parchlet-c-${name})
+    set_tests_properties(windows.c.${name} PROPERTIES TIMEOUT 300)
+  endforeach()
+
+  add_executable(parchlet-cycles cycles.c)
+  parchlet_c_host(parchlet-cycles)
+  target_include_directories(parchlet-cycles PRIVATE ${PROJECT_SOURCE_DIR}/include)
+  target_link_libraries(parchlet-cycles PRIVATE gdi32 psapi user32)
+  add_test(NAME windows.AThousandCyclesLeaveNothing
+    COMMAND parchlet-cycles $<TARGET_FILE:parchlet>)
+  set_tests_properties(windows.AThousandCyclesLeaveNothing PROPERTIES TIMEOUT 900)
+endif()

@@ -1,0 +1,3 @@
+#pragma once
+
+#include <parchlet/MemoryWindow.h>  // ends windows
