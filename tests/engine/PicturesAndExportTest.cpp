@@ -129,8 +129,10 @@ TEST_F(DocumentExportTest, EveryPageHasANameOfItsOwnWhateverTheClockDoes) {
   EXPECT_EQ(6U, out.FileCount());
   EXPECT_EQ("20221115_124336.005.png", *FileNames().begin());
   SetLocalTimeSource(nullptr);
-  EXPECT_EQ(2, Export("now") + Export("now")) << "the second begins after the first one's names";
-  EXPECT_EQ(12U, out.FileCount());
+  for (int again = 0; again < 2; ++again) {
+    EXPECT_EQ(1, board.engine.SaveDocument("doc", to, "now", std::wstring()));
+  }
+  EXPECT_EQ(12U, out.FileCount()) << "an export begins after the names of the one before";
 }
 
 }  // namespace
