@@ -2,7 +2,8 @@
 # Runs programs for Windows under Debian's wine64, headless, in a folder of settings of its own.
 #   scripts/wine.sh PROGRAM.exe [ARGUMENT...]    runs one program, at most ten minutes
 #   scripts/wine.sh --session COMMAND [ARG...]   one display and one wineserver for all programs that
-#                                                COMMAND runs by this script: ctest, say
+#                                                COMMAND runs by this script, as does
+#                                                ctest --preset windows
 # Sessions wait for each other.
 set -euo pipefail
 here=$(cd "$(dirname "$0")/.." && pwd)

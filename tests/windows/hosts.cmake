@@ -22,3 +22,9 @@ if(PARCHLET_PAINTER STREQUAL own)
     COMMAND parchlet-cycles $<TARGET_FILE:parchlet>)
   set_tests_properties(windows.AThousandCyclesLeaveNothing PROPERTIES TIMEOUT 900)
 endif()
+
+# A measurement, not a test: build it with the target's name.
+add_executable(parchlet-idle EXCLUDE_FROM_ALL ${PROJECT_SOURCE_DIR}/benchmarks/windows/idle.c)
+parchlet_c_host(parchlet-idle)
+target_include_directories(parchlet-idle PRIVATE ${PROJECT_SOURCE_DIR}/include)
+target_link_libraries(parchlet-idle PRIVATE user32)
