@@ -1,5 +1,6 @@
 // meeting.cpp - two engines in a meeting: what one draws reaches the other as fragments, and comes
 // back as the echo that confirms it. Ends with status 0 when both show the same page.
+#include <cstdint>
 #include <cstdio>
 #include <memory>
 #include <string>

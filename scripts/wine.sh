@@ -4,17 +4,20 @@
 #   scripts/wine.sh --session COMMAND [ARG...]   one display and one wineserver for all programs that
 #                                                COMMAND runs by this script, as does
 #                                                ctest --preset windows
-# Sessions wait for each other.
+# Sessions wait for each other. PARCHLET_WINE_SECONDS is another limit than the ten minutes.
 set -euo pipefail
 here=$(cd "$(dirname "$0")/.." && pwd)
 wine=/usr/lib/wine/wine64
 server=/usr/lib/wine/wineserver64
 limit=${PARCHLET_WINE_SECONDS:-600}
+[[ $# -gt 0 && ($1 != --session || $# -gt 1) ]] ||
+  { echo "usage: scripts/wine.sh PROGRAM.exe [ARGUMENT...] | --session COMMAND [ARG...]" >&2; exit 2; }
 
 if [[ -n ${PARCHLET_WINE_SESSION:-} ]]; then
   status=0
   timeout --kill-after=10 "$limit" "$wine" "$@" || status=$?
-  [[ $status -ne 124 ]] || echo "scripts/wine.sh: stopped after $limit s: $*" >&2
+  # 137: it did not end when it was asked to, and was killed.
+  [[ $status -ne 124 && $status -ne 137 ]] || echo "scripts/wine.sh: stopped after $limit s: $*" >&2
   exit $status
 fi
 

@@ -4,6 +4,7 @@
 #include <cerrno>
 #include <filesystem>
 #include <fstream>
+#include <map>
 #include <string_view>
 #include <system_error>
 #include <utility>
@@ -52,12 +53,28 @@ PictureSource* SourceOf(Step& step) {
   return nullptr;
 }
 
-// Reads the file and checks that it is a picture.
-PictureBytes ReadPicture(const std::string& path) {
-  std::string bytes = apps::ReadFileBytes(path);
-  apps::DecodeFileBytes(bytes, path);
-  return std::make_shared<const std::string>(std::move(bytes));
-}
+// The picture files of one board, each read once and checked to be a picture.
+class PictureShelf {
+ public:
+  PictureBytes Get(const std::string& path) {
+    PictureBytes& kept = pictures[path];
+    if (kept == nullptr) {
+      std::string bytes = apps::ReadFileBytes(path);
+      apps::DecodeFileBytes(bytes, path);
+      byteCount += bytes.size();
+      if (byteCount > kMaxBoardPictureBytes) {
+        throw Failure("the board's pictures have more than " +
+                      std::to_string(kMaxBoardPictureBytes) + " bytes");
+      }
+      kept = std::make_shared<const std::string>(std::move(bytes));
+    }
+    return kept;
+  }
+
+ private:
+  std::map<std::string, PictureBytes> pictures;
+  std::size_t byteCount = 0;
+};
 
 // Returns an empty name for a step of the drawer.
 std::string AuthorOf(const Step& step) {
@@ -109,6 +126,7 @@ Board ReadBoard(const std::string& path) {
 
 Board ReadBoard(std::istream& stream, const std::string& name) {
   Board board{name, {}, {}};
+  PictureShelf shelf;
   std::size_t pointCount = 0;
   std::string line;
   for (std::size_t number = 1;; ++number) {
@@ -131,7 +149,7 @@ Board ReadBoard(std::istream& stream, const std::string& name) {
       }
       if (PictureSource* source = SourceOf(step)) {
         source->file = (std::filesystem::path(name).parent_path() / source->file).string();
-        source->bytes = ReadPicture(source->file);
+        source->bytes = shelf.Get(source->file);
         board.pictureFiles.push_back(source->file);
       }
       board.steps.push_back(std::move(step));

@@ -20,6 +20,7 @@ inline constexpr int kBoardHeight = 1080;
 // Limits, so that a wrong file ends in a message instead of filling the memory.
 inline constexpr std::size_t kMaxLineBytes = std::size_t{8} << 20;
 inline constexpr std::size_t kMaxBoardPoints = 10'000'000;
+inline constexpr std::size_t kMaxBoardPictureBytes = std::size_t{256} << 20;
 
 // Every author is a participant, with an engine and a window.
 inline constexpr std::size_t kMaxAuthors = 16;

@@ -50,7 +50,7 @@ class Meeting {
   void Place(Participant& author, const PictureSource& picture, const std::vector<POINT>& corners);
   void SetBackground(const PictureSource& picture);
 
-  // The drawer's gestures, in pixels; the viewer follows.
+  // The drawer's gestures, in pixels; the others follow.
   void Erase(const std::vector<POINT>& path);
   void Select(POINT from, POINT to);
   // Returns false, and moves nothing, when the first point is on no selected mark.

@@ -3,8 +3,9 @@
 #include <CLI/CLI.hpp>
 #include <cmath>
 #include <cstdint>
-#include <iostream>
 #include <string_view>
+
+#include "common/CommandLine.h"
 
 namespace replay {
 
@@ -81,14 +82,8 @@ std::optional<Options> ParseOptions(int argc, const char* const* argv) {
       app.add_option("--export", options.exportFolder, kExportHelp)->type_name("DIR");
   const CLI::Option* format =
       app.add_option("--format", options.exportFormat, kFormatHelp)->type_name("png|jpg|bmp");
-  try {
-    app.parse(argc, argv);
-  } catch (const CLI::ParseError& error) {
-    if (error.get_exit_code() == 0) {
-      app.exit(error, std::cout, std::cerr);
-      return std::nullopt;
-    }
-    throw Failure(std::string(error.what()) + " (see --help)");
+  if (!apps::ParseCommandLine(app, argc, argv)) {
+    return std::nullopt;
   }
   options.size = ParseSize(size);
   if (lossy) {

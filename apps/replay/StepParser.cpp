@@ -126,7 +126,8 @@ std::string ParseAuthor(const Json& object) {
                      constexpr std::size_t kMaxBytes = 64;
                      return !name.empty() && name.size() <= kMaxBytes &&
                             std::none_of(name.begin(), name.end(), [](char byte) {
-                              return static_cast<unsigned char>(byte) < ' ';
+                              constexpr char kDelete = '\x7F';
+                              return static_cast<unsigned char>(byte) < ' ' || byte == kDelete;
                             });
                    });
 }

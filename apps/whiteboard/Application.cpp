@@ -23,11 +23,11 @@ std::vector<Document> FirstDocuments(const Options& options) {
 
 Application::Application(const Options& options)
     : display(""), keyboard(session.Get()), meeting(FirstDocuments(options)) {
-  SetDisplay(&display);
   AddSeat(options, "user-1", options.name, options.overlay);
   if (options.peer) {
     AddSeat(options, "user-2", *options.peer, false);
   }
+  SetDisplay(&display);  // last: the destructor, which takes it back, runs for a whole object alone
 }
 
 Application::~Application() {

@@ -10,8 +10,6 @@ namespace whiteboard {
 
 namespace {
 
-constexpr std::uint32_t kPaper = 0xFFFFFFFF;
-
 cairo_surface_t* SurfaceOn(const std::uint32_t* pixels, int width, int height) {
   // Cairo takes both the source and the target through a non-const pointer.
   auto* bytes = reinterpret_cast<unsigned char*>(const_cast<std::uint32_t*>(pixels));

@@ -1,12 +1,16 @@
 // Content.h - the pictures that pages show below their marks.
 #pragma once
 
+#include <cstdint>
 #include <memory>
 #include <string>
 
 #include <parchlet/Pictures.h>
 
 namespace whiteboard {
+
+// The paper of a page, 0xAARRGGBB.
+inline constexpr std::uint32_t kPaper = 0xFFFFFFFF;
 
 // Reads a picture file. Throws apps::Failure when the file is no picture.
 std::shared_ptr<const parchlet::Picture> LoadContent(const std::string& path);

@@ -8,8 +8,6 @@ namespace whiteboard {
 
 namespace {
 
-constexpr std::uint32_t kPaper = 0xFFFFFFFF;
-
 // Two channels at a time, each in the low byte of its half.
 std::uint32_t TimesPair(std::uint32_t pair, std::uint32_t factor) {
   const std::uint32_t product = pair * factor + 0x00800080U;

@@ -22,6 +22,11 @@ Page PictureContent(const fs::path& path) {
   Page page = BlankPage();
   page.title = path.filename().string();
   page.content = LoadContent(path.string());
+  constexpr int kMaxExtent = 32767;  // of what Cairo stretches
+  if (page.content->width > kMaxExtent || page.content->height > kMaxExtent) {
+    throw apps::Failure(path.string() + ": the picture is larger than " +
+                        std::to_string(kMaxExtent) + " pixels a side");
+  }
   return page;
 }
 

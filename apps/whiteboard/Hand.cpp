@@ -3,7 +3,9 @@
 namespace whiteboard {
 
 Hand::Hand(Participant& participant, Meeting& meeting)
-    : participant(participant), meeting(meeting) {}
+    : participant(participant), meeting(meeting) {
+  participant.OnLeavingPage([this] { Release(); });
+}
 
 void Hand::Press(const Style& style, POINT point, bool band) {
   if (isDown) {

@@ -16,7 +16,11 @@ inline constexpr std::chrono::milliseconds kBetweenShows(40);
 // result. Every move counts. Owns nothing; one thread.
 class Hand {
  public:
+  // Ends its gesture whenever the participant leaves the page, so it must outlive the participant's
+  // use.
   Hand(Participant& participant, Meeting& meeting);
+  Hand(const Hand&) = delete;
+  Hand& operator=(const Hand&) = delete;
 
   bool IsDown() const { return isDown; }
   // Starts what the style's tool does. Does nothing during a gesture. With `band`, the select tool

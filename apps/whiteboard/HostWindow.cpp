@@ -4,6 +4,7 @@
 #include <string_view>
 
 #include "common/Input.h"
+#include "whiteboard/Content.h"
 
 namespace whiteboard {
 
@@ -87,7 +88,6 @@ xcb_window_t HostWindow::AddPage() {
   const xcb_colormap_t colors = xcb_generate_id(session.Get());
   xcb_create_colormap(session.Get(), XCB_COLORMAP_ALLOC_NONE, colors, window, *visual);
   page = xcb_generate_id(session.Get());
-  constexpr std::uint32_t kPaper = 0xFFFFFFFF;
   const std::uint32_t values[] = {kPaper, 0, XCB_GRAVITY_NORTH_WEST, kPointerEvents, colors};
   xcb_create_window(session.Get(), 32, page, window, 0, 0, 1, 1, 0, XCB_WINDOW_CLASS_INPUT_OUTPUT,
                     *visual,

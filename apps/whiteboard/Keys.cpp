@@ -1,6 +1,6 @@
 #include "whiteboard/Keys.h"
 
-#include <xkbcommon/xkbcommon-keysyms.h>
+#include <xkbcommon/xkbcommon.h>
 
 namespace whiteboard {
 
@@ -11,7 +11,7 @@ Action ToolAction(Tool tool) {
 }
 
 Action WithControl(const Key& key) {
-  switch (key.symbol) {
+  switch (xkb_keysym_to_lower(key.symbol)) {
     case XKB_KEY_z:
       return {Command::kTakeBack};
     case XKB_KEY_n:
@@ -19,9 +19,7 @@ Action WithControl(const Key& key) {
     case XKB_KEY_Tab:
       return {Command::kNextDocument};
     case XKB_KEY_e:
-      return {Command::kExportPage};
-    case XKB_KEY_E:
-      return {Command::kExportDocument};
+      return {key.shift ? Command::kExportDocument : Command::kExportPage};
     case XKB_KEY_q:
     case XKB_KEY_w:
       return {Command::kQuit};
@@ -30,8 +28,9 @@ Action WithControl(const Key& key) {
   }
 }
 
-Action Letter(std::uint32_t symbol) {
-  switch (symbol) {
+// The shift key counts, not the letter's case: with caps lock on the two differ.
+Action Letter(const Key& key) {
+  switch (xkb_keysym_to_lower(key.symbol)) {
     case XKB_KEY_p:
       return ToolAction(Tool::kPath);
     case XKB_KEY_l:
@@ -49,9 +48,7 @@ Action Letter(std::uint32_t symbol) {
     case XKB_KEY_x:
       return ToolAction(Tool::kErase);
     case XKB_KEY_c:
-      return {Command::kClearMine};
-    case XKB_KEY_C:
-      return {Command::kClearAll};
+      return {key.shift ? Command::kClearAll : Command::kClearMine};
     case XKB_KEY_i:
       return {Command::kPicture};
     case XKB_KEY_b:
@@ -92,7 +89,7 @@ Action ActionOf(const Key& key) {
     case XKB_KEY_Escape:
       return {Command::kCancel};
     default:
-      return Letter(key.symbol);
+      return Letter(key);
   }
 }
 

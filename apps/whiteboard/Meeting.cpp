@@ -124,7 +124,15 @@ void Meeting::SetBackground(const std::string& path) {
   Shown().CurrentPage().background = path;
 }
 
+// A mark that somebody is drawing is finished on the page where it was begun.
+void Meeting::EndGestures() {
+  for (Participant* participant : participants) {
+    participant->LeavePage();
+  }
+}
+
 void Meeting::NewPage() {
+  EndGestures();
   Document& document = Shown();
   document.pages.push_back(BlankPage());
   for (Participant* participant : participants) {
@@ -138,6 +146,7 @@ void Meeting::DeletePage() {
   if (document.pages.size() == 1) {
     return;
   }
+  EndGestures();
   const std::string id = document.CurrentPage().id;
   document.pages.erase(document.pages.begin() + static_cast<std::ptrdiff_t>(document.current));
   TurnTo(std::min(document.current, document.pages.size() - 1));
@@ -147,6 +156,7 @@ void Meeting::DeletePage() {
 }
 
 void Meeting::TurnBy(int pages) {
+  EndGestures();
   const auto last = static_cast<int>(Shown().pages.size()) - 1;
   const int wanted = std::clamp(static_cast<int>(Shown().current) + pages, 0, last);
   TurnTo(static_cast<std::size_t>(wanted));
@@ -163,12 +173,14 @@ void Meeting::TurnTo(std::size_t page) {
 }
 
 void Meeting::NewDocument() {
+  EndGestures();
   documents.push_back(BlankDocument(documents.size() + 1));
   Open(documents.size() - 1);
 }
 
 void Meeting::NextDocument() {
   if (documents.size() > 1) {
+    EndGestures();
     Open((current + 1) % documents.size());
   }
 }

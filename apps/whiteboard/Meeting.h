@@ -24,7 +24,6 @@ class Meeting {
   void Join(Participant& participant, SIZE size);
 
   const Document& CurrentDocument() const { return documents[current]; }
-  std::size_t DocumentCount() const { return documents.size(); }
   // Returns a number that changes whenever the participants turn to another page.
   std::uint64_t Revision() const { return revision; }
 
@@ -49,6 +48,7 @@ class Meeting {
  private:
   // Splits the mark for sending, with its author's nickname.
   SentMark Pack(const Annotation& mark);
+  void EndGestures();
   Document& Shown() { return documents[current]; }
   void Open(std::size_t document);
   void TurnTo(std::size_t page);

@@ -2,9 +2,9 @@
 
 #include <CLI/CLI.hpp>
 #include <filesystem>
-#include <iostream>
 #include <string_view>
 
+#include "common/CommandLine.h"
 #include "common/Input.h"
 #include "whiteboard/Keys.h"
 #include "whiteboard/Layout.h"
@@ -19,8 +19,9 @@ void ParseSize(std::string_view text, Options& options) {
   const auto size = apps::ReadSize(text);
   if (!size || size->width < kSmallestWidth || size->height < kSmallestHeight ||
       size->width > kMaxExtent || size->height > kMaxExtent) {
-    throw apps::Failure("--size must be WIDTHxHEIGHT in pixels, at least " +
-                        std::to_string(kSmallestWidth) + "x" + std::to_string(kSmallestHeight));
+    throw apps::Failure("--size must be WIDTHxHEIGHT in pixels, from " +
+                        std::to_string(kSmallestWidth) + "x" + std::to_string(kSmallestHeight) +
+                        " to " + std::to_string(kMaxExtent) + "x" + std::to_string(kMaxExtent));
   }
   options.width = size->width;
   options.height = size->height;
@@ -56,14 +57,8 @@ std::optional<Options> ParseOptions(int argc, const char* const* argv) {
   app.add_option("--export-folder", options.exportFolder, "Where exported pictures go")
       ->type_name("FOLDER")
       ->capture_default_str();
-  try {
-    app.parse(argc, argv);
-  } catch (const CLI::ParseError& error) {
-    if (error.get_exit_code() == 0) {
-      app.exit(error, std::cout, std::cerr);
-      return std::nullopt;
-    }
-    throw apps::Failure(std::string(error.what()) + " (see --help)");
+  if (!apps::ParseCommandLine(app, argc, argv)) {
+    return std::nullopt;
   }
   ParseSize(size, options);
   if (hasPeer) {

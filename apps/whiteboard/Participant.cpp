@@ -57,6 +57,14 @@ void Participant::SetNickname(const std::string& newNickname) {
   nickname = newNickname;
 }
 
+void Participant::OnLeavingPage(std::function<void()> newEndGesture) {
+  endGesture = std::move(newEndGesture);
+}
+
+void Participant::LeavePage() {
+  endGesture();
+}
+
 void Participant::OpenDocument(const Document& document, SIZE size) {
   if (!documentId.empty()) {
     engine.DelDoc(documentId);
@@ -136,6 +144,7 @@ const Annotation* Participant::Release(POINT point) {
   const std::string id = engine.GetCurrentAnnotationInfo(document, page);
   Annotation* mark = engine.GetLocalAnnotation(documentId, pageId, id);
   if (mark == nullptr) {
+    engine.EndDrawing();
     return nullptr;
   }
   const bool hasNoExtent = engine.IsPointAnnotation(mark) == 1;

@@ -1,6 +1,7 @@
 // Participant.h - one participant's engine.
 #pragma once
 
+#include <functional>
 #include <string>
 #include <vector>
 
@@ -21,6 +22,11 @@ class Participant {
   const std::string& UserId() const { return userId; }
   const std::string& Nickname() const { return nickname; }
   void SetNickname(const std::string& newNickname);
+
+  // Sets what ends the gesture under way; LeavePage calls it.
+  void OnLeavingPage(std::function<void()> newEndGesture);
+  // To be called before the participant is shown another page.
+  void LeavePage();
 
   // Replaces the document by another one, with all its marks.
   void OpenDocument(const Document& document, SIZE size);
@@ -77,6 +83,7 @@ class Participant {
   bool transparent;
   std::string documentId;
   std::string pageId;
+  std::function<void()> endGesture = [] {};
   Parchlet engine;
 };
 

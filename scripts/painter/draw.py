@@ -34,8 +34,8 @@ def draw_tiles():
     for row, column in tiles:
         picture.rect(column * tile, row * tile, tile, tile, fill=AMBER, opacity=0.35)
     picture.grid(tile)
-    for (left, top, right, bottom), color in [(box, BLUE) for box in new.values()]:
-        picture.rect(left, top, right - left + 1, bottom - top + 1, stroke=color, thick=1.2)
+    for left, top, right, bottom in new.values():
+        picture.rect(left, top, right - left + 1, bottom - top + 1, stroke=BLUE, thick=1.2)
     picture.line(line[:-1], INK, 6)
     picture.line(line[-2:], RED, 6)
     columns = [column for _, column in tiles]

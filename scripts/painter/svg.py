@@ -57,10 +57,9 @@ class Picture:
                            f'stroke-width="{thick}" stroke-linecap="butt" fill="{fill}" '
                            f'fill-opacity="{number(opacity)}"{dashes}/>')
 
-    def dot(self, x, y, color=INK, radius=4, hollow=False):
-        fill = "white" if hollow else color
+    def dot(self, x, y, color=INK, radius=4):
         self.shapes.append(f'<circle cx="{self._at(x)}" cy="{self._at(y)}" r="{radius}" '
-                           f'fill="{fill}" stroke="{color}" stroke-width="1.5"/>')
+                           f'fill="{color}" stroke="{color}" stroke-width="1.5"/>')
 
     def text(self, x, y, text, color=INK, size=13, anchor="start"):
         self.shapes.append(f'<text x="{self._at(x)}" y="{self._at(y)}" fill="{color}" '
