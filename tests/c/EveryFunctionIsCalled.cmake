@@ -1,6 +1,7 @@
 # Whether every function that the C interface declares is called by a test in C.
 #   cmake -D HEADER=... -P EveryFunctionIsCalled.cmake
-file(GLOB tests ${CMAKE_CURRENT_LIST_DIR}/*.c ${CMAKE_CURRENT_LIST_DIR}/*.h)
+file(GLOB tests ${CMAKE_CURRENT_LIST_DIR}/*.c ${CMAKE_CURRENT_LIST_DIR}/*.h
+  ${CMAKE_CURRENT_LIST_DIR}/../../examples/*.c)
 foreach(test IN LISTS tests)
   file(READ ${test} text)
   string(APPEND calls "${text}")

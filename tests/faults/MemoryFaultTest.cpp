@@ -303,28 +303,4 @@ TEST(ExportFaultTest, APageThatRunsOutOfMemoryKeepsNoOtherFromItsFile) {
   EXPECT_LT(5, lastAlone);
 }
 
-TEST(TimerFaultTest, AnEngineWithoutMemoryForItsThreadStaysIdle) {
-  Parchlet engine;
-  EXPECT_TRUE(FailsAt(1, [&] { EXPECT_EQ(0, engine.Init()); }));
-  EXPECT_EQ(1, engine.Init());
-}
-
-TEST(WindowFaultTest, AWindowThatCannotBeMadeIsNotRegistered) {
-  const MemoryWindow first({0, 0, 9, 9});
-  ForEveryAllocation([](int nth) {
-    return FailsAt(nth, [] {
-      try {
-        const MemoryWindow window({0, 0, 9, 9});
-      } catch (const std::bad_alloc&) {
-      }
-    });
-  });
-  // Handles are numbers, given out one after the other.
-  const MemoryWindow last({0, 0, 9, 9});
-  for (auto handle = reinterpret_cast<std::uintptr_t>(first.Handle()) + 1;
-       handle < reinterpret_cast<std::uintptr_t>(last.Handle()); ++handle) {
-    EXPECT_EQ(0, IsWindow(reinterpret_cast<HWND>(handle)));
-  }
-}
-
 }  // namespace

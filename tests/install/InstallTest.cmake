@@ -47,7 +47,7 @@ endfunction()
 build_by_pkg_config(pkg-config-host parchlet
   ${COMPILER} -std=c++17 ${CMAKE_CURRENT_LIST_DIR}/host/main.cpp)
 build_by_pkg_config(pkg-config-c-host parchlet
-  cc -std=c99 ${CMAKE_CURRENT_LIST_DIR}/../c/meeting.c)
+  cc -std=c99 ${CMAKE_CURRENT_LIST_DIR}/../../examples/meeting.c)
 if(WITH_X11)
   build_by_pkg_config(pkg-config-desktop-host parchlet-x11
     ${COMPILER} -std=c++17 ${CMAKE_CURRENT_LIST_DIR}/host/desktop.cpp)

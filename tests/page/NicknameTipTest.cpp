@@ -41,15 +41,6 @@ TEST_F(NicknameTipTest, ATipShowsForTwoSecondsEvenOfAMarkThatIsErased) {
   EXPECT_EQ((RECT{400 - 72, 100 - 27, 400, 100}), board.Paint().InkBox()) << "pushed back inside";
 }
 
-TEST_F(NicknameTipTest, DestroyForgetsTheStyle) {
-  board.engine.Init();
-  board.engine.Destroy();
-  board.engine.NewDoc("ada", "doc");
-  board.engine.NewPage("doc", "page", "ada", board.window.Handle(), PageOf(400, 100));
-  Add("m", "grace", {10, 10});
-  EXPECT_THAT(board.Paint(), IsAll(kWhite));
-}
-
 TEST_F(NicknameTipTest, SizesAndNamesOfAnyKindStayOnThePage) {
   ASSERT_EQ(1, board.engine.SetNicknameTip(kBlack, 0xFFFFFFFF, "", kBox));
   Add("huge", "grace", {200, 50}, "\xE5\xBE\xAE\xE8");

@@ -95,21 +95,4 @@ TEST_F(PageSurfaceTest, APageWithoutASurfaceOrWithoutAnObjectRefuses) {
   EXPECT_EQ(1, page.IsUserExist("bob"));
 }
 
-TEST_F(PageSurfaceTest, AReleasedPageIsEmptyAndMayBeInitialisedAnew) {
-  const auto tips = std::make_shared<const NicknameTipStyle>(
-      NicknameTipStyle{kBlack, 9, L"No Such Family", kBlue});
-  EXPECT_EQ(1, page.InitPage(window.Handle(), PageOf(60, 40), tips));
-  page.AddAnnotation(Mark("m").Box(kSize, 0, 0, 10, kRed).Release(), true);
-  page.ReleaseSurface();
-  page.ReleaseSurface();
-  EXPECT_EQ(0, page.UpdateLayeredContent());
-  EXPECT_EQ(0, page.UpdatePage(PageOf(50, 40), true));
-  EXPECT_EQ(1, Init(PageOf(60, 40)));
-  EXPECT_THAT(Paint(), IsAll(kWhite)) << "the marks went with the surface";
-  auto named = Mark("m").Box(kSize, 0, 0, 10, kRed).Make();
-  named->nickname = "Grace";
-  page.AddAnnotation(named.release(), true);
-  EXPECT_EQ((RECT{0, 0, 10, 10}), Paint().InkBox()) << "and so did the style of names";
-}
-
 }  // namespace

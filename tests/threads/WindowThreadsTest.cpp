@@ -20,24 +20,4 @@ TEST(WindowThreadsTest, WindowsMayGoWhileTheyArePushedTo) {
   }
 }
 
-TEST(WindowThreadsTest, EnginesDoNotMeet) {
-  const auto work = [](unsigned seed) {
-    MemoryWindow window({0, 0, 20, 10});
-    Parchlet engine;
-    engine.Init();
-    engine.NewDoc("ada", "doc");
-    engine.NewPage("doc", "page", "ada", window.Handle(), PageOf(20, 10));
-    for (LONG i = 0; i < 200; ++i) {
-      engine.StartDrawing("doc", "page", {i % 20, static_cast<LONG>(seed)});
-      engine.MoveDrawing({10, 5});
-      engine.EndDrawing();
-      engine.GetPagePtr("doc", "missing");
-    }
-    EXPECT_TRUE(window.WaitForPresent(1, 60'000));
-  };
-  std::thread other(work, 1);
-  work(2);
-  other.join();
-}
-
 }  // namespace

@@ -14,58 +14,8 @@ namespace {
 
 using Pixels = std::vector<std::uint32_t>;
 
-TEST(BmpAndGif, EveryKindOfFileShowsTheColorsThatItHolds) {
-  const std::map<std::uint32_t, char> letters = {
-      {0xFF000000, 'K'}, {0xFFFF0000, 'R'}, {0xFF00FF00, 'G'}, {0xFF0000FF, 'B'}, {0xFFFF00FF, 'M'},
-      {0xFF848484, 'g'}, {0xFF030201, 'd'}, {0x80800000, 'r'}, {0, '.'}};
-  // A letter a pixel, and a stroke between two rows. The GIF files hold a frame of 3 x 9 on a
-  // screen of 5 x 11; the one that the screen cuts has a second frame, which is ignored.
-  std::istringstream pictures(R"(
-      bmp/Indexed1 RKKKKKKKRK|KKKKKKKKKR  bmp/IndexPastThePalette GKK  bmp/RunsPastTheEdges KG|RR
-      bmp/CoreHeader RG  bmp/PaletteOf300 BBB  bmp/Indexed4 RGB  bmp/BottomUp R|B  bmp/TopDown B|R
-      bmp/Fields565 RGB  bmp/Fields565InTheHeader RGB  bmp/FieldsOf10Bits M  bmp/Rgb555 RGBg
-      bmp/AlphaField r.  bmp/Plain32 d  bmp/Runs8 BGR|RRK  bmp/Runs4 KKKB|RGRK
-      gif/Placed           .....|.KRG.|.BKG.|.BKR.|.GKR.|.GBK.|.GBK.|.RGK.|.RGB.|.KGB.|.....
-      gif/PlacedInterlaced .....|.KRG.|.BKG.|.BKR.|.GKR.|.GBK.|.GBK.|.RGK.|.RGB.|.KGB.|.....
-      gif/OwnPalette       .....|.KR..|.BK..|.BKR.|..KR.|..BK.|..BK.|.R.K.|.R.B.|.K.B.|.....
-      gif/CutByTheScreen   .....|.....|.....|.....|.....|.....|...KR|...BK|...BK|...GK|...GB
-      gif/BesideTheScreen  .....|.....|.....|.....|.....|.....|.....|.....|.....|.....|.....)");
-  for (std::string file, rows; pictures >> file >> rows;) {
-    const Picture picture = DecodePicture(ReadSeed(file));
-    std::string shown;
-    for (std::size_t i = 0; i < picture.pixels.size(); ++i) {
-      shown += i > 0 && i % static_cast<std::size_t>(picture.width) == 0 ? "|" : "";
-      const auto letter = letters.find(picture.pixels[i]);
-      shown += letter != letters.end() ? letter->second : '?';
-    }
-    EXPECT_EQ(shown, rows) << file;
-  }
-}
-
 TEST(PngDecoder, SamplesOf16BitsAreRoundedToTheNearestOf8) {
   EXPECT_EQ(DecodePicture(ReadSeed("png/Samples16")).pixels, Pixels{0xFF13FF01});
-}
-
-TEST(JpegDecoder, EachBlockHasItsColor) {
-  // A block of 8 x 8 a colour, side by side; the last two columns are cut off.
-  const Pixels bright = {0xFFFF0000, 0xFF0AC81E, 0xFF0000FF, 0xFFFAFA05};
-  const Pixels greys = {0xFF000000, 0xFF4D4D4D, 0xFFFFFFFF};
-  // White paper, full cyan, full magenta and yellow, a part of black.
-  const Pixels inks = {0xFFFFFFFF, 0xFF00FFFF, 0xFFFF0000, 0xFF646464};
-  for (const std::string file : {"jpeg/Colors", "jpeg/ColorsProgressive", "jpeg/Greys",
-                                 "jpeg/Greys64Scans", "jpeg/InksPlain", "jpeg/InksPrinted"}) {
-    const Pixels& colors = file[5] == 'C' ? bright : file[5] == 'G' ? greys : inks;
-    const Picture picture = DecodePicture(ReadSeed(file));
-    const std::size_t width = colors.size() * 8 - 2;
-    ASSERT_EQ(picture.pixels.size(), width * 8) << file;
-    // At quality 100 one colour comes back within the rounding of two conversions.
-    for (std::size_t i = 0; i < picture.pixels.size(); ++i) {
-      for (const int shift : {0, 8, 16, 24}) {
-        ASSERT_NEAR(picture.pixels[i] >> shift & 0xFF, colors[i % width / 8] >> shift & 0xFF, 2)
-            << file << ", " << i;
-      }
-    }
-  }
 }
 
 bool IsNone(const Picture& picture) {

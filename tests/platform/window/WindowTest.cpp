@@ -1,7 +1,6 @@
 #include "platform/window/Window.h"
 
 #include <functional>
-#include <set>
 #include <stdexcept>
 
 #include <parchlet/LayeredWindow.h>
@@ -71,23 +70,6 @@ TEST(LayeredWindowTest, AFrameSaysWhatChangedAndIsPushedWholeUntilTheWindowTakes
   window.area = usual;
   EXPECT_EQ(1, page.UpdateLayeredContent());
   EXPECT_THAT(window.changed, whole);
-}
-
-TEST(LayeredWindowTest, AHandleLivesOnceFromRegisteringToUnregistering) {
-  std::set<HWND> handles;
-  for (int i = 0; i < 50; ++i) {
-    HostWindow window({1, 2, 3, 4});
-    HWND const second = RegisterLayeredWindow(window);
-    EXPECT_TRUE(handles.insert(window.handle).second && handles.insert(second).second);
-    UnregisterLayeredWindow(window.handle);
-    UnregisterLayeredWindow(window.handle);
-    RECT area = {9, 9, 9, 9};
-    EXPECT_EQ(0, IsWindow(window.handle) + GetWindowRect(window.handle, &area));
-    EXPECT_EQ(nullptr, GetDC(window.handle));
-    EXPECT_NE(0, GetWindowRect(second, &area));
-    EXPECT_EQ((RECT{1, 2, 3, 4}), area);
-    UnregisterLayeredWindow(second);
-  }
 }
 
 }  // namespace
