@@ -41,7 +41,7 @@ struct Participant {
     info.height = kHeight;
     info.viewRect = {0, 0, kWidth, kHeight};
     engine.SetPen(color, 6);
-    engine.SetNicknameTip(0xFFFFFFFF, 14, "", color);
+    engine.SetNicknameTip(0xFFFFFFFF, 14, "", 0xFF404040);
     return engine.Init() == 1 && engine.NewDoc(userId, kDocument) == 1 &&
            engine.NewPage(kDocument, kPage, userId, window, info) == 1;
   }
