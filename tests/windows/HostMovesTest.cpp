@@ -25,6 +25,7 @@ TEST(HostMovesTest, AWindowStaysWhereItsHostPutsItWhileAFrameIsOnItsWay) {
   });
   int putBack = 0;
   for (int i = 0; i < 2 * kMoves; ++i) {
+    board.engine.SetPageBackgroundColor(0xFF000000U + static_cast<unsigned>(i));  // a new frame
     ParchletTestAccess::Refresh(board.engine);
     RECT found{};
     GetWindowRect(board.window.Handle(), &found);

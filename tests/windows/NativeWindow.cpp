@@ -1,3 +1,4 @@
+#include <algorithm>
 #include <chrono>
 #include <condition_variable>
 #include <map>
@@ -19,11 +20,11 @@ std::mutex mutex;  // guards what follows
 std::condition_variable arrived;
 std::map<HWND, Pushed> pushes;
 
-using Update = decltype(&UpdateLayeredWindow);
+using Update = decltype(&UpdateLayeredWindowIndirect);
 
 Update SystemsUpdate() {
-  static const auto update = reinterpret_cast<Update>(
-      reinterpret_cast<void*>(GetProcAddress(GetModuleHandleW(L"user32"), "UpdateLayeredWindow")));
+  static const auto update = reinterpret_cast<Update>(reinterpret_cast<void*>(
+      GetProcAddress(GetModuleHandleW(L"user32"), "UpdateLayeredWindowIndirect")));
   return update;
 }
 
@@ -45,8 +46,22 @@ MemoryFrame CopyShown(HWND window, HDC surface) {
   return frame;
 }
 
-BOOL WINAPI SeenUpdate(HWND window, HDC destination, POINT* position, SIZE* size, HDC source,
-                       POINT* origin, COLORREF key, BLENDFUNCTION* blend, DWORD flags) {
+// What the window shows afterwards: outside of the dirty rectangle what it showed before.
+void Take(MemoryFrame& frame, const MemoryFrame& pushed, const RECT* dirty) {
+  const bool isPart = dirty != nullptr && frame.width == pushed.width &&
+                      frame.pixels.size() == pushed.pixels.size();
+  if (!isPart) {
+    frame = pushed;
+    return;
+  }
+  for (int y = dirty->top; y < dirty->bottom; ++y) {
+    const std::ptrdiff_t row = std::ptrdiff_t{y} * frame.width;
+    std::copy(pushed.pixels.begin() + row + dirty->left, pushed.pixels.begin() + row + dirty->right,
+              frame.pixels.begin() + row + dirty->left);
+  }
+}
+
+BOOL WINAPI SeenUpdate(HWND window, const UPDATELAYEREDWINDOWINFO* info) {
   {
     std::unique_lock lock(mutex);
     const std::function<void()> before = pushes[window].before;
@@ -55,12 +70,11 @@ BOOL WINAPI SeenUpdate(HWND window, HDC destination, POINT* position, SIZE* size
       before();
     }
   }
-  const BOOL isShown =
-      SystemsUpdate()(window, destination, position, size, source, origin, key, blend, flags);
+  const BOOL isShown = SystemsUpdate()(window, info);
   if (isShown != FALSE) {
     const std::lock_guard lock(mutex);
     Pushed& pushed = pushes[window];
-    pushed.frame = CopyShown(window, source);
+    Take(pushed.frame, CopyShown(window, info->hdcSrc), info->prcDirty);
     ++pushed.count;
     arrived.notify_all();
   }
@@ -70,8 +84,8 @@ BOOL WINAPI SeenUpdate(HWND window, HDC destination, POINT* position, SIZE* size
 }  // namespace
 
 // The linker takes it for the pointer of the system's import library.
-extern "C" Update __imp_UpdateLayeredWindow;
-Update __imp_UpdateLayeredWindow = SeenUpdate;
+extern "C" Update __imp_UpdateLayeredWindowIndirect;
+Update __imp_UpdateLayeredWindowIndirect = SeenUpdate;
 
 MemoryWindow::MemoryWindow(const RECT& area)
     : handle(CreateWindowExW(WS_EX_LAYERED, L"STATIC", L"", WS_POPUP, area.left, area.top,

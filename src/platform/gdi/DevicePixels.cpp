@@ -1,7 +1,7 @@
 #include "platform/gdi/DevicePixels.h"
 
 DevicePixels::DevicePixels(HDC dc)
-    : bitmap(dc != nullptr ? dc->selected : nullptr), view(GetPixels(dc)) {}
+    : context(dc), bitmap(dc != nullptr ? dc->selected : nullptr), view(GetPixels(dc)) {}
 
 void DevicePixels::Settle() {}  // every call has drawn when it returns
 

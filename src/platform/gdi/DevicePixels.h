@@ -24,7 +24,8 @@ class DevicePixels {
   void AddChanged(const RECT& area);
 
  private:
-  HBITMAP bitmap;
+  [[maybe_unused]] HDC context;     // which keeps the report on Windows
+  [[maybe_unused]] HBITMAP bitmap;  // which keeps it elsewhere
   PixelView view;
 };
 

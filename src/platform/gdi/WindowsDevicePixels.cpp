@@ -69,16 +69,23 @@ BitmapCopy CopyDeviceBitmap(HBITMAP bitmap) {
 }  // namespace
 
 DevicePixels::DevicePixels(HDC dc)
-    : bitmap(dc != nullptr ? static_cast<HBITMAP>(GetCurrentObject(dc, OBJ_BITMAP)) : nullptr),
+    : context(dc),
+      bitmap(dc != nullptr ? static_cast<HBITMAP>(GetCurrentObject(dc, OBJ_BITMAP)) : nullptr),
       view(SectionPixels(bitmap)) {}
 
 void DevicePixels::Settle() {
   GdiFlush();
 }
 
-// A layered window takes a whole frame at a time, so nobody asks what changed.
-void DevicePixels::BeginChange() {}
-void DevicePixels::AddChanged(const RECT& /*area*/) {}
+// The context's bounding rectangle is the report: the system keeps it with the context, and whoever
+// pushes the frame takes it. That accumulation is on says that there are reports at all.
+void DevicePixels::BeginChange() {
+  SetBoundsRect(context, nullptr, DCB_ENABLE);
+}
+
+void DevicePixels::AddChanged(const RECT& area) {
+  SetBoundsRect(context, &area, DCB_ACCUMULATE);
+}
 
 BitmapCopy CopyBitmap(HBITMAP bitmap) {
   if (bitmap == nullptr) {

@@ -8,11 +8,76 @@
 namespace {
 
 // Neither position nor size: they are the host's, and those that were read here may be old by now.
-bool Show(HWND window, HDC surface) {
-  POINT origin = {0, 0};
-  BLENDFUNCTION blend = {AC_SRC_OVER, 0, 255, AC_SRC_ALPHA};
-  return UpdateLayeredWindow(window, nullptr, nullptr, nullptr, surface, &origin, 0, &blend,
-                             ULW_ALPHA) != 0;
+// Without a dirty rectangle all is shown.
+bool Show(HWND window, HDC surface, const RECT* dirty) {
+  const POINT origin = {0, 0};
+  const BLENDFUNCTION blend = {AC_SRC_OVER, 0, 255, AC_SRC_ALPHA};
+  UPDATELAYEREDWINDOWINFO info{};
+  info.cbSize = sizeof info;
+  info.hdcSrc = surface;
+  info.pptSrc = &origin;
+  info.pblend = &blend;
+  info.dwFlags = ULW_ALPHA;
+  info.prcDirty = dirty;
+  return UpdateLayeredWindowIndirect(window, &info) != 0;
+}
+
+// What a window shows, kept with the window itself: several pages may push to it, of engines that
+// do not know each other.
+class ShownFrame {
+ public:
+  ShownFrame(HWND window, HDC surface, int width, int height)
+      : window(window), surface(surface), size(Pack(width, height)) {}
+
+  // Whether it is an earlier state of the surface, in that size.
+  bool IsOfSurface() const {
+    return GetPropW(window, kSurface) == surface && GetPropW(window, kSize) == size;
+  }
+  // Whether it was shown within the last second.
+  bool IsFresh() const {
+    constexpr DWORD kFreshMs = 1000;
+    return Now() - static_cast<DWORD>(reinterpret_cast<UINT_PTR>(GetPropW(window, kTime))) <
+           kFreshMs;
+  }
+  void Remember() const {
+    SetPropW(window, kSurface, surface);
+    SetPropW(window, kSize, size);
+    SetPropW(window, kTime, reinterpret_cast<HANDLE>(UINT_PTR{Now()}));
+  }
+  void Forget() const {
+    for (const wchar_t* name : {kSurface, kSize, kTime}) {
+      RemovePropW(window, name);
+    }
+  }
+
+ private:
+  static constexpr const wchar_t* kSurface = L"Parchlet.Surface";
+  static constexpr const wchar_t* kSize = L"Parchlet.Size";
+  static constexpr const wchar_t* kTime = L"Parchlet.Time";
+
+  static DWORD Now() { return static_cast<DWORD>(GetTickCount64()); }
+
+  static HANDLE Pack(int width, int height) {
+    constexpr int kBits = 16;  // a window's sides are shorter
+    return reinterpret_cast<HANDLE>(std::intptr_t{height} << kBits | width);
+  }
+
+  HWND window;
+  HDC surface;
+  HANDLE size;
+};
+
+// Takes the area that was painted since the last call; all of it where the painter does not report.
+RECT TakeChanged(HDC surface, int width, int height) {
+  const RECT all = {0, 0, width, height};
+  if ((SetBoundsRect(surface, nullptr, 0) & DCB_ENABLE) == 0) {
+    return all;
+  }
+  RECT changed{};
+  const bool hasChanged = (GetBoundsRect(surface, &changed, DCB_RESET) & DCB_SET) != 0;
+  RECT shown{};
+  IntersectRect(&shown, &all, hasChanged ? &changed : &shown);
+  return shown;
 }
 
 // A surface in the corner of a transparent section that is as large as the window.
@@ -60,6 +125,9 @@ class PaddedSurface {
 
 }  // namespace
 
+// A frame in which nothing changed is not pushed, but for one a second, which is pushed whole: what
+// else the host or the system may have done to the window's content lasts no longer.
+//
 // A window that grows past the surface between the look at its size and the push gets no frame; the
 // next one is padded.
 bool PushToWindow(HWND window, HDC surface) {
@@ -72,9 +140,23 @@ bool PushToWindow(HWND window, HDC surface) {
   pixels.Settle();
   const int width = area.right - area.left;
   const int height = area.bottom - area.top;
-  if (width <= view.width && height <= view.height) {
-    return Show(window, surface);
+  const RECT changed = TakeChanged(surface, width, height);
+  const ShownFrame shown(window, surface, width, height);
+  if (width > view.width || height > view.height) {
+    shown.Forget();
+    const PaddedSurface padded(surface, view, width, height);
+    return padded.Context() != nullptr && Show(window, padded.Context(), nullptr);
   }
-  const PaddedSurface padded(surface, view, width, height);
-  return padded.Context() != nullptr && Show(window, padded.Context());
+  const bool isUnchanged = IsRectEmpty(&changed) != FALSE;
+  const bool isKnown = shown.IsOfSurface() && shown.IsFresh();
+  if (isKnown && isUnchanged) {
+    return true;
+  }
+  const bool isShown = Show(window, surface, isKnown ? &changed : nullptr);
+  if (isShown) {
+    shown.Remember();
+  } else {
+    shown.Forget();
+  }
+  return isShown;
 }
