@@ -36,6 +36,7 @@ target_sources(parchlet_objects PRIVATE
   platform/graphics/Graphics.cpp
   platform/graphics/Image.cpp
   platform/graphics/Painter.cpp
+  platform/graphics/PictureFiles.cpp
   platform/graphics/Text.cpp
   platform/graphics/TextPictures.cpp)
 target_link_libraries(parchlet_objects PUBLIC parchlet_raster)

@@ -16,6 +16,9 @@ set(layer_sources platform/threads/WindowsUnload.cpp)  # of the DLL alone
 set(layer_interface)
 set(layer_link_depends)
 set(layer_link_options -static)
+target_link_libraries(parchlet_objects PUBLIC parchlet_image parchlet_text)
+list(APPEND layer_objects $<TARGET_OBJECTS:parchlet_image> $<TARGET_OBJECTS:parchlet_text>)
+list(APPEND layer_libraries windowscodecs oleaut32 advapi32)
 target_sources(parchlet_objects PRIVATE
   platform/gdi/WindowsDevicePixels.cpp
   platform/window/WindowsPush.cpp)
@@ -24,6 +27,7 @@ if(PARCHLET_PAINTER STREQUAL gdiplus)
   # Hosts hand GDI+ objects of their own to such a library.
   target_compile_definitions(parchlet_objects PUBLIC PARCHLET_PAINTER_GDIPLUS)
   set(layer_interface PARCHLET_PAINTER_GDIPLUS)
+  target_sources(parchlet_objects PRIVATE platform/gdiplus/PictureFiles.cpp)
   list(PREPEND layer_libraries gdiplus)
   return()
 endif()
@@ -45,7 +49,4 @@ target_include_directories(parchlet_raster SYSTEM PUBLIC ${highway})
 # The system aligns stacks to 16 bytes and g++ relies on more where it spills wide vectors: the
 # assembler turns those moves into ones that take any address.
 target_compile_options(parchlet_raster PRIVATE -Wa,-muse-unaligned-vector-move)
-target_link_libraries(parchlet_objects PUBLIC parchlet_image parchlet_text)
-list(APPEND layer_objects $<TARGET_OBJECTS:parchlet_raster> $<TARGET_OBJECTS:parchlet_image>
-  $<TARGET_OBJECTS:parchlet_text>)
-list(APPEND layer_libraries windowscodecs oleaut32 advapi32)
+list(APPEND layer_objects $<TARGET_OBJECTS:parchlet_raster>)

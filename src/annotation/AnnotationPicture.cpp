@@ -5,6 +5,7 @@
 #include <parchlet/Annotation.h>
 
 #include "annotation/AnnotationState.h"
+#include "platform/PictureFiles.h"
 
 namespace {
 
@@ -30,10 +31,10 @@ AnnotationSubType SubTypeOf(Gdiplus::Image& image) {
 }
 
 // Null when there is no memory for it: the mark is then left without a picture.
-template <class Source>
-std::shared_ptr<Gdiplus::Image> LoadImage(Source source) {
+template <class Load>
+std::shared_ptr<Gdiplus::Image> LoadImage(const Load& load) {
   try {
-    return std::make_shared<Gdiplus::Image>(source);
+    return load();
   } catch (const std::bad_alloc&) {
     return nullptr;
   }
@@ -45,14 +46,15 @@ void Annotation::SetPicture(const std::wstring& path, const std::string& propert
   if (path.empty()) {
     return;
   }
-  state->SetLoadedPicture(LoadImage(path.c_str()), property);
+  state->SetLoadedPicture(LoadImage([&] { return LoadPictureFile(path); }), property);
 }
 
 void Annotation::SetPicture(IStream* stream, const std::string& property) {
   if (stream == nullptr) {
     return;
   }
-  std::shared_ptr<Gdiplus::Image> loaded = LoadImage(stream);
+  std::shared_ptr<Gdiplus::Image> loaded =
+      LoadImage([=] { return std::make_unique<Gdiplus::Image>(stream); });
   stream->Release();
   state->SetLoadedPicture(std::move(loaded), property);
 }

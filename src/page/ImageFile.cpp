@@ -1,7 +1,5 @@
 #include "page/ImageFile.h"
 
-#include <memory>
-#include <new>
 #include <vector>
 
 std::wstring GetImageMimeType(const std::wstring& path) {
@@ -27,16 +25,4 @@ bool GetEncoderClsid(const std::wstring& mimeType, CLSID* clsid) {
     }
   }
   return false;
-}
-
-bool SaveBitmap(HBITMAP bitmap, int width, int height, const std::wstring& path,
-                const CLSID& encoder) {
-  if (width < 1 || height < 1) {
-    return false;
-  }
-  Gdiplus::Bitmap picture(bitmap, nullptr);
-  // A copy at full size, so that encoding does not depend on the section.
-  const std::unique_ptr<Gdiplus::Image> copy(picture.GetThumbnailImage(
-      static_cast<UINT>(width), static_cast<UINT>(height), nullptr, nullptr));
-  return copy != nullptr && copy->Save(path.c_str(), &encoder, nullptr) == Gdiplus::Ok;
 }

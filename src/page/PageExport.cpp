@@ -4,6 +4,7 @@
 #include "annotation/PixelMath.h"
 #include "page/AnnotationPage.h"
 #include "page/ImageFile.h"
+#include "platform/PictureFiles.h"
 
 namespace {
 

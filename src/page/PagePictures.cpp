@@ -5,6 +5,7 @@
 
 #include "annotation/PixelMath.h"
 #include "page/AnnotationPage.h"
+#include "platform/PictureFiles.h"
 
 namespace {
 
@@ -94,11 +95,11 @@ bool AnnotationPage::AddPictureFromFile(const std::wstring& filePath,
   if (!surfaceReady || filePath.empty() || annotation == nullptr) {
     return false;
   }
-  Gdiplus::Image probe(filePath.c_str());
-  if (probe.GetWidth() == 0 || probe.GetHeight() == 0) {
+  const std::unique_ptr<Gdiplus::Image> probe = LoadPictureFile(filePath);
+  if (probe->GetWidth() == 0 || probe->GetHeight() == 0) {
     return false;
   }
-  return GivePicture(probe, *annotation, isBackground,
+  return GivePicture(*probe, *annotation, isBackground,
                      [&] { annotation->SetPicture(filePath, pictureProperty); });
 }
 

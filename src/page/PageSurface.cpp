@@ -2,7 +2,7 @@
 
 #include <new>
 
-#include "page/ImageFile.h"
+#include "platform/PictureFiles.h"
 #include "platform/window/Push.h"
 
 namespace {

@@ -67,12 +67,14 @@ class ShownFrame {
   HANDLE size;
 };
 
-// Takes the area that was painted since the last call; all of it where the painter does not report.
+// Whether the painter reports what it paints.
+bool HasReports(HDC surface) {
+  return (SetBoundsRect(surface, nullptr, 0) & DCB_ENABLE) != 0;
+}
+
+// Takes the area that was painted since the last call.
 RECT TakeChanged(HDC surface, int width, int height) {
   const RECT all = {0, 0, width, height};
-  if ((SetBoundsRect(surface, nullptr, 0) & DCB_ENABLE) == 0) {
-    return all;
-  }
   RECT changed{};
   const bool hasChanged = (GetBoundsRect(surface, &changed, DCB_RESET) & DCB_SET) != 0;
   RECT shown{};
@@ -140,6 +142,9 @@ bool PushToWindow(HWND window, HDC surface) {
   pixels.Settle();
   const int width = area.right - area.left;
   const int height = area.bottom - area.top;
+  if (width <= view.width && height <= view.height && !HasReports(surface)) {
+    return Show(window, surface, nullptr);
+  }
   const RECT changed = TakeChanged(surface, width, height);
   const ShownFrame shown(window, surface, width, height);
   if (width > view.width || height > view.height) {
