@@ -84,10 +84,10 @@ class Meeting {
     eraser.last = to;
     for (const std::string& id : touched) {
       const auto author = authors.find(id);
+      if (author == authors.end()) {
+        continue;  // still being drawn
+      }
       for (Participant* participant : participants) {
-        if (author == authors.end()) {
-          continue;  // still being drawn
-        }
         if (author->second == participant->userId) {
           participant->engine.EraseAnnotation(kDocument, kPage, author->second, id);
         } else {
@@ -157,6 +157,9 @@ LRESULT CALLBACK OnMessage(HWND window, UINT message, WPARAM wide, LPARAM positi
       return 0;
     case WM_KEYDOWN:
       OnKey(*seat, wide);
+      return 0;
+    case WM_CLOSE:
+      PostQuitMessage(0);
       return 0;
     default:
       return DefWindowProcW(window, message, wide, position);

@@ -1,6 +1,6 @@
 #include "platform/PictureFiles.h"
 
-#include <limits>
+#include <cstddef>
 #include <optional>
 #include <vector>
 

@@ -26,8 +26,8 @@ bool Show(HWND window, HDC surface, const RECT* dirty) {
 // do not know each other.
 class ShownFrame {
  public:
-  ShownFrame(HWND window, HDC surface, int width, int height)
-      : window(window), surface(surface), size(Pack(width, height)) {}
+  ShownFrame(HWND window, const PixelView& surface, int width, int height)
+      : window(window), surface(surface.pixels), size(Pack(width, height)) {}
 
   // Whether it is an earlier state of the surface, in that size.
   bool IsOfSurface() const {
@@ -45,6 +45,9 @@ class ShownFrame {
     SetPropW(window, kTime, reinterpret_cast<HANDLE>(UINT_PTR{Now()}));
   }
   void Forget() const {
+    if (GetPropW(window, kSurface) == nullptr) {
+      return;
+    }
     for (const wchar_t* name : {kSurface, kSize, kTime}) {
       RemovePropW(window, name);
     }
@@ -63,7 +66,7 @@ class ShownFrame {
   }
 
   HWND window;
-  HDC surface;
+  HANDLE surface;  // its first pixel: a resized page keeps its context
   HANDLE size;
 };
 
@@ -74,11 +77,13 @@ bool HasReports(HDC surface) {
 
 // Takes the area that was painted since the last call.
 RECT TakeChanged(HDC surface, int width, int height) {
-  const RECT all = {0, 0, width, height};
   RECT changed{};
-  const bool hasChanged = (GetBoundsRect(surface, &changed, DCB_RESET) & DCB_SET) != 0;
+  if ((GetBoundsRect(surface, &changed, DCB_RESET) & DCB_SET) != DCB_SET) {
+    return {};  // DCB_RESET, a bit of DCB_SET: nothing was
+  }
+  const RECT all = {0, 0, width, height};
   RECT shown{};
-  IntersectRect(&shown, &all, hasChanged ? &changed : &shown);
+  IntersectRect(&shown, &all, &changed);
   return shown;
 }
 
@@ -142,16 +147,17 @@ bool PushToWindow(HWND window, HDC surface) {
   pixels.Settle();
   const int width = area.right - area.left;
   const int height = area.bottom - area.top;
-  if (width <= view.width && height <= view.height && !HasReports(surface)) {
-    return Show(window, surface, nullptr);
-  }
-  const RECT changed = TakeChanged(surface, width, height);
-  const ShownFrame shown(window, surface, width, height);
+  const ShownFrame shown(window, view, width, height);
   if (width > view.width || height > view.height) {
     shown.Forget();
     const PaddedSurface padded(surface, view, width, height);
     return padded.Context() != nullptr && Show(window, padded.Context(), nullptr);
   }
+  if (!HasReports(surface)) {
+    shown.Forget();
+    return Show(window, surface, nullptr);
+  }
+  const RECT changed = TakeChanged(surface, width, height);
   const bool isUnchanged = IsRectEmpty(&changed) != FALSE;
   const bool isKnown = shown.IsOfSurface() && shown.IsFresh();
   if (isKnown && isUnchanged) {

@@ -1,9 +1,6 @@
-// What every kind of file shows, and what every decoder owes to files that are cut, changed or over
+// What every decoder owes to files that are cut, changed or over
 // the limits.
 #include <gtest/gtest.h>
-
-#include <map>
-#include <sstream>
 
 #include "ImageFiles.h"
 #include "platform/image/Limits.h"
