@@ -16,8 +16,8 @@ inline constexpr std::chrono::milliseconds kBetweenShows(40);
 // result. Every move counts. Owns nothing; one thread.
 class Hand {
  public:
-  // Ends its gesture whenever the participant leaves the page, so it must outlive the participant's
-  // use.
+  // From now on the participant ends this hand's gesture before it leaves a page. Both must outlive
+  // all calls.
   Hand(Participant& participant, Meeting& meeting);
   Hand(const Hand&) = delete;
   Hand& operator=(const Hand&) = delete;

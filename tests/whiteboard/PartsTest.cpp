@@ -1,12 +1,19 @@
 #include <gtest/gtest.h>
 
+#include <utility>
+
+#include <parchlet/MemoryWindow.h>
 #include <xkbcommon/xkbcommon-keysyms.h>
 
 #include "common/Input.h"
 #include "whiteboard/Content.h"
 #include "whiteboard/Document.h"
+#include "whiteboard/Hand.h"
+#include "whiteboard/Keys.h"
 #include "whiteboard/Layout.h"
+#include "whiteboard/Meeting.h"
 #include "whiteboard/Options.h"
+#include "whiteboard/Participant.h"
 #include "whiteboard/Prompt.h"
 
 namespace whiteboard {
@@ -32,6 +39,43 @@ TEST(PromptTest, TakesTextAwayByWholeCharacters) {
   }
   TypeInto(prompt, {XKB_KEY_BackSpace, "", false, false});
   EXPECT_EQ(prompt.answer, "a张");
+}
+
+TEST(KeysTest, ShiftCountsAndCapsLockDoesNot) {
+  EXPECT_EQ(ActionOf({XKB_KEY_C, "C", false, false}).command, Command::kClearMine);
+  EXPECT_EQ(ActionOf({XKB_KEY_c, "c", false, true}).command, Command::kClearAll);
+}
+
+TEST(HandTest, AGestureEndsOnItsPage) {
+  const MemoryWindow windows[] = {MemoryWindow({0, 0, 160, 50}), MemoryWindow({0, 0, 160, 50})};
+  std::vector<Document> documents;
+  documents.push_back(BlankDocument(1));
+  Meeting meeting(std::move(documents));
+  Participant ada("ada", "Ada", windows[0].Handle(), false);
+  Participant grace("grace", "Grace", windows[1].Handle(), false);
+  Hand hand(ada, meeting);
+  meeting.Join(ada, {160, 50});
+  meeting.Join(grace, {160, 50});
+  const auto draw = [&hand] {
+    hand.Press({}, {150, 5}, false);
+    hand.Move({5, 5});
+    hand.Show();
+    EXPECT_TRUE(hand.IsDown());
+  };
+  draw();
+  meeting.NewPage();
+  EXPECT_FALSE(hand.IsDown());
+  EXPECT_TRUE(meeting.CurrentDocument().CurrentPage().marks.empty());
+  meeting.TurnBy(-1);
+  EXPECT_EQ(meeting.CurrentDocument().CurrentPage().marks.size(), 1U);
+  draw();
+  meeting.Clear("");
+  hand.Release();
+  for (const MemoryWindow& window : windows) {
+    ASSERT_TRUE(window.WaitForPresent(window.PresentCount() + 2, 60'000));
+  }
+  constexpr int kInk = 5 * 160 + 8;  // beside the name
+  EXPECT_EQ(windows[0].CopyFrame().pixels[kInk], windows[1].CopyFrame().pixels[kInk]);
 }
 
 TEST(ContentTest, UnderstandsPathsAsTheyAreTypedPastedAndDropped) {
